@@ -1,0 +1,31 @@
+# SPDX-FileCopyrightText: Velmora contributors
+# SPDX-License-Identifier: GPL-3.0-or-later
+
+# Compiler settings shared by every target; nothing is set globally.
+add_library(velmora_options INTERFACE)
+target_compile_features(velmora_options INTERFACE cxx_std_17)
+
+# Results are those of the written arithmetic, bit for bit: no contraction into
+# fused multiply-add. Message contexts are wanted in release builds too.
+target_compile_options(velmora_options INTERFACE -ffp-contract=off)
+target_compile_definitions(velmora_options INTERFACE QT_MESSAGELOGCONTEXT)
+
+target_compile_options(velmora_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual)
+if(VELMORA_WERROR)
+  target_compile_options(velmora_options INTERFACE -Werror)
+endif()
+
+if(VELMORA_SANITIZE)
+  target_compile_options(velmora_options INTERFACE
+    -fsanitize=${VELMORA_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(velmora_options INTERFACE -fsanitize=${VELMORA_SANITIZE})
+endif()
+
+# A library of the project: its sources, the shared settings, the project's root
+# as include path.
+function(velmora_add_library name)
+  add_library(${name} STATIC ${ARGN})
+  target_link_libraries(${name} PRIVATE velmora_options)
+  target_include_directories(${name} PUBLIC "${PROJECT_SOURCE_DIR}")
+endfunction()

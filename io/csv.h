@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_IO_CSV_H
+#define VELMORA_IO_CSV_H
+
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+class QTableWidget;
+
+// Comma-separated files. A comma always separates: no quoting, no escaping, no
+// trimming. A table is indexed [row][column]; rows may differ in length, and a
+// field that is no number (QString::toDouble) is NaN.
+
+/// Every line of the file as a row of numbers.
+/// An empty line is a row of one NaN. Empty when the file cannot be read.
+QVector<QVector<double>> csvReadToDouble(QString path);
+
+/// The same without the first line, the heading.
+QVector<QVector<double>> csvWithHeaderReadToDouble(QString path);
+
+/// The fields of the first line as they stand, quotes included.
+/// Empty when the file cannot be read or has no content.
+QStringList csvWithHeaderReadHeader(QString path);
+
+/// Writes the table, one line per row, numbers with at most 6 significant digits.
+/// A file that cannot be opened is reported on the debug log only; so for all writers.
+void csvwrite(QString path, QVector<QVector<double>> table);
+
+/// The same below a heading line that holds the last name of the header alone.
+/// An empty table writes nothing, not even the heading.
+void csvwrite(QString path, QVector<QVector<double>> table, QStringList header);
+
+/// Writes the texts of the widget's cells without its headers; the last line has no
+/// line break. A cell without an item is a blank.
+void csvwrite(QString path, QTableWidget* widget);
+
+/// The same from row firstRow on; the last row is always written.
+void csvwrite(QString path, QTableWidget* widget, int firstRow);
+
+/// Shows the table, each number with 6 significant digits and "NaN" where a row is short.
+/// The column count starts at the length of the last row and grows with longer rows, so
+/// that rows above such a row keep cells without an item.
+void csvDisplay(QTableWidget* widget, QVector<QVector<double>> table);
+
+/// The same with the names of the header as column headings; widens the table to hold
+/// every name.
+void csvDisplay(QTableWidget* widget, QVector<QVector<double>> table, QStringList header);
+
+/// Adds one row below the others, as csvDisplay would show it.
+void csvDisplayAppend(QTableWidget* widget, const QVector<double>& row);
+
+#endif
