@@ -1,0 +1,253 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Page "3": probability of achieving the target value.
+
+#include "app/analysis/probability.h"
+#include "app/aplot.h"
+#include "app/mainwindow.h"
+#include "app/progressloop.h"
+#include "ui_mainwindow.h"
+
+#include <QElapsedTimer>
+
+namespace {
+
+/// Decides when a growing curve is drawn anew: about 30 times a second, and so rarely that
+/// drawing takes a small part of the time however long a drawing takes.
+class RedrawClock
+{
+public:
+    RedrawClock() { sinceDrawing.start(); }
+
+    bool isDue() const { return sinceDrawing.nsecsElapsed() >= pause; }
+
+    template <typename Draw>
+    void run(Draw draw)
+    {
+        QElapsedTimer duration;
+        duration.start();
+        draw();
+        pause = qMax(shortestPause, 20 * duration.nsecsElapsed());
+        sinceDrawing.start();
+    }
+
+private:
+    static constexpr qint64 shortestPause = 33'000'000;
+    QElapsedTimer sinceDrawing;
+    qint64 pause = shortestPause;
+};
+
+} // namespace
+
+bool MainWindow::isSelecting() const
+{
+    return ui->_3_cb_aveORselect->currentIndex() == 1;
+}
+
+bool MainWindow::usesIndividualOfv() const
+{
+    return ui->_3_cb_indOFVone->currentIndex() == 1;
+}
+
+/// The sample whose weights or selected model serve the sample.
+int MainWindow::sampleOfChoice(int sample) const
+{
+    return usesIndividualOfv() ? sample : 0;
+}
+
+void MainWindow::on__3_pb_calculatePoS_clicked()
+{
+    refresh_3_cp_PoS();
+}
+
+/// Computes the curve of the chosen data set sample by sample and shows how it settles.
+void MainWindow::refresh_3_cp_PoS()
+{
+    if (endPoints.isEmpty()) {
+        return;
+    }
+    const int dataSet = qMax(0, ui->_3_cb_dataNumber->value());
+    bringEndPointsUpToDate();
+    QCustomPlot* plot = ui->_3_cp_PoS;
+    setAxisRange(plot->xAxis, possibleDoses);
+    plot->xAxis->setLabel(doseName());
+    setAxisRange(plot->yAxis, 0, 100);
+    plot->yAxis->setLabel("Probability");
+
+    const bool selecting = isSelecting();
+    const QVector<int> selected = selecting ? make_ModelSelection(dataSet) : QVector<int>();
+    const Table weights = selecting ? Table() : calculate_relativeWeight(dataSet);
+    const int sampleCount = selecting ? selected.size() : weights.size();
+    ProgressLoop progress(this, "Calculating probability of success.", "Abort Calculation",
+                          sampleCount);
+    plot->clearGraphs();
+    QCPGraph* graph = plot->addGraph();
+    graph->setPen(curvePen());
+
+    EndpointRun run(endPoints, rawResults, dataSet);
+    const auto drawCurve = [&] {
+        const QVector<double> probability =
+            selecting ? calculate_PoS_aux_modelSelect(run.endpoints())
+                      : calculate_PoS_aux_modelAve(run.endpoints(), weights);
+        graph->setData(possibleDoses, probability, true);
+        plot->replot();
+    };
+    RedrawClock clock;
+    bool goesOn = true;
+    for (int sample = 0; goesOn && sample < sampleCount; ++sample) {
+        if (selecting) {
+            run.evaluateSelected(sample, selected.at(sampleOfChoice(sample)));
+        } else {
+            run.evaluateWeighted(sample, weights.at(sampleOfChoice(sample)));
+        }
+        const bool isLast = sample + 1 == sampleCount;
+        if (isLast || clock.isDue()) {
+            progress.setLabel(
+                QString("Calculating probability of success using bootstrap samples 0-%1.")
+                    .arg(sample));
+            clock.run(drawCurve);
+        }
+        goesOn = progress.advance(sample);
+    }
+    if (!goesOn || sampleCount == 0) {
+        drawCurve();
+    }
+}
+
+QVector<double> MainWindow::calculate_PoS(int dataSet)
+{
+    dataSet = qMax(0, dataSet);
+    if (possibleDoses.isEmpty()) {
+        return {};
+    }
+    bringEndPointsUpToDate();
+    if (isSelecting()) {
+        return calculate_PoS_aux_modelSelect(selectedEndpoints(dataSet));
+    }
+    const Table weights = calculate_relativeWeight(dataSet);
+    return calculate_PoS_aux_modelAve(averagedEndpoints(dataSet, weights), weights);
+}
+
+QVector<double>
+MainWindow::calculate_PoS_aux_modelSelect(QVector<QVector<QVector<double>>> endpoints)
+{
+    return probabilityBySelection(endpoints.value(0), possibleDoses.size(),
+                                  {lowerBound, upperBound});
+}
+
+QVector<double> MainWindow::calculate_PoS_aux_modelAve(QVector<QVector<QVector<double>>> endpoints,
+                                                       QVector<QVector<double>> weights)
+{
+    return probabilityByAveraging(endpoints, weights, usesIndividualOfv(), possibleDoses.size(),
+                                  {lowerBound, upperBound});
+}
+
+/// The cache of a data set, emptied if it was made for another number of models; nullptr
+/// while the cache is switched off.
+QVector<Table>* MainWindow::cacheEntry(int dataSet)
+{
+    if (!ui->_4_cb_useCash->isChecked()) {
+        return nullptr;
+    }
+    if (dataSet >= doseChoiceCash.size()) {
+        doseChoiceCash.resize(dataSet + 1);
+    }
+    QVector<Table>& entry = doseChoiceCash[dataSet];
+    if (entry.size() != endPoints.size()) {
+        entry.clear();
+    }
+    return &entry;
+}
+
+/// The endpoints by which a data set is judged with model averaging, [model][sample][dose].
+/// A cached entry is trusted as it is.
+QVector<Table> MainWindow::averagedEndpoints(int dataSet, const Table& weights)
+{
+    if (weights.isEmpty()) {
+        return {};
+    }
+    QVector<Table>* cached = cacheEntry(dataSet);
+    if (cached != nullptr && !cached->isEmpty()) {
+        return *cached;
+    }
+    EndpointRun run(endPoints, rawResults, dataSet);
+    for (int sample = 0; sample < weights.size(); ++sample) {
+        run.evaluateWeighted(sample, weights.at(sampleOfChoice(sample)));
+    }
+    if (cached != nullptr) {
+        *cached = run.endpoints();
+    }
+    return run.endpoints();
+}
+
+/// The same with model selection: one entry, of the model selected for each sample. The
+/// cache holds all models, so that it serves other selections too.
+QVector<Table> MainWindow::selectedEndpoints(int dataSet)
+{
+    QVector<int> selected = make_ModelSelection(dataSet);
+    if (selected.isEmpty()) {
+        return {};
+    }
+    if (!usesIndividualOfv()) {
+        selected.fill(selected.first());
+    }
+    EndpointRun run(endPoints, rawResults, dataSet);
+    QVector<Table>* cached = cacheEntry(dataSet);
+    if (cached == nullptr) {
+        for (int sample = 0; sample < selected.size(); ++sample) {
+            run.evaluateSelected(sample, selected.at(sample));
+        }
+        return run.endpoints();
+    }
+    if (cached->isEmpty() || !holdsSelected(*cached, selected)) {
+        const QVector<double> all(endPoints.size(), 1.0);
+        for (int sample = 0; sample < selected.size(); ++sample) {
+            run.evaluateWeighted(sample, all);
+        }
+        *cached = run.endpoints();
+    }
+    return {pickSelected(*cached, selected)};
+}
+
+/// The dose as model 0's endpoint expression calls it.
+QString MainWindow::doseName()
+{
+    return endPoints.isEmpty() ? QString()
+                               : endPoints.first().endPointParser.extract_variables().at(DoseSlot);
+}
+
+void MainWindow::on__3_le_lowerBound_editingFinished()
+{
+    readBound(ui->_3_le_lowerBound, -10.0, "-inf", lowerBound, lowerBoundPlaced);
+}
+
+void MainWindow::on__3_le_upperBound_editingFinished()
+{
+    readBound(ui->_3_le_upperBound, 10.0, "inf", upperBound, upperBoundPlaced);
+}
+
+/// Takes over a typed bound, or the substitute for a text that is no number. The text then
+/// placed looks infinite and still stands for the finite substitute, by intent, until the
+/// user changes it.
+void MainWindow::readBound(QLineEdit* edit, double substitute, const QString& substituteText,
+                           double& bound, bool& placed)
+{
+    if (placed) {
+        return;
+    }
+    bool isNumber = false;
+    const double typed = edit->text().toDouble(&isNumber);
+    bound = isNumber ? typed : substitute;
+    if (!isNumber) {
+        edit->setText(substituteText);
+        placed = true;
+    }
+}
+
+void MainWindow::on__3_sl_doseSlider_valueChanged(int value)
+{
+    if (value >= 0 && value < possibleDoses.size()) {
+        ui->_3_lb_indpVar->setText("Dose (Independent Variable) = "
+                                   + QString::number(possibleDoses.at(value), 'g', 6));
+    }
+}

@@ -1,0 +1,254 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Page "-1": import of raw_results files.
+
+#include "app/mainwindow.h"
+#include "app/progressloop.h"
+#include "io/csv.h"
+#include "ui_mainwindow.h"
+
+#include <QFile>
+#include <QFileDialog>
+#include <QMessageBox>
+
+namespace {
+
+const char noFileText[] = "raw results file cannot be found";
+const char notFoundText[] =
+    "raw results file cannot be found in this folder, check the namr format definition.";
+const char headerMismatchText[] = "Headers of the raw_results files do not match.";
+const char importFailedText[] = "raw_results file import failed.";
+
+/// The piece of the file's name between "raw_results_" and ".csv".
+QString modelNameOf(const QString& path)
+{
+    const QString fileName = path.split('/').last();
+    return fileName.split("raw_results_").last().split(".csv").first();
+}
+
+} // namespace
+
+void MainWindow::on___pb_importFbF_clicked()
+{
+    QStringList paths =
+        QFileDialog::getOpenFileNames(this, "Select PsN bootstrap raw_results files.");
+    if (paths.isEmpty()) {
+        showMessage(noFileText);
+        ui->__mainToolBox->setCurrentIndex(0);
+        return;
+    }
+    paths.sort(Qt::CaseSensitive);
+    ui->__lb_directory->setText(paths.first().section('/', 0, -2));
+
+    rawResults.clear();
+    rawResultsHeaders.clear();
+    rawResults.resize(paths.size());
+    QStringList names;
+    for (int model = 0; model < paths.size(); ++model) {
+        const QString& path = paths.at(model);
+        rawResultsHeaders.append(csvWithHeaderReadHeader(path));
+        rawResults[model].append(csvWithHeaderReadToDouble(path));
+        names.append(modelNameOf(path));
+    }
+    showDataSetSelectors(false);
+    showImport(names);
+}
+
+void MainWindow::on___pb_import_clicked()
+{
+    rawResultsHeaders.clear();
+    rawResults.clear();
+    const QString directory = QFileDialog::getExistingDirectory(
+        this, "Select the directory where PsN bootstrap raw_results files are.", QString(),
+        QFileDialog::ShowDirsOnly);
+    ui->__lb_directory->setText(directory);
+
+    int modelCount = 0;
+    while (QFile::exists(rawResultsFileName(directory, modelCount, 0))) {
+        ++modelCount;
+    }
+    if (modelCount == 0) {
+        showMessage(notFoundText);
+        ui->__mainToolBox->setCurrentIndex(0);
+        return;
+    }
+    rawResults.resize(modelCount);
+    {
+        ProgressLoop progress(this, "Importing Simulation Data...", "Abort Import", modelCount);
+        readFirstModel(directory, progress);
+        const int dataSetCount = rawResults.first().size();
+        bool goesOn = progress.advance(1);
+        for (int model = 1; goesOn && model < modelCount; ++model) {
+            readFurtherModel(directory, model, dataSetCount, progress);
+            goesOn = progress.advance(model + 1);
+        }
+        if (!goesOn) {
+            return;
+        }
+    }
+    QStringList names;
+    for (int model = 0; model < modelCount; ++model) {
+        names.append(QString("model %1").arg(model));
+    }
+    showDataSetSelectors(true);
+    showImport(names);
+}
+
+QString MainWindow::rawResultsFileName(const QString& directory, int model, int dataSet) const
+{
+    return directory + "/raw_results_" + ui->_m1_le_modelNumPrefex->text() + QString::number(model)
+           + ui->_m1_le_dataNumberPrefex->text() + QString::number(dataSet)
+           + ui->_m1_le_dataNumberSuffix->text();
+}
+
+/// Reads the data sets of model 0, whose number is that of every model.
+void MainWindow::readFirstModel(const QString& directory, ProgressLoop& progress)
+{
+    rawResultsHeaders.append(csvWithHeaderReadHeader(rawResultsFileName(directory, 0, 0)));
+    for (int dataSet = 0;; ++dataSet) {
+        const QString path = rawResultsFileName(directory, 0, dataSet);
+        if (!QFile::exists(path)) {
+            return;
+        }
+        // Compared under the default name by intent, whatever the template says.
+        const QString defaultPath =
+            directory + "/raw_results_estimation_model0_data" + QString::number(dataSet) + ".csv";
+        if (csvWithHeaderReadHeader(defaultPath) != rawResultsHeaders.first()) {
+            showMessage(headerMismatchText);
+            return;
+        }
+        rawResults.first().append(csvWithHeaderReadToDouble(path));
+        if (!progress.poll()) {
+            return;
+        }
+    }
+}
+
+void MainWindow::readFurtherModel(const QString& directory, int model, int dataSetCount,
+                                  ProgressLoop& progress)
+{
+    rawResultsHeaders.append(csvWithHeaderReadHeader(rawResultsFileName(directory, model, 0)));
+    for (int dataSet = 0; dataSet < dataSetCount; ++dataSet) {
+        const QString path = rawResultsFileName(directory, model, dataSet);
+        if (QFile::exists(path)) {
+            rawResults[model].append(csvWithHeaderReadToDouble(path));
+        } else if (dataSet == 0) {
+            showMessage(importFailedText);
+            return;
+        } else {
+            // A model estimated on fewer data sets repeats its last one.
+            rawResults[model].append(rawResults.at(model).last());
+        }
+        if (!progress.poll()) {
+            return;
+        }
+    }
+}
+
+/// Sets all pages up for newly imported data.
+void MainWindow::showImport(const QStringList& modelNames)
+{
+    const int modelCount = rawResults.size();
+    rawResultsSource = {};
+    doseChoiceSource = {};
+    resizeEndPoints(modelNames);
+    ui->__mainToolBox->show();
+    ui->_0_sb_model->setMaximum(modelCount - 1);
+    ui->_1_tw_endPoints->setRowCount(modelCount);
+    ui->_2_tw_weightDefinition->setRowCount(modelCount);
+    ui->_2_tw_relativeWeight->setColumnCount(modelCount);
+    const int model = ui->_0_sb_model->value();
+    setDataSetMaximum(model < modelCount ? rawResults.at(model).size() - 1 : 0);
+    showModelNames();
+    refresh_0_tw_RawResults();
+    refresh_0_cp_rawResHistoGram();
+    // What other pages already show belongs to the data before.
+    refresh_1_tw_rawResLabels();
+    refresh_1_cp_typicalDRPlot();
+    refresh__1_tw_etaDefinition();
+    if (ui->_2_tw_relativeWeight->rowCount() > 0) {
+        refresh_2_tw_relativeWeight();
+    }
+}
+
+void MainWindow::showDataSetSelectors(bool visible)
+{
+    for (QWidget* widget :
+         {static_cast<QWidget*>(ui->_0_sb_data), static_cast<QWidget*>(ui->_2_sb_dataNumber),
+          static_cast<QWidget*>(ui->_3_cb_dataNumber), static_cast<QWidget*>(ui->_0_lb_dataNumber),
+          static_cast<QWidget*>(ui->_2_lb_dataNumber),
+          static_cast<QWidget*>(ui->_3_lb_dataNumber)}) {
+        widget->setVisible(visible);
+    }
+}
+
+/// -1 for a model without data sets; the next import makes 0 the lowest number again.
+void MainWindow::setDataSetMaximum(int maximum)
+{
+    for (QSpinBox* selector : {ui->_0_sb_data, ui->_2_sb_dataNumber, ui->_3_cb_dataNumber}) {
+        selector->setRange(qMin(0, maximum), maximum);
+    }
+}
+
+/// Gives every model a definition, named and with the current column settings. Expressions
+/// stay; new definitions take the choices that page "1" shows.
+void MainWindow::resizeEndPoints(const QStringList& modelNames)
+{
+    const int definedBefore = endPoints.size();
+    endPoints.resize(modelNames.size());
+    for (int model = 0; model < endPoints.size(); ++model) {
+        endPoint& definition = endPoints[model];
+        definition.name = modelNames.at(model);
+        definition.colNumOFV = colNumOFV;
+        definition.colNumTHETA1 = colNumTHETA1;
+        definition.colNumThird = colNumThird;
+        if (model >= definedBefore) {
+            definition.numSimulations = ui->_1_sb_numSimulations->value();
+            definition.populationSummary = shownPopulationSummary();
+        }
+    }
+}
+
+void MainWindow::showModelNames()
+{
+    QStringList names;
+    for (const endPoint& definition : qAsConst(endPoints)) {
+        names.append(definition.name);
+    }
+    ui->_1_tw_endPoints->setVerticalHeaderLabels(names);
+    ui->_2_tw_weightDefinition->setVerticalHeaderLabels(names);
+    ui->_2_tw_relativeWeight->setHorizontalHeaderLabels(names);
+}
+
+void MainWindow::showMessage(const QString& text)
+{
+    QMessageBox box(this);
+    box.setText(text);
+    box.exec();
+}
+
+void MainWindow::on__m1_le_colNumOFV_textEdited(const QString& text)
+{
+    readColumnNumber(ui->_m1_le_colNumOFV, text, colNumOFV, &endPoint::colNumOFV);
+}
+
+void MainWindow::on__m1_le_colNumTHETA1_textEdited(const QString& text)
+{
+    readColumnNumber(ui->_m1_le_colNumTHETA1, text, colNumTHETA1, &endPoint::colNumTHETA1);
+}
+
+/// Takes the typed column number over everywhere, or puts the last valid one back.
+void MainWindow::readColumnNumber(QLineEdit* edit, const QString& text, int& column,
+                                  int endPoint::*endPointColumn)
+{
+    bool isNumber = false;
+    const int number = text.toInt(&isNumber, 10);
+    if (!isNumber) {
+        edit->setText(QString::number(column));
+        return;
+    }
+    column = number;
+    for (endPoint& definition : endPoints) {
+        definition.*endPointColumn = number;
+    }
+}

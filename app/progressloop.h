@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_APP_PROGRESSLOOP_H
+#define VELMORA_APP_PROGRESSLOOP_H
+
+#include <QElapsedTimer>
+#include <QProgressDialog>
+
+/// The progress dialog of a long loop in a slot, modal to its window.
+/// It appears once the loop has taken half a second; while it is hidden no events are
+/// processed, so that no other slot can run inside the loop.
+class ProgressLoop
+{
+public:
+    ProgressLoop(QWidget* parent, const QString& label, const QString& abortText, int maximum);
+
+    void setLabel(const QString& label);
+
+    /// Shows the value and looks for a press of the abort button.
+    /// False once the user has aborted.
+    bool advance(int value);
+
+    /// Looks for a press of the abort button at the value reached so far.
+    bool poll();
+
+private:
+    QProgressDialog dialog;
+    QElapsedTimer elapsed;
+};
+
+#endif

@@ -1,0 +1,359 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "expr/program.h"
+
+#include "expr/operators.h"
+
+#include <QVarLengthArray>
+
+#include <algorithm>
+#include <cstring>
+#include <map>
+#include <tuple>
+
+namespace {
+
+/// Individuals evaluated in one pass: their columns stay in the first-level cache.
+constexpr int usualChunkSize = 128;
+/// Bound on the numbers in all columns together; an expression that needs more columns
+/// gets shorter ones.
+constexpr int maximalColumnNumbers = 1 << 20;
+/// Value vectors never have more slots; a higher one marks a damaged token.
+constexpr double maximalSlot = 1e8;
+
+bool isBinary(int code)
+{
+    return code < OpeningParenthesis;
+}
+
+} // namespace
+
+/// Turns the tokens into instructions, as the token walk would execute them.
+class Program::Compiler
+{
+public:
+    explicit Compiler(Program& target)
+        : program(target)
+    {
+    }
+
+    void compile(const QVector<parser_token>& tree)
+    {
+        if (tree.size() < 2) {
+            return;
+        }
+        for (const parser_token& token : tree) {
+            if (!add(token)) {
+                return;
+            }
+        }
+        if (stack.size() == 1) {
+            finish();
+        }
+    }
+
+private:
+    /// A value before the numbers of slots and constants are known.
+    struct Reference
+    {
+        enum Source { Slot, Constant, Result } source;
+        int index;
+        bool operator<(const Reference& other) const
+        {
+            return std::tie(source, index) < std::tie(other.source, other.index);
+        }
+    };
+    using Operation = std::tuple<int, Reference, Reference>;
+
+    bool add(const parser_token& token)
+    {
+        switch (token.type) {
+        case parser_token::Number:
+        case parser_token::Unresolved:
+            push(constant(token.value));
+            return true;
+        case parser_token::Variable:
+            if (!(token.value > -1.0 && token.value < maximalSlot)) {
+                return false;
+            }
+            push(slot(static_cast<int>(token.value)));
+            return true;
+        case parser_token::Operator:
+            return addOperator(token.value);
+        default:
+            return false;
+        }
+    }
+
+    bool addOperator(double value)
+    {
+        const int code = value >= 0 && value <= ATanFunction ? static_cast<int>(value) : -1;
+        const bool binary = code >= PowerOperator && code <= MinusOperator;
+        const bool unary = code >= OpeningParenthesis && code != ClosingParenthesis;
+        if (code != value || !(binary || unary) || stack.size() < (binary ? 2U : 1U)) {
+            return false;
+        }
+        if (code == OpeningParenthesis) {
+            return true;
+        }
+        const Reference right = pop();
+        if (binary) {
+            const Reference left = pop();
+            push(instruction({code, left, right}));
+        } else {
+            push(instruction({code, right, right}));
+        }
+        return true;
+    }
+
+    void push(Reference reference) { stack.push_back(reference); }
+
+    Reference pop()
+    {
+        const Reference top = stack.back();
+        stack.pop_back();
+        return top;
+    }
+
+    Reference slot(int number)
+    {
+        const auto [entry, isNew] = slotIndices.try_emplace(number, program.variableSlots.size());
+        if (isNew) {
+            program.variableSlots.append(number);
+        }
+        return {Reference::Slot, entry->second};
+    }
+
+    Reference constant(double number)
+    {
+        // By bits: 0.0 and -0.0 are different constants, NaN is one.
+        quint64 bits = 0;
+        std::memcpy(&bits, &number, sizeof bits);
+        const auto [entry, isNew] = constantIndices.try_emplace(bits, program.constants.size());
+        if (isNew) {
+            program.constants.append(number);
+        }
+        return {Reference::Constant, entry->second};
+    }
+
+    Reference instruction(const Operation& operation)
+    {
+        const auto [entry, isNew] = resultIndices.try_emplace(operation, int(operations.size()));
+        if (isNew) {
+            operations.push_back(operation);
+        }
+        return {Reference::Result, entry->second};
+    }
+
+    int valueNumber(Reference reference) const
+    {
+        switch (reference.source) {
+        case Reference::Slot:
+            return reference.index;
+        case Reference::Constant:
+            return program.variableSlots.size() + reference.index;
+        default:
+            return program.firstInstructionValue() + reference.index;
+        }
+    }
+
+    void finish()
+    {
+        program.instructions.reserve(int(operations.size()));
+        for (const auto& [code, left, right] : operations) {
+            program.instructions.append(
+                {code, valueNumber(left), isBinary(code) ? valueNumber(right) : -1});
+        }
+        program.resultValue = valueNumber(stack.front());
+    }
+
+    Program& program;
+    std::vector<Reference> stack;
+    std::vector<Operation> operations;
+    std::map<int, int> slotIndices;
+    std::map<quint64, int> constantIndices;
+    std::map<Operation, int> resultIndices;
+};
+
+Program::Program(const QVector<parser_token>& tree)
+{
+    Compiler(*this).compile(tree);
+}
+
+int Program::highestSlot() const
+{
+    const auto highest = std::max_element(variableSlots.begin(), variableSlots.end());
+    return highest == variableSlots.end() ? -1 : *highest;
+}
+
+double Program::evaluate(const double* values) const
+{
+    QVarLengthArray<double, 256> numbers(firstInstructionValue() + instructions.size());
+    for (int i = 0; i < variableSlots.size(); ++i) {
+        numbers[i] = values[variableSlots.at(i)];
+    }
+    run(numbers.data());
+    return numbers.at(resultValue);
+}
+
+/// Fills in constants and results behind the slots' values.
+void Program::run(double* values) const
+{
+    std::copy(constants.begin(), constants.end(), values + variableSlots.size());
+    double* result = values + firstInstructionValue();
+    for (const Instruction& instruction : instructions) {
+        const double left = values[instruction.left];
+        if (isBinary(instruction.code)) {
+            const double right = values[instruction.right];
+            *result = visitBinaryOperator(instruction.code,
+                                          [left, right](auto apply) { return apply(left, right); });
+        } else {
+            *result =
+                visitUnaryOperator(instruction.code, [left](auto apply) { return apply(left); });
+        }
+        ++result;
+    }
+}
+
+BlockEvaluator::BlockEvaluator(const Program& compiled, const QVector<int>& varyingSlots)
+    : program(compiled)
+    , scalars(size_t(compiled.firstInstructionValue() + compiled.instructions.size()))
+{
+    std::copy(program.constants.begin(), program.constants.end(),
+              scalars.begin() + program.variableSlots.size());
+    planColumns(varyingSlots);
+    chunkSize = qBound(1, maximalColumnNumbers / qMax(1, columnCount), usualChunkSize);
+    columns.resize(size_t(columnCount) * size_t(chunkSize));
+}
+
+/// Sorts the instructions into those that are computed once and those that are computed
+/// for every individual, and gives the latter columns, each free again after its last use.
+void BlockEvaluator::planColumns(const QVector<int>& varyingSlots)
+{
+    const int valueCount = int(scalars.size());
+    const int firstResult = program.firstInstructionValue();
+    std::vector<int> lastUse(size_t(valueCount), -1);
+    for (int i = 0; i < program.instructions.size(); ++i) {
+        const Program::Instruction& instruction = program.instructions.at(i);
+        lastUse[size_t(instruction.left)] = i;
+        if (isBinary(instruction.code)) {
+            lastUse[size_t(instruction.right)] = i;
+        }
+    }
+    lastUse[size_t(program.resultValue)] = program.instructions.size();
+
+    std::vector<int> references(static_cast<size_t>(valueCount));
+    for (int value = 0; value < valueCount; ++value) {
+        references[size_t(value)] = ~value;
+    }
+    for (int i = 0; i < varyingSlots.size(); ++i) {
+        const int value = program.variableSlots.indexOf(varyingSlots.at(i));
+        if (value >= 0) {
+            references[size_t(value)] = columnCount++;
+            inputs.append(i);
+        }
+    }
+    std::vector<int> freeColumns;
+    for (int i = 0; i < program.instructions.size(); ++i) {
+        const Program::Instruction& instruction = program.instructions.at(i);
+        const bool binary = isBinary(instruction.code);
+        const int left = references[size_t(instruction.left)];
+        const int right = binary ? references[size_t(instruction.right)] : left;
+        if (left < 0 && right < 0) {
+            scalarInstructions.append(i);
+            continue;
+        }
+        // Operands go on before the result is placed: a result may overwrite an operand,
+        // as each individual's operand is read before its result is written.
+        for (const int value : {instruction.left, binary ? instruction.right : -1}) {
+            if (value >= firstResult && references[size_t(value)] >= 0
+                && lastUse[size_t(value)] == i) {
+                freeColumns.push_back(references[size_t(value)]);
+                lastUse[size_t(value)] = -1;
+            }
+        }
+        int column = columnCount;
+        if (freeColumns.empty()) {
+            ++columnCount;
+        } else {
+            column = freeColumns.back();
+            freeColumns.pop_back();
+        }
+        references[size_t(firstResult + i)] = column;
+        varyingInstructions.append({instruction.code, left, right, column, binary});
+    }
+    resultReference = references[size_t(program.resultValue)];
+}
+
+void BlockEvaluator::evaluate(const ValueBlock& block, double* results)
+{
+    const double* common = block.common.constData();
+    for (int i = 0; i < program.variableSlots.size(); ++i) {
+        scalars[size_t(i)] = common[program.variableSlots.at(i)];
+    }
+    for (const int index : qAsConst(scalarInstructions)) {
+        const Program::Instruction& instruction = program.instructions.at(index);
+        const double left = scalars[size_t(instruction.left)];
+        double& result = scalars[size_t(program.firstInstructionValue() + index)];
+        if (isBinary(instruction.code)) {
+            const double right = scalars[size_t(instruction.right)];
+            result = visitBinaryOperator(instruction.code,
+                                         [left, right](auto apply) { return apply(left, right); });
+        } else {
+            result =
+                visitUnaryOperator(instruction.code, [left](auto apply) { return apply(left); });
+        }
+    }
+    if (resultReference < 0) {
+        std::fill_n(results, block.count, scalars[size_t(~resultReference)]);
+        return;
+    }
+    for (int first = 0; first < block.count; first += chunkSize) {
+        const int count = qMin(chunkSize, block.count - first);
+        runChunk(block, first, count);
+        std::copy_n(column(resultReference), count, results + first);
+    }
+}
+
+void BlockEvaluator::runChunk(const ValueBlock& block, int first, int count)
+{
+    for (int i = 0; i < inputs.size(); ++i) {
+        const double* source =
+            block.varying.constData() + qptrdiff(inputs.at(i)) * block.count + first;
+        std::copy_n(source, count, column(i));
+    }
+    for (const VaryingInstruction& instruction : qAsConst(varyingInstructions)) {
+        double* result = column(instruction.column);
+        const double* left = operand(instruction.left);
+        const double* right = operand(instruction.right);
+        if (!instruction.binary) {
+            visitUnaryOperator(instruction.code, [=](auto apply) {
+                for (int i = 0; i < count; ++i) {
+                    result[i] = apply(left[i]);
+                }
+            });
+            continue;
+        }
+        visitBinaryOperator(instruction.code, [=](auto apply) {
+            if (instruction.left < 0) {
+                for (int i = 0; i < count; ++i) {
+                    result[i] = apply(*left, right[i]);
+                }
+            } else if (instruction.right < 0) {
+                for (int i = 0; i < count; ++i) {
+                    result[i] = apply(left[i], *right);
+                }
+            } else {
+                for (int i = 0; i < count; ++i) {
+                    result[i] = apply(left[i], right[i]);
+                }
+            }
+        });
+    }
+}
+
+const double* BlockEvaluator::operand(int reference) const
+{
+    return reference < 0 ? scalars.data() + ~reference
+                         : columns.data() + size_t(reference) * size_t(chunkSize);
+}

@@ -1,0 +1,104 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_EXPR_PROGRAM_H
+#define VELMORA_EXPR_PROGRAM_H
+
+#include "expr/parser_token.h"
+
+#include <QVector>
+
+#include <vector>
+
+/// The value vectors of many individuals that differ in a few slots only.
+struct ValueBlock
+{
+    QVector<double> common;    ///< [slot]: one value vector; varying slots are not read
+    QVector<int> varyingSlots; ///< slots that differ between the individuals, each once
+    QVector<double> varying;   ///< [varying slot][individual], column after column
+    int count = 0;             ///< individuals
+};
+
+/// A postfix token sequence compiled for evaluation without strings and allocations.
+/// Values are numbered: the slots that the expression reads, its constants, then the
+/// result of each instruction. Equal subexpressions are computed once; every operation
+/// is that of the token walk on the same operands, so results agree in every bit.
+class Program
+{
+public:
+    Program() = default;
+
+    /// Compiles a well-formed sequence: at least two tokens, operands for every operator,
+    /// one value at the end. Any other gives an invalid program.
+    explicit Program(const QVector<parser_token>& tree);
+
+    bool isValid() const { return resultValue >= 0; }
+
+    /// The slots read from a value vector, each once.
+    const QVector<int>& slotsRead() const { return variableSlots; }
+
+    /// The highest slot read from a value vector, -1 if none.
+    int highestSlot() const;
+
+    /// The value of the expression; values must hold highestSlot() + 1 numbers.
+    double evaluate(const double* values) const;
+
+private:
+    friend class BlockEvaluator;
+
+    struct Instruction
+    {
+        int code;
+        int left;  ///< value number of the left or only operand
+        int right; ///< value number of the right operand, -1 with one operand
+    };
+
+    int firstInstructionValue() const { return variableSlots.size() + constants.size(); }
+    void run(double* values) const;
+
+    QVector<int> variableSlots;
+    QVector<double> constants;
+    QVector<Instruction> instructions;
+    int resultValue = -1;
+
+    class Compiler;
+};
+
+/// Evaluates a program over the individuals of value blocks with the same varying slots.
+/// Subexpressions without a varying slot are computed once per block. Keeps scratch
+/// memory, so each thread needs its own.
+class BlockEvaluator
+{
+public:
+    /// The program must be valid.
+    BlockEvaluator(const Program& program, const QVector<int>& varyingSlots);
+
+    /// Writes one result per individual of the block.
+    void evaluate(const ValueBlock& block, double* results);
+
+private:
+    struct VaryingInstruction
+    {
+        int code;
+        int left;   ///< column number, or ~value number of a scalar
+        int right;  ///< the same; unused with one operand
+        int column; ///< of the result
+        bool binary;
+    };
+
+    void planColumns(const QVector<int>& varyingSlots);
+    void runChunk(const ValueBlock& block, int first, int count);
+    const double* operand(int reference) const;
+    double* column(int number) { return columns.data() + size_t(number) * size_t(chunkSize); }
+
+    Program program;
+    QVector<int> scalarInstructions; ///< indices into program.instructions
+    QVector<VaryingInstruction> varyingInstructions;
+    QVector<int> inputs;         ///< indices into the block's varying slots that are read
+    int columnCount = 0;         ///< columns 0 .. inputs.size()-1 hold the inputs
+    int resultReference = 0;     ///< column number, or ~value number of a scalar
+    int chunkSize = 0;           ///< individuals per pass
+    std::vector<double> scalars; ///< [value number]
+    std::vector<double> columns; ///< [column][individual of the chunk]
+};
+
+#endif

@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_MODEL_BINDING_H
+#define VELMORA_MODEL_BINDING_H
+
+#include <QStringList>
+#include <QVector>
+
+#include <optional>
+
+/// ETA numbers run from 1 to this; others are not bound.
+constexpr int highestEtaNumber = 999;
+
+/// Where the slots of a value vector get their numbers from. Slots that stand in neither
+/// list are NaN, as are columns outside the row.
+struct Binding
+{
+    struct FromColumn
+    {
+        int slot;
+        int column; ///< 0-based column of the bootstrap row, -1 for none
+    };
+    struct FromEta
+    {
+        int slot;
+        int eta; ///< 0-based: ETA1 is row 0 of omega
+    };
+
+    int slotCount = 0;
+    QVector<FromColumn> columns;
+    QVector<FromEta> etas;
+
+    /// The value vector of a bootstrap row, NaN in all slots that no column fills.
+    QVector<double> values(const QVector<double>& row) const;
+
+    /// Largest n of the ETAn variables, 0 without any.
+    int highestEta() const;
+};
+
+/// Binds the names of an endpoint expression: ofv (always the 20th column, by intent),
+/// COLn in five spellings, ETAn and THETAn. colNumTHETA1 is 1-based.
+Binding bindEndpoint(const QStringList& names, int colNumTHETA1);
+
+/// Binds the names of a weight expression: ofv (the 1-based column colNumOFV) and COLn.
+/// By intent THETAs, ETAs and the dose stay unbound.
+Binding bindWeight(const QStringList& names, int colNumOFV);
+
+/// The number in a name such as prefix + "3", for any prefix: the first part that is left
+/// when the name is cut at the prefix.
+std::optional<int> numberInName(const QString& name, const QString& prefix);
+
+/// n of a variable ETAn within the permitted numbers.
+std::optional<int> etaNumber(const QString& name);
+
+#endif

@@ -1,0 +1,83 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_MODEL_ENDPOINT_H
+#define VELMORA_MODEL_ENDPOINT_H
+
+#include "expr/parser.h"
+#include "model/binding.h"
+
+#include <QString>
+#include <QVector>
+
+class MultiNormalSampler;
+
+/// One candidate model's endpoint and weight: expressions over a bootstrap row (one row of
+/// the model's raw_results, columns in file order), with between-subject variability.
+///
+/// ETAs are simulated from omega for a number of individuals per dose, and the endpoint of
+/// the population is their mean or a percentile. A name that nothing binds is NaN and makes
+/// the result NaN; malformed expressions give 0.0 (see parser). Nothing is reported.
+class endPoint
+{
+public:
+    QString name;          ///< of the model, as shown on the pages
+    QVector<double> doses; ///< at which the dose-list evaluation runs, ascending
+    parser endPointParser;
+    parser weightParser;
+    int colNumTHETA1 = 21;    ///< 1-based column of THETA1
+    int colNumThird = 22;     ///< kept with the column settings; no evaluation reads it
+    int colNumOFV = 20;       ///< 1-based column of the OFV, read by weights only
+    int numSimulations = 100; ///< simulated individuals per dose of the dose-list evaluation
+    bool usesEtas = false;
+    int numEtas = 0;    ///< rows and columns of omega
+    int highestEta = 0; ///< largest n of the ETAn variables
+    /// 0-based column of the bootstrap row that gives an element of omega; negative where
+    /// the element is the number in omega. [row][column], symmetric.
+    QVector<QVector<int>> omegaColumns;
+    QVector<QVector<double>> omega; ///< covariance matrix of the ETAs, [row][column]
+    /// Negative: mean over the individuals. 0 to 100: that percentile.
+    int populationSummary = -1;
+
+    /// The endpoint at one dose. With ETAs always from 100 individuals, whatever
+    /// numSimulations says. Needs a current tree of endPointParser.
+    double evaluateEndpoint(double dose, QVector<double> row);
+
+    /// The endpoint at every dose of doses, in their order. Needs a current tree.
+    ///
+    /// The numSimulations individuals are spread evenly over the processors and the rest of
+    /// the division is not simulated, while mean and percentile still count it: with 100
+    /// individuals on 8 processors 96 are summed and divided by 100. All random numbers are
+    /// drawn on the calling thread, dose by dose.
+    QVector<double> evaluateEndpoint(QVector<double> row);
+
+    /// The value of the weight expression for the row, NaN if the expression is blank.
+    double evaluateWeight(QVector<double> row);
+
+    /// Brings highestEta, numEtas and omega in line with the endpoint expression.
+    void checkETA();
+
+    /// Changes the number of ETAs; new elements of omega are 0 and come from no column.
+    void resizeOmega(int size);
+
+    /// Takes over the doses and compiles the endpoint expression if its tree is missing or
+    /// belongs to an earlier text; to be called before the endpoint is evaluated.
+    void bringUpToDate(const QVector<double>& currentDoses);
+
+private:
+    void bindEndpointNames();
+    void bindWeightNames();
+    QVector<QVector<double>> omegaOf(const QVector<double>& row) const;
+    void appendSimulated(QVector<double>& endpoints, const QVector<double>& values,
+                         MultiNormalSampler& sampler);
+    double simulateOne(QVector<double> values, MultiNormalSampler& sampler);
+    double summary(const QVector<double>& individuals, int individualCount) const;
+
+    Binding endpointBinding;
+    QStringList boundEndpointNames; ///< the names that endpointBinding binds
+    int boundColNumTHETA1 = 0;
+    Binding weightBinding;
+    QString boundWeightExpression;
+    int boundColNumOFV = 0;
+};
+
+#endif

@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_MODEL_PERCENTILE_H
+#define VELMORA_MODEL_PERCENTILE_H
+
+#include <QVector>
+
+#include <cmath>
+
+/// Ascending order with NaN after every number; the order of all sorting of doubles.
+inline bool ascendingNanLast(double first, double second)
+{
+    return first < second || (std::isnan(second) && !std::isnan(first));
+}
+
+/// The element at index floor(individuals * percentile / 100) of the sorted values, NaN
+/// after every number. NaN if the index lies outside the values: individuals may exceed
+/// their count, and the 100th percentile is never reached; this is intended.
+double percentileOfIndividuals(QVector<double> values, int individuals, int percentile);
+
+#endif

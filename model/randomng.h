@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_MODEL_RANDOMNG_H
+#define VELMORA_MODEL_RANDOMNG_H
+
+#include <QVector>
+
+/// Normal and multivariate normal deviates from Qt's qrand(), which is never seeded: every
+/// start of the program gives the same sequence, and each thread has its own.
+/// Deviates by the cosine branch of Box & Muller (1958), two uniform numbers each.
+/// Matrices are indexed [row][column].
+class randomNG
+{
+public:
+    randomNG();
+
+    /// One standard normal deviate.
+    double normal();
+
+    /// One deviate per row of the covariance matrix, with mean 0. Rows of zeros give
+    /// exactly 0 and draw nothing; a matrix that is not positive definite gives NaN.
+    QVector<double> multiNormal(QVector<QVector<double>> covariance);
+
+    /// The lower triangular L with L times its transpose equal to the symmetric positive
+    /// definite matrix (Golub & Van Loan, Matrix Computations). Any other matrix gives NaN
+    /// on the diagonal; elements missing from a short row count as NaN.
+    QVector<QVector<double>> choleskyDecomposition(QVector<QVector<double>> matrix);
+};
+
+/// Draws many vectors from one covariance matrix, which is factored once.
+/// The vectors are those of randomNG::multiNormal.
+class MultiNormalSampler
+{
+public:
+    explicit MultiNormalSampler(const QVector<QVector<double>>& covariance);
+
+    /// Rows of the covariance matrix.
+    int size() const { return deviates.size(); }
+
+    /// The next vector, valid until the next call.
+    const QVector<double>& draw();
+
+private:
+    QVector<int> keptRows;  ///< rows with any element other than 0
+    QVector<double> factor; ///< rows of the lower triangle, one after the other
+    QVector<double> standardDeviates;
+    QVector<double> deviates;
+};
+
+#endif
