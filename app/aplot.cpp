@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/aplot.h"
 
+#include "model/percentile.h"
+
 #include <QDebug>
 #include <QTableWidget>
 #include <qcustomplot.h>
@@ -21,11 +23,6 @@ struct Bounds
     double lower;
     double upper;
 };
-
-bool numbersThenNaN(double left, double right)
-{
-    return left < right || (std::isnan(right) && !std::isnan(left));
-}
 
 std::optional<Bounds> boundsShown(const QVector<double>& values)
 {
@@ -75,8 +72,8 @@ aplot::aplot() = default;
 
 void histogram(QVector<double> data, QVector<double> edges, QCustomPlot* plot)
 {
-    std::sort(data.begin(), data.end(), numbersThenNaN);
-    std::sort(edges.begin(), edges.end(), numbersThenNaN);
+    std::sort(data.begin(), data.end(), ascendingNanLast);
+    std::sort(edges.begin(), edges.end(), ascendingNanLast);
     const QVector<int> counts = countPerBin(data, edges);
 
     // Makes the left side of a bin a nearly vertical step.

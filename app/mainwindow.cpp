@@ -8,6 +8,34 @@ namespace {
 
 constexpr int weightPage = 3;
 
+/// Point size in the crowded parts of the pages, where the desktop's font is larger.
+constexpr double compactPointSize = 9.0;
+
+QFont compactFont(QFont font)
+{
+    font.setPointSizeF(qMin(font.pointSizeF(), compactPointSize));
+    return font;
+}
+
+void setAxisFonts(QCPAxis* axis, const QFont& font)
+{
+    axis->setLabelFont(font);
+    axis->setTickLabelFont(font);
+}
+
+/// Narrows the letters until the text fits into the label's greatest width.
+void fitText(QLabel* label)
+{
+    QFont font = label->font();
+    for (int stretch = 100; stretch > 50; stretch -= 5) {
+        font.setStretch(stretch);
+        if (QFontMetrics(font).horizontalAdvance(label->text()) < label->maximumWidth()) {
+            break;
+        }
+    }
+    label->setFont(font);
+}
+
 } // namespace
 
 MainWindow::MainWindow(QWidget* parent)
@@ -23,6 +51,7 @@ MainWindow::MainWindow(QWidget* parent)
     , ui(new Ui_MainWindow)
 {
     ui->setupUi(this);
+    fitFonts();
     connectPlots();
     connect(ui->actionSave, &QAction::triggered, this, &MainWindow::saveModels);
     connect(ui->actionOpen, &QAction::triggered, this, &MainWindow::loadModels);
@@ -41,6 +70,24 @@ MainWindow::MainWindow(QWidget* parent)
 MainWindow::~MainWindow()
 {
     delete ui;
+}
+
+/// Makes texts readable where the layout's limits leave little room for them.
+void MainWindow::fitFonts()
+{
+    fitText(ui->label_2);
+    const QFont font = compactFont(ui->_1_tw_endPoints->font());
+    for (QWidget* widget : QVector<QWidget*>{
+             ui->_1_tw_endPoints, ui->_1_lb_etaText, ui->_1_cb_numEtas, ui->_1_tw_etaDefinition,
+             ui->_1_cb_iivEndPoint, ui->_1_sb_numSimulations, ui->_1_tw_rawResLabels,
+             ui->_5_tw_trueModelTMED, ui->_5_tw_Summary, ui->_5_tw_aveUnderEstOverEst}) {
+        widget->setFont(font);
+        if (QTableWidget* table = qobject_cast<QTableWidget*>(widget)) {
+            table->horizontalHeader()->setFont(font);
+        }
+    }
+    setAxisFonts(ui->_1_cp_typicalDRPlot->xAxis, font);
+    setAxisFonts(ui->_1_cp_typicalDRPlot->yAxis, font);
 }
 
 void MainWindow::contextMenuEvent(QContextMenuEvent* /*event*/) {}

@@ -180,7 +180,8 @@ private:
     QVector<double> find_dose(QVector<double> pos);
     void refresh_4_tw_doseChoice();
 
-    // Charts
+    // Looks
+    void fitFonts();
     void connectPlots();
     void showHistogramValues(QCustomPlot* plot, const HistogramSource& source,
                              HistogramSource& shown, const QVector<double>& values,

@@ -33,15 +33,17 @@ void csvwrite(QString path, QVector<QVector<double>> table);
 void csvwrite(QString path, QVector<QVector<double>> table, QStringList header);
 
 /// Writes the texts of the widget's cells without its headers; the last line has no
-/// line break. A cell without an item is a blank.
+/// line break. A cell without an item is a blank. A widget without rows gives an empty
+/// file.
 void csvwrite(QString path, QTableWidget* widget);
 
-/// The same from row firstRow on; the last row is always written.
+/// The same from row firstRow on, 0 if negative; the last row is always written.
 void csvwrite(QString path, QTableWidget* widget, int firstRow);
 
 /// Shows the table, each number with 6 significant digits and "NaN" where a row is short.
 /// The column count starts at the length of the last row and grows with longer rows, so
-/// that rows above such a row keep cells without an item.
+/// that rows above such a row keep cells without an item. An empty table removes the rows
+/// and leaves the columns. The current cell stays current where it still exists.
 void csvDisplay(QTableWidget* widget, QVector<QVector<double>> table);
 
 /// The same with the names of the header as column headings; widens the table to hold
