@@ -133,6 +133,7 @@ private:
     void setDataSetMaximum(int maximum);
     void resizeEndPoints(const QStringList& modelNames);
     void showModelNames();
+    void refreshShownResults();
     void showMessage(const QString& text);
     void readColumnNumber(QLineEdit* edit, const QString& text, int& column,
                           int endPoint::*endPointColumn);

@@ -162,10 +162,15 @@ void MainWindow::showImport(const QStringList& modelNames)
     showModelNames();
     refresh_0_tw_RawResults();
     refresh_0_cp_rawResHistoGram();
-    // What other pages already show belongs to the data before.
     refresh_1_tw_rawResLabels();
-    refresh_1_cp_typicalDRPlot();
     refresh__1_tw_etaDefinition();
+    refreshShownResults();
+}
+
+/// Renews what pages "1" and "2" already show, after a change of the data or of columns.
+void MainWindow::refreshShownResults()
+{
+    refresh_1_cp_typicalDRPlot();
     if (ui->_2_tw_relativeWeight->rowCount() > 0) {
         refresh_2_tw_relativeWeight();
     }
@@ -251,4 +256,5 @@ void MainWindow::readColumnNumber(QLineEdit* edit, const QString& text, int& col
     for (endPoint& definition : endPoints) {
         definition.*endPointColumn = number;
     }
+    refreshShownResults();
 }

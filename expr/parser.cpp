@@ -220,16 +220,20 @@ QVector<parser_token> parser::tokens() const
 {
     parser_token whole;
     whole.text = expression;
-    QVector<parser_token> sequence{whole};
-    for (int row = 0; row < operatorTexts.size(); ++row) {
+    // The first cut also classifies the text where there is nothing to cut.
+    QVector<parser_token> sequence =
+        whole.split(operatorTexts.first(), parser_token::Operator, operatorCodes.first());
+    for (int row = 1; row < operatorTexts.size(); ++row) {
         const QString& text = operatorTexts.at(row);
         QVector<parser_token> cut;
         cut.reserve(sequence.size());
         for (parser_token& token : sequence) {
-            if (operatorCodes.at(row) == OpeningParenthesis && isFunctionText(token.text)) {
-                cut.append(token);
-            } else {
+            const bool isFunction =
+                operatorCodes.at(row) == OpeningParenthesis && isFunctionText(token.text);
+            if (!isFunction && (token.text.contains(text) || token.text.contains('$'))) {
                 cut += token.split(text, parser_token::Operator, operatorCodes.at(row));
+            } else {
+                cut.append(token);
             }
         }
         sequence = cut;

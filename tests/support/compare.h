@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_TESTS_SUPPORT_COMPARE_H
+#define VELMORA_TESTS_SUPPORT_COMPARE_H
+
+#include <QVector>
+
+#include <algorithm>
+#include <cmath>
+
+/// Whether two numbers agree within a relative tolerance (absolute below 1); says by a
+/// warning when not. NaN agrees with NaN, an infinity with itself.
+inline bool almostEqual(double actual, double expected, double tolerance = 1e-9)
+{
+    const bool agree =
+        (std::isnan(actual) && std::isnan(expected)) || actual == expected
+        || std::fabs(actual - expected) <= tolerance * std::max(1.0, std::fabs(expected));
+    if (!agree) {
+        qWarning("%.17g instead of %.17g", actual, expected);
+    }
+    return agree;
+}
+
+/// The same for vectors of any depth, which must also be equally long.
+template <typename T>
+bool almostEqual(const QVector<T>& actual, const QVector<T>& expected, double tolerance = 1e-9)
+{
+    const auto agree = [tolerance](const T& a, const T& b) { return almostEqual(a, b, tolerance); };
+    return std::equal(actual.begin(), actual.end(), expected.begin(), expected.end(), agree);
+}
+
+#endif
