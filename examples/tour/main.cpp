@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "examples/tour/studies.h"
+#include "examples/tour/tour.h"
+
+#include <QApplication>
+#include <QTextStream>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+/// Prints warnings, without the platform's remarks on what it lacks, and ends the program
+/// with status 1 when a step has gone wrong.
+void report(QtMsgType type, const QMessageLogContext&, const QString& text)
+{
+    if (type == QtFatalMsg) {
+        std::fprintf(stderr, "The tour stopped: %s\n", qPrintable(text));
+        std::_Exit(EXIT_FAILURE);
+    }
+    const bool onPlatform =
+        text.startsWith("This plugin does not support") || text.startsWith("QStandardPaths:");
+    if (type != QtDebugMsg && !onPlatform) {
+        std::fprintf(stderr, "%s\n", qPrintable(text));
+    }
+}
+
+} // namespace
+
+/// velmora-tour [DATA_FOLDER [OUTPUT_FOLDER]]
+int main(int argc, char** argv)
+{
+    const bool hasDisplay =
+        qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+    if (!hasDisplay && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    qInstallMessageHandler(report);
+    const QApplication application(argc, argv);
+    const QStringList arguments = QApplication::arguments();
+    const QString outputFolder = arguments.value(2, "build/tour");
+
+    Tour tour(outputFolder);
+    playBiomarkerStudy(tour, arguments.value(1, "examples/biomarker"));
+    QTextStream(stdout) << "\nPictures and results are in " << outputFolder << '\n';
+    return tour.isWatched() ? QApplication::exec() : EXIT_SUCCESS;
+}

@@ -1,0 +1,82 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "examples/tour/tour.h"
+
+#include <QFile>
+#include <QGuiApplication>
+#include <QTableWidget>
+#include <QTest>
+#include <qcustomplot.h>
+
+Tour::Tour(const QString& outputFolder)
+    : m_output(outputFolder)
+    , m_watched(QGuiApplication::platformName() != "offscreen")
+{
+    require(m_output.mkpath("."), "cannot create " + outputFolder);
+    user::show(m_window);
+}
+
+void Tour::showPage(int page)
+{
+    user::showPage(m_window, page);
+    pause();
+}
+
+void Tour::pause() const
+{
+    QTest::qWait(m_watched ? 800 : 0);
+}
+
+void Tour::require(bool condition, const QString& problem) const
+{
+    if (!condition) {
+        qFatal("%s", qPrintable(problem));
+    }
+}
+
+void Tour::savePicture(const QString& name)
+{
+    pause();
+    const QString path = m_output.filePath(name + ".png");
+    require(m_window.grab().save(path), "cannot write " + path);
+}
+
+void Tour::saveTable(const QString& name, const char* table) const
+{
+    const auto* cells = widget<QTableWidget>(table);
+    const auto textOf = [](const QTableWidgetItem* item) {
+        return item ? item->text() : QString();
+    };
+
+    QString content;
+    for (int column = 0; column < cells->columnCount(); ++column) {
+        content += ',' + textOf(cells->horizontalHeaderItem(column));
+    }
+    for (int row = 0; row < cells->rowCount(); ++row) {
+        content += '\n' + textOf(cells->verticalHeaderItem(row));
+        for (int column = 0; column < cells->columnCount(); ++column) {
+            content += ',' + textOf(cells->item(row, column));
+        }
+    }
+    writeFile(name, content + '\n');
+}
+
+void Tour::saveCurve(const QString& name, const char* plot, const QString& heading) const
+{
+    const auto* chart = widget<QCustomPlot>(plot);
+    require(chart->graphCount() > 0, QString("%1 shows no curve").arg(plot));
+
+    QString content = heading + '\n';
+    for (const QCPGraphData& point : *chart->graph(0)->data()) {
+        content += QString("%1,%2\n").arg(point.key, 0, 'g', 17).arg(point.value, 0, 'g', 17);
+    }
+    writeFile(name, content);
+}
+
+void Tour::writeFile(const QString& name, const QString& content) const
+{
+    QFile file(m_output.filePath(name + ".csv"));
+    const QByteArray bytes = content.toUtf8();
+    require(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size(),
+            "cannot write " + file.fileName());
+}

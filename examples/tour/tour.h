@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_EXAMPLES_TOUR_TOUR_H
+#define VELMORA_EXAMPLES_TOUR_TOUR_H
+
+#include "app/mainwindow.h"
+#include "tests/support/userinput.h"
+
+#include <QDir>
+
+/// The window on which a study is played as a user would, and the folder that keeps what
+/// the window shows. A step that goes wrong ends the program with a message.
+class Tour
+{
+public:
+    explicit Tour(const QString& outputFolder);
+
+    /// Whether someone can watch; without a display nobody can.
+    bool isWatched() const { return m_watched; }
+
+    MainWindow& window() { return m_window; }
+
+    template <typename T>
+    T* widget(const char* name) const
+    {
+        return user::widget<T>(m_window, name);
+    }
+
+    /// Opens a page of the tool box, 0 being the import page.
+    void showPage(int page);
+
+    /// Leaves a spectator the time to see the last step.
+    void pause() const;
+
+    /// Ends the program if a step did not have its effect.
+    void require(bool condition, const QString& problem) const;
+
+    /// The window as it looks now, as <name>.png; a pause comes first.
+    void savePicture(const QString& name);
+
+    /// A table as shown, with its headings, as <name>.csv; headings hold no comma.
+    void saveTable(const QString& name, const char* table) const;
+
+    /// A chart's first curve with full precision, as <name>.csv.
+    void saveCurve(const QString& name, const char* plot, const QString& heading) const;
+
+private:
+    void writeFile(const QString& name, const QString& content) const;
+
+    MainWindow m_window;
+    QDir m_output;
+    bool m_watched;
+};
+
+#endif

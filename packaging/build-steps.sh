@@ -1,0 +1,45 @@
+# SPDX-FileCopyrightText: Velmora contributors
+# SPDX-License-Identifier: GPL-3.0-or-later
+# For sourcing by run.sh and test.sh, which run from the project's root.
+# shellcheck shell=bash
+
+# Installs what is missing of packaging/debian-packages.txt; asks nothing.
+ensure_packages() {
+    local line missing=()
+    if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
+        echo "Not a Debian system: packaging/debian-packages.txt lists what has to be there." >&2
+        return 0
+    fi
+    while read -r line || [ -n "$line" ]; do
+        case "$line" in '' | '#'*) continue ;; esac
+        # shellcheck disable=SC2016 # dpkg-query's own variable
+        [ "$(dpkg-query -W -f '${db:Status-Status}' "$line" 2>/dev/null)" = installed ] \
+            || missing+=("$line")
+    done <packaging/debian-packages.txt
+    [ "${#missing[@]}" -gt 0 ] || return 0
+
+    local as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        if ! sudo -n true 2>/dev/null; then
+            echo "Missing packages: ${missing[*]}. Install them as root, then start again." >&2
+            return 1
+        fi
+        as_root=(sudo -n)
+    fi
+    echo "Installing ${missing[*]}"
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -q
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y -q --no-install-recommends "${missing[@]}"
+}
+
+# Configures a preset and builds the given targets, or all of them:
+# build_preset PRESET [TARGET...]
+build_preset() {
+    local preset=$1 options=()
+    shift
+    if command -v ccache >/dev/null; then
+        options=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+    fi
+    cmake --preset "$preset" "${options[@]}"
+    cmake --build --preset "$preset" --parallel "$(nproc)" ${1:+--target "$@"}
+}

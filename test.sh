@@ -1,0 +1,39 @@
+#!/usr/bin/env bash
+# SPDX-FileCopyrightText: Velmora contributors
+# SPDX-License-Identifier: GPL-3.0-or-later
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")"
+
+usage() {
+    cat <<'TEXT'
+Usage: ./test.sh [--preset PRESET]
+
+Installs missing packages (Debian, as root or with sudo), builds everything below
+build/PRESET and runs all tests; no display is needed.
+
+  --preset PRESET   dev (the default: a debug build, in which Qt checks every
+                    access to a container and warnings are errors), release,
+                    or asan (address and undefined behaviour sanitizers)
+  --help            show this text
+TEXT
+}
+
+preset=dev
+while [ "$#" -gt 0 ]; do
+    case "$1" in
+        --preset)
+            [ "$#" -ge 2 ] || { usage >&2; exit 2; }
+            preset=$2
+            shift
+            ;;
+        -h | --help) usage; exit 0 ;;
+        *) usage >&2; exit 2 ;;
+    esac
+    shift
+done
+
+# shellcheck source=packaging/build-steps.sh
+source packaging/build-steps.sh
+ensure_packages
+build_preset "$preset"
+ctest --preset "$preset" --parallel "$(nproc)"
