@@ -1,0 +1,140 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "bench/comparison.h"
+#include "bench/inputs.h"
+#include "bench/subjects.h"
+#include "io/csv.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTextStream>
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+
+namespace {
+
+constexpr int rowCount = 10000;
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+struct RawFile
+{
+    QStringList heading;
+    Table table;
+};
+
+bool sameFile(const RawFile& first, const RawFile& second)
+{
+    return first.heading == second.heading && sameBits(first.table, second.table);
+}
+
+/// A raw_results file of 6 significant digits below a quoted heading, removed at the end.
+class RawResultsFile
+{
+public:
+    RawResultsFile()
+    {
+        QFile file(path());
+        if (!file.open(QIODevice::WriteOnly)) {
+            return;
+        }
+        QTextStream stream(&file);
+        for (int column = 0; column < InputColumnCount; ++column) {
+            stream << (column > 0 ? "," : "") << "\"column" << column + 1 << '"';
+        }
+        stream << '\n';
+        InputNumbers numbers;
+        for (const QVector<double>& row : bootstrapTable(numbers, rowCount)) {
+            for (int column = 0; column < row.size(); ++column) {
+                stream << (column > 0 ? "," : "") << row.at(column);
+            }
+            stream << '\n';
+        }
+    }
+
+    QString path() const { return folder.filePath("raw_results_model1.csv"); }
+
+private:
+    QTemporaryDir folder;
+};
+
+QString filePath()
+{
+    static const RawResultsFile file;
+    return file.path();
+}
+
+RawFile readByHand()
+{
+    QFile file(filePath());
+    if (!file.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    const QByteArray text = file.readAll();
+    const char* const end = text.constData() + text.size();
+    const char* position = std::find(text.constData(), end, '\n');
+    RawFile result;
+    result.heading =
+        QString::fromLatin1(text.constData(), int(position - text.constData())).split(',');
+    result.table.reserve(rowCount);
+    while (end - position > 1) {
+        QVector<double> row;
+        row.reserve(result.heading.size());
+        do {
+            double value = notANumber;
+            position = std::from_chars(position + 1, end, value).ptr;
+            row.append(value);
+        } while (*position == ',');
+        result.table.append(row);
+    }
+    return result;
+}
+
+RawFile readVelmora()
+{
+    return {csvWithHeaderReadHeader(filePath()), csvWithHeaderReadToDouble(filePath())};
+}
+
+RawFile readByStream()
+{
+    QFile file(filePath());
+    if (!file.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    QTextStream stream(&file);
+    RawFile result;
+    result.heading = stream.readLine().split(',');
+    while (!stream.atEnd()) {
+        QVector<double> row;
+        for (const QString& field : stream.readLine().split(',')) {
+            bool isNumber = false;
+            const double value = field.toDouble(&isNumber);
+            row.append(isNumber ? value : notANumber);
+        }
+        result.table.append(row);
+    }
+    return result;
+}
+
+} // namespace
+
+void registerCsv()
+{
+    const auto way = [](const char* name, RawFile (*read)()) {
+        return Comparison::Way{name,
+                               [read] { benchmark::DoNotOptimize(read().table.constData()); }};
+    };
+    Comparison comparison;
+    comparison.subject = "csv/rawResults";
+    comparison.ways = {way("plain", readByHand), way("velmora", readVelmora),
+                       way("textStream", readByStream)};
+    comparison.agree = [] {
+        const RawFile expected = readByStream();
+        return expected.table.size() == rowCount && sameFile(readByHand(), expected)
+               && sameFile(readVelmora(), expected);
+    };
+    comparison.items = rowCount;
+    comparison.bytes = [] { return QFile(filePath()).size(); };
+    registerComparison(comparison);
+}

@@ -1,0 +1,286 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "bench/comparison.h"
+#include "bench/inputs.h"
+#include "bench/subjects.h"
+#include "expr/parser.h"
+
+#include <muParser.h>
+
+#include <cmath>
+#include <limits>
+#include <memory>
+
+namespace {
+
+constexpr int vectorCount = 10000;
+/// Individuals of one dose on one of two processors, as simulations evaluate them.
+constexpr int smallBlockCount = 50;
+
+using Formula = double (*)(const double*);
+using PlainLoop = void (*)(const double* vectors, int slotCount, double* results);
+
+/// The formula inlined into the loop, so that evaluations overlap.
+template <Formula formula>
+void evaluateInlined(const double* vectors, int slotCount, double* results)
+{
+    for (int i = 0; i < vectorCount; ++i) {
+        results[i] = formula(vectors);
+        vectors += slotCount;
+    }
+}
+
+// The expressions by hand. v[2] is the dose; from v[3] on the other names follow in their
+// order of appearance.
+
+double emax(const double* v)
+{
+    const double dose = v[2];
+    return v[3] + v[4] * dose / (v[5] + dose);
+}
+
+double sigmoidEmax(const double* v)
+{
+    const double effect = std::pow(v[2], v[5]);
+    return v[3] + v[4] * effect / (std::pow(v[6], v[5]) + effect);
+}
+
+double etaEmax(const double* v)
+{
+    const double dose = v[2];
+    return v[3] + v[4] + v[5] * std::exp(v[6]) * dose / (v[7] * std::exp(v[8]) + dose);
+}
+
+double decay(const double* v)
+{
+    return v[3] * std::exp(-v[4] * v[2]);
+}
+
+double defaultWeight(const double* v)
+{
+    return -3.0 - v[3] / 2.0;
+}
+
+double thirtyOperations(const double* v)
+{
+    const double dose = v[2];
+    const double effect = std::pow(dose, v[9]);
+    return v[3] * (1 + v[4] * (v[5] - 70) / 70) * std::exp(-v[6] * dose / (v[7] + dose))
+           + v[8] * effect / (std::pow(v[10], v[9]) + effect) * (1 - std::exp(-v[11] * v[12]))
+           - v[13] * std::log(1 + v[14] / v[15]) + v[16] * v[17];
+}
+
+struct ExpressionCase
+{
+    const char* name;
+    const char* text;
+    Formula formula;
+    PlainLoop inlined;
+};
+
+/// With ETAs only these vary between the value vectors, as between simulated individuals;
+/// otherwise all names do, as between bootstrap samples and doses.
+constexpr ExpressionCase cases[] = {
+    {"emax", "THETA1+THETA2*DOSE/(THETA3+DOSE)", emax, evaluateInlined<emax>},
+    {"sigmoidEmax", "THETA1+THETA2*DOSE^THETA4/(THETA3^THETA4+DOSE^THETA4)", sigmoidEmax,
+     evaluateInlined<sigmoidEmax>},
+    {"etaEmax", "THETA1+ETA1+THETA2*exp(ETA2)*DOSE/(THETA3*exp(ETA3)+DOSE)", etaEmax,
+     evaluateInlined<etaEmax>},
+    {"decay", "THETA1*exp((0-THETA2)*DOSE)", decay, evaluateInlined<decay>},
+    {"defaultWeight", "(0-3-ofv/2)", defaultWeight, evaluateInlined<defaultWeight>},
+    {"thirtyOperations",
+     "THETA1*(1+THETA2*(COL5-70)/70)*exp((0-THETA3)*DOSE/(THETA4+DOSE))"
+     "+THETA5*DOSE^THETA6/(THETA7^THETA6+DOSE^THETA6)*(1-exp((0-THETA8)*COL6))"
+     "-THETA9*log(1+COL7/THETA10)+COL8*COL9",
+     thirtyOperations, evaluateInlined<thirtyOperations>},
+};
+
+double inputFor(const QString& name, InputNumbers& numbers)
+{
+    if (name.startsWith("ETA")) {
+        return numbers.between(-0.5, 0.5);
+    }
+    if (name.startsWith("THETA")) {
+        return numbers.between(0.2, 2.0);
+    }
+    return numbers.between(1.0, 100.0);
+}
+
+/// The same value vectors in the form that each way takes.
+class ExpressionInputs
+{
+public:
+    explicit ExpressionInputs(const ExpressionCase& expressionCase);
+
+    QVector<double> plain();
+    QVector<double> inlined();
+    QVector<double> blockWise();
+    QVector<double> smallBlocks();
+    QVector<double> vectorByVector();
+    QVector<double> muParser();
+    bool agree();
+
+private:
+    void drawValues();
+    ValueBlock block(int first, int count) const;
+
+    Formula formula;
+    PlainLoop inlinedLoop;
+    parser expression;
+    int slotCount = 0;
+    QVector<int> varyingSlots;
+    QVector<QVector<double>> vectors; ///< [vector][slot]
+    std::vector<double> flat;         ///< the same in one piece
+    ValueBlock wholeBlock;
+    QVector<ValueBlock> blocks;
+    mu::Parser otherParser;
+    std::vector<double> bound; ///< [slot], read by otherParser
+};
+
+ExpressionInputs::ExpressionInputs(const ExpressionCase& expressionCase)
+    : formula(expressionCase.formula)
+    , inlinedLoop(expressionCase.inlined)
+    , expression(QString(expressionCase.text))
+{
+    expression.generate_tree();
+    slotCount = expression.variables.size();
+    drawValues();
+    wholeBlock = block(0, vectorCount);
+    for (int first = 0; first < vectorCount; first += smallBlockCount) {
+        blocks.append(block(first, smallBlockCount));
+    }
+    bound.resize(std::size_t(slotCount));
+    for (int slot = 0; slot < slotCount; ++slot) {
+        otherParser.DefineVar(expression.variables.at(slot).toStdString(),
+                              &bound[std::size_t(slot)]);
+    }
+    otherParser.SetExpr(expressionCase.text);
+}
+
+void ExpressionInputs::drawValues()
+{
+    InputNumbers numbers;
+    const QStringList etas = expression.variables.filter(QRegExp("^ETA"));
+    QVector<double> values(slotCount, std::numeric_limits<double>::quiet_NaN());
+    for (int slot = DoseSlot; slot < slotCount; ++slot) {
+        const QString& name = expression.variables.at(slot);
+        values[slot] = inputFor(name, numbers);
+        const bool isRead = expression.expression.contains(name);
+        if (isRead && (etas.isEmpty() || etas.contains(name))) {
+            varyingSlots.append(slot);
+        }
+    }
+    for (int i = 0; i < vectorCount; ++i) {
+        for (const int slot : qAsConst(varyingSlots)) {
+            values[slot] = inputFor(expression.variables.at(slot), numbers);
+        }
+        vectors.append(values);
+        flat.insert(flat.end(), values.constBegin(), values.constEnd());
+    }
+}
+
+ValueBlock ExpressionInputs::block(int first, int count) const
+{
+    ValueBlock result;
+    result.common = vectors.at(first);
+    result.varyingSlots = varyingSlots;
+    result.count = count;
+    for (const int slot : varyingSlots) {
+        for (int i = first; i < first + count; ++i) {
+            result.varying.append(vectors.at(i).at(slot));
+        }
+    }
+    return result;
+}
+
+QVector<double> ExpressionInputs::plain()
+{
+    QVector<double> results(vectorCount);
+    const double* values = flat.data();
+    for (double& result : results) {
+        result = formula(values);
+        values += slotCount;
+    }
+    return results;
+}
+
+QVector<double> ExpressionInputs::inlined()
+{
+    QVector<double> results(vectorCount);
+    inlinedLoop(flat.data(), slotCount, results.data());
+    return results;
+}
+
+QVector<double> ExpressionInputs::blockWise()
+{
+    QVector<double> results(vectorCount);
+    expression.evaluateBlock(wholeBlock, results.data());
+    return results;
+}
+
+QVector<double> ExpressionInputs::smallBlocks()
+{
+    QVector<double> results(vectorCount);
+    double* next = results.data();
+    for (const ValueBlock& values : qAsConst(blocks)) {
+        expression.evaluateBlock(values, next);
+        next += values.count;
+    }
+    return results;
+}
+
+QVector<double> ExpressionInputs::vectorByVector()
+{
+    QVector<double> results(vectorCount);
+    double* next = results.data();
+    for (const QVector<double>& values : qAsConst(vectors)) {
+        *next++ = expression.evaluate_tree(values);
+    }
+    return results;
+}
+
+QVector<double> ExpressionInputs::muParser()
+{
+    QVector<double> results(vectorCount);
+    double* next = results.data();
+    for (const QVector<double>& values : qAsConst(vectors)) {
+        std::copy(values.begin(), values.end(), bound.begin());
+        *next++ = otherParser.Eval();
+    }
+    return results;
+}
+
+bool ExpressionInputs::agree()
+{
+    const QVector<double> expected = plain();
+    return sameBits(inlined(), expected) && sameBits(blockWise(), expected)
+           && sameBits(smallBlocks(), expected) && sameBits(vectorByVector(), expected)
+           && sameWithin(muParser(), expected, 1e-12);
+}
+
+} // namespace
+
+void registerExpressions()
+{
+    for (const ExpressionCase& expressionCase : cases) {
+        const auto inputs = std::make_shared<ExpressionInputs>(expressionCase);
+        const auto way = [inputs](const char* name,
+                                  QVector<double> (ExpressionInputs::*results)()) {
+            return Comparison::Way{name, [inputs, results] {
+                                       benchmark::DoNotOptimize((inputs.get()->*results)().data());
+                                   }};
+        };
+        Comparison comparison;
+        comparison.subject = std::string("expression/") + expressionCase.name;
+        comparison.ways = {way("plain", &ExpressionInputs::plain),
+                           way("inlined", &ExpressionInputs::inlined),
+                           way("block", &ExpressionInputs::blockWise),
+                           way("blocksOf50", &ExpressionInputs::smallBlocks),
+                           way("single", &ExpressionInputs::vectorByVector),
+                           way("muParser", &ExpressionInputs::muParser)};
+        comparison.agree = [inputs] { return inputs->agree(); };
+        comparison.items = vectorCount;
+        comparison.unit = benchmark::kMicrosecond;
+        registerComparison(comparison);
+    }
+}
