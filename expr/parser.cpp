@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cstring>
 #include <iterator>
+#include <optional>
 
 namespace {
 
@@ -296,6 +297,24 @@ void parser::evaluateBlock(const ValueBlock& block, double* results)
             values[block.varyingSlots.at(i)] = block.varying.at(i * block.count + individual);
         }
         results[individual] = evaluate_tree(values);
+    }
+}
+
+void parser::evaluateBlocks(const QVector<ValueBlock>& blocks, double* results)
+{
+    std::optional<BlockEvaluator> evaluator;
+    QVector<int> plannedSlots;
+    for (const ValueBlock& block : blocks) {
+        if (!programFits(block.common.size())) {
+            evaluateBlock(block, results);
+        } else {
+            if (!evaluator || plannedSlots != block.varyingSlots) {
+                evaluator.emplace(program, block.varyingSlots);
+                plannedSlots = block.varyingSlots;
+            }
+            evaluator->evaluate(block, results);
+        }
+        results += block.count;
     }
 }
 

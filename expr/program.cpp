@@ -120,6 +120,7 @@ private:
         const auto [entry, isNew] = slotIndices.try_emplace(number, program.variableSlots.size());
         if (isNew) {
             program.variableSlots.append(number);
+            program.highest = qMax(program.highest, number);
         }
         return {Reference::Slot, entry->second};
     }
@@ -178,12 +179,6 @@ private:
 Program::Program(const QVector<parser_token>& tree)
 {
     Compiler(*this).compile(tree);
-}
-
-int Program::highestSlot() const
-{
-    const auto highest = std::max_element(variableSlots.begin(), variableSlots.end());
-    return highest == variableSlots.end() ? -1 : *highest;
 }
 
 double Program::evaluate(const double* values) const

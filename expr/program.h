@@ -37,7 +37,7 @@ public:
     const QVector<int>& slotsRead() const { return variableSlots; }
 
     /// The highest slot read from a value vector, -1 if none.
-    int highestSlot() const;
+    int highestSlot() const { return highest; }
 
     /// The value of the expression; values must hold highestSlot() + 1 numbers.
     double evaluate(const double* values) const;
@@ -59,6 +59,7 @@ private:
     QVector<double> constants;
     QVector<Instruction> instructions;
     int resultValue = -1;
+    int highest = -1;
 
     class Compiler;
 };

@@ -9,6 +9,7 @@
 #include <QThread>
 #include <QtConcurrentMap>
 
+#include <algorithm>
 #include <limits>
 
 namespace {
@@ -56,15 +57,14 @@ ValueBlock drawBlock(const QVector<double>& values, const Binding& binding,
     for (const Binding::FromEta& source : binding.etas) {
         block.varyingSlots.append(source.slot);
     }
-    block.varying.resize(binding.etas.size() * count);
-    double* varying = block.varying.data();
-    for (int individual = 0; individual < count; ++individual) {
-        const QVector<double>& etas = sampler.draw();
-        double* target = varying + individual;
-        for (const Binding::FromEta& source : binding.etas) {
-            *target = source.eta < etas.size() ? etas.at(source.eta) : notANumber;
-            target += count;
+    const QVector<double> columns = sampler.drawColumns(count);
+    block.varying.fill(notANumber, binding.etas.size() * count);
+    double* target = block.varying.data();
+    for (const Binding::FromEta& source : binding.etas) {
+        if (source.eta < sampler.size()) {
+            std::copy_n(columns.constData() + source.eta * count, count, target);
         }
+        target += count;
     }
     return block;
 }

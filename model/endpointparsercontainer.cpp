@@ -28,9 +28,11 @@ void endPointParserContainer::clearVariables()
 void evaluateEPParser(endPointParserContainer& c)
 {
     c.results = c.parser.evaluateAll(c.variables);
+    const int first = c.results.size();
+    int count = first;
     for (const ValueBlock& block : qAsConst(c.blocks)) {
-        const int first = c.results.size();
-        c.results.resize(first + block.count);
-        c.parser.evaluateBlock(block, c.results.data() + first);
+        count += block.count;
     }
+    c.results.resize(count);
+    c.parser.evaluateBlocks(c.blocks, c.results.data() + first);
 }

@@ -4,27 +4,80 @@
 
 #include <QtGlobal>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
+#include <thread>
 
 namespace {
+
+constexpr double largestUniform = 2147483647.0;
+
+// The sequence of qrand() is part of what the program promises.
+QT_WARNING_PUSH
+QT_WARNING_DISABLE_DEPRECATED
+
+/// The successor of a number of the minimal standard generator (Park & Miller 1988, with
+/// the multiplier of 1993): 48271 state modulo 2^31 - 1.
+quint32 successor(quint32 state)
+{
+    const quint64 product = quint64(state) * 48271U;
+    const quint32 sum = quint32(product & 0x7fffffffU) + quint32(product >> 31U);
+    return sum >= 0x7fffffffU ? sum - 0x7fffffffU : sum;
+}
+
+/// Whether qrand() is that generator and qsrand() sets its state, so that its numbers can
+/// be made without a call for each. Leaves the sequence of the calling thread as it is.
+bool isMinimalStandard()
+{
+    // A thread's first call may differ from the later ones, so it is not this one.
+    static const bool isStandard = [] {
+        bool agrees = false;
+        std::thread([&agrees] {
+            quint32 state = quint32(qrand());
+            agrees = state == successor(1);
+            for (const quint32 seed : {state, 77U, 2147483646U}) {
+                qsrand(seed);
+                state = seed;
+                for (int call = 0; call < 8; ++call) {
+                    state = successor(state);
+                    agrees = agrees && quint32(qrand()) == state;
+                }
+            }
+        }).join();
+        return agrees;
+    }();
+    return isStandard;
+}
 
 /// In [0, 1]; qrand() gives 0 to 2147483647.
 double uniform()
 {
-    // The sequence of qrand() is part of what the program promises.
-    QT_WARNING_PUSH
-    QT_WARNING_DISABLE_DEPRECATED
-    return qrand() / 2147483647.0;
-    QT_WARNING_POP
+    return qrand() / largestUniform;
 }
 
-double standardNormal()
+/// The next numbers of uniform().
+void fillUniform(double* numbers, int count)
 {
-    const double first = uniform();
-    const double second = uniform();
-    const double radius = std::sqrt(-2.0 * std::log(first));
-    return radius * std::cos(6.283185307179586 * second);
+    if (count < 1 || !isMinimalStandard()) {
+        std::generate_n(numbers, qMax(0, count), uniform);
+        return;
+    }
+    quint32 state = quint32(qrand());
+    numbers[0] = state / largestUniform;
+    for (int i = 1; i < count; ++i) {
+        state = successor(state);
+        numbers[i] = int(state) / largestUniform;
+    }
+    qsrand(state);
+}
+
+QT_WARNING_POP
+
+double standardNormal(double firstUniform, double secondUniform)
+{
+    const double radius = std::sqrt(-2.0 * std::log(firstUniform));
+    return radius * std::cos(6.283185307179586 * secondUniform);
 }
 
 double element(const QVector<QVector<double>>& matrix, int row, int column)
@@ -50,12 +103,14 @@ randomNG::randomNG() = default;
 
 double randomNG::normal()
 {
-    return standardNormal();
+    const double first = uniform();
+    const double second = uniform();
+    return standardNormal(first, second);
 }
 
 QVector<double> randomNG::multiNormal(QVector<QVector<double>> covariance)
 {
-    return MultiNormalSampler(covariance).draw();
+    return MultiNormalSampler(covariance).drawColumns(1);
 }
 
 QVector<QVector<double>> randomNG::choleskyDecomposition(QVector<QVector<double>> matrix)
@@ -80,7 +135,7 @@ QVector<QVector<double>> randomNG::choleskyDecomposition(QVector<QVector<double>
 }
 
 MultiNormalSampler::MultiNormalSampler(const QVector<QVector<double>>& covariance)
-    : deviates(covariance.size(), 0.0)
+    : rowCount(covariance.size())
 {
     for (int row = 0; row < covariance.size(); ++row) {
         if (isKept(covariance.at(row))) {
@@ -99,21 +154,31 @@ MultiNormalSampler::MultiNormalSampler(const QVector<QVector<double>>& covarianc
     for (int row = 0; row < square.size(); ++row) {
         factor += square.at(row).mid(0, row + 1);
     }
-    standardDeviates.resize(keptRows.size());
 }
 
-const QVector<double>& MultiNormalSampler::draw()
+QVector<double> MultiNormalSampler::drawColumns(int count)
 {
-    const double* coefficient = factor.constData();
-    double* standard = standardDeviates.data();
-    double* result = deviates.data();
-    for (int i = 0; i < keptRows.size(); ++i) {
-        standard[i] = standardNormal();
-        double sum = 0.0;
-        for (int k = 0; k <= i; ++k) {
-            sum += *coefficient++ * standard[k];
-        }
-        result[keptRows.at(i)] = sum;
+    const int kept = keptRows.size();
+    QVector<double> columns(size() * count, 0.0);
+    uniforms.resize(2 * kept * count);
+    standards.resize(kept * count);
+    fillUniform(uniforms.data(), uniforms.size());
+    const double* uniformNumbers = uniforms.constData();
+    double* standard = standards.data();
+    for (int i = 0; i < kept * count; ++i) {
+        standard[i] = standardNormal(uniformNumbers[2 * i], uniformNumbers[2 * i + 1]);
     }
-    return deviates;
+    const double* coefficients = factor.constData();
+    for (int row = 0; row < kept; ++row) {
+        double* column = columns.data() + keptRows.at(row) * count;
+        for (int vector = 0; vector < count; ++vector) {
+            double sum = 0.0;
+            for (int k = 0; k <= row; ++k) {
+                sum += coefficients[k] * standard[vector * kept + k];
+            }
+            column[vector] = sum;
+        }
+        coefficients += row + 1;
+    }
+    return columns;
 }

@@ -35,16 +35,17 @@ public:
     explicit MultiNormalSampler(const QVector<QVector<double>>& covariance);
 
     /// Rows of the covariance matrix.
-    int size() const { return deviates.size(); }
+    int size() const { return rowCount; }
 
-    /// The next vector, valid until the next call.
-    const QVector<double>& draw();
+    /// The next count vectors, [row][vector] in one piece.
+    QVector<double> drawColumns(int count);
 
 private:
     QVector<int> keptRows;  ///< rows with any element other than 0
     QVector<double> factor; ///< rows of the lower triangle, one after the other
-    QVector<double> standardDeviates;
-    QVector<double> deviates;
+    int rowCount;
+    QVector<double> uniforms;  ///< scratch memory: two per deviate
+    QVector<double> standards; ///< scratch memory: standard normal deviates
 };
 
 #endif
