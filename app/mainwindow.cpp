@@ -11,6 +11,9 @@ constexpr int weightPage = 3;
 /// Point size in the crowded parts of the pages, where the desktop's font is larger.
 constexpr double compactPointSize = 9.0;
 
+/// Pixels for the names of models beside narrow tables.
+constexpr int widestModelName = 100;
+
 QFont compactFont(QFont font)
 {
     font.setPointSizeF(qMin(font.pointSizeF(), compactPointSize));
@@ -41,8 +44,8 @@ void fitText(QLabel* label)
 MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent)
     // A bound that was never edited counts as an empty text does.
-    , upperBound(10.0)
-    , lowerBound(-10.0)
+    , upperBound(upperSubstitute.value)
+    , lowerBound(lowerSubstitute.value)
     , colNumOFV(20)
     , colNumTHETA1(21)
     , colNumThird(22)
@@ -80,14 +83,21 @@ void MainWindow::fitFonts()
     for (QWidget* widget : QVector<QWidget*>{
              ui->_1_tw_endPoints, ui->_1_lb_etaText, ui->_1_cb_numEtas, ui->_1_tw_etaDefinition,
              ui->_1_cb_iivEndPoint, ui->_1_sb_numSimulations, ui->_1_tw_rawResLabels,
-             ui->_5_tw_trueModelTMED, ui->_5_tw_Summary, ui->_5_tw_aveUnderEstOverEst}) {
+             ui->_2_tw_weightDefinition, ui->_5_tw_trueModelTMED, ui->_5_tw_Summary,
+             ui->_5_tw_aveUnderEstOverEst}) {
         widget->setFont(font);
         if (QTableWidget* table = qobject_cast<QTableWidget*>(widget)) {
             table->horizontalHeader()->setFont(font);
         }
     }
-    setAxisFonts(ui->_1_cp_typicalDRPlot->xAxis, font);
-    setAxisFonts(ui->_1_cp_typicalDRPlot->yAxis, font);
+    for (QCustomPlot* plot : findChildren<QCustomPlot*>()) {
+        setAxisFonts(plot->xAxis, font);
+        setAxisFonts(plot->yAxis, font);
+    }
+    // A long model name must leave room for the expression beside it.
+    ui->_1_tw_endPoints->verticalHeader()->setMaximumWidth(widestModelName);
+    ui->_2_tw_weightDefinition->verticalHeader()->setMaximumWidth(2 * widestModelName);
+    ui->__lb_directory->setMaximumHeight(2 * ui->__lb_directory->fontMetrics().lineSpacing());
 }
 
 void MainWindow::contextMenuEvent(QContextMenuEvent* /*event*/) {}
@@ -98,16 +108,6 @@ void MainWindow::on___mainToolBox_currentChanged(int index)
         refresh_2_tw_weightDefinition();
     }
 }
-
-void MainWindow::saveModels() {}
-
-void MainWindow::loadModels() {}
-
-void MainWindow::on__4_pb_compTruth_clicked() {}
-
-void MainWindow::on__5_pb_importSimRawRes_clicked() {}
-
-void MainWindow::on__5_pb_simTrueModel_clicked() {}
 
 // The choices of page "3" take effect with the next "reCalculate".
 

@@ -11,12 +11,18 @@
 #include <QStringList>
 #include <QVector>
 
+#include <optional>
+
 class QCustomPlot;
 class QLineEdit;
 class QPen;
+class QTableWidget;
 class QTableWidgetItem;
 class Ui_MainWindow;
 class ProgressLoop;
+struct DecodedProject;
+struct LevelComparison;
+struct ProjectItems;
 
 /// The main window: owns the whole analysis state and serves the pages.
 ///
@@ -118,22 +124,33 @@ private:
     };
     HistogramSource rawResultsSource;
     HistogramSource doseChoiceSource;
+    /// What stands for a target bound whose text is no number.
+    struct BoundSubstitute
+    {
+        double value;
+        const char* text; ///< put into the line edit
+    };
+    static constexpr BoundSubstitute lowerSubstitute{-10.0, "-inf"};
+    static constexpr BoundSubstitute upperSubstitute{10.0, "inf"};
     /// Whether the bound's text is "-inf" or "inf" as placed by the program, which stands
     /// for -10 or 10; the same text typed by the user is infinite.
     bool lowerBoundPlaced = false;
     bool upperBoundPlaced = false;
 
     // Page "-1": import
+    void clearResults();
     QString rawResultsFileName(const QString& directory, int model, int dataSet) const;
     void readFirstModel(const QString& directory, ProgressLoop& progress);
     void readFurtherModel(const QString& directory, int model, int dataSetCount,
                           ProgressLoop& progress);
+    static QStringList numberedModelNames(int count);
+    void showNotFound();
     void showImport(const QStringList& modelNames);
+    void showModels(const QStringList& modelNames);
     void showDataSetSelectors(bool visible);
     void setDataSetMaximum(int maximum);
     void resizeEndPoints(const QStringList& modelNames);
     void showModelNames();
-    void refreshShownResults();
     void showMessage(const QString& text);
     void readColumnNumber(QLineEdit* edit, const QString& text, int& column,
                           int endPoint::*endPointColumn);
@@ -145,6 +162,7 @@ private:
     // Page "1": endpoint definition
     void refresh__1_tw_etaDefinition();
     void refresh_1_cp_typicalDRPlot();
+    void renewTypicalDRPlot();
     void refresh_1_tw_rawResLabels();
     endPoint* selectedEndPoint();
     void readEndPointExpression(int row);
@@ -154,6 +172,7 @@ private:
     // Page "2": weights
     void refresh_2_tw_weightDefinition();
     void refresh_2_tw_relativeWeight();
+    void renewRelativeWeights();
     /// Relative weights of a data set, [sample][model]; empty if it does not exist.
     QVector<QVector<double>> calculate_relativeWeight(int dataSet);
     /// Model selected for each bootstrap sample of a data set, -1 for none.
@@ -165,15 +184,20 @@ private:
     QVector<double> calculate_PoS_aux_modelSelect(QVector<QVector<QVector<double>>> endpoints);
     QVector<double> calculate_PoS_aux_modelAve(QVector<QVector<QVector<double>>> endpoints,
                                                QVector<QVector<double>> weights);
-    QVector<Table> selectedEndpoints(int dataSet);
-    QVector<Table> averagedEndpoints(int dataSet, const Table& weights);
+    std::optional<QVector<double>> interruptiblePoS(int dataSet, ProgressLoop* progress);
+    std::optional<QVector<Table>> selectedEndpoints(int dataSet, ProgressLoop* progress);
+    std::optional<QVector<Table>> averagedEndpoints(int dataSet, const Table& weights,
+                                                    ProgressLoop* progress);
     QVector<Table>* cacheEntry(int dataSet);
     bool isSelecting() const;
     bool usesIndividualOfv() const;
     int sampleOfChoice(int sample) const;
     QString doseName();
-    void readBound(QLineEdit* edit, double substitute, const QString& substituteText, double& bound,
-                   bool& placed);
+    void readBound(QLineEdit* edit, const BoundSubstitute& substitute, double& bound, bool& placed);
+    void restoreLowerBound(const QString& text);
+    void restoreUpperBound(const QString& text);
+    static void restoreBound(QLineEdit* edit, const QString& text,
+                             const BoundSubstitute& substitute, double& bound, bool& placed);
 
     // Page "4": dose selection
     QVector<double> find_dose(QVector<double> pos, QVector<double> targets);
@@ -181,8 +205,25 @@ private:
     QVector<double> find_dose(QVector<double> pos);
     void refresh_4_tw_doseChoice();
 
+    // Page "5": comparison with the truth
+    int simulationCount() const;
+    void readTrueMeds();
+    bool computeTheoreticalMeds();
+    bool readTrueModelTable();
+    void showTheoreticalMeds();
+    void drawComparison(const QVector<LevelComparison>& comparisons);
+
+    // Menu "File"
+    ProjectItems projectItems() const;
+    void loadResults(const DecodedProject& project);
+    void loadEndPoints(const DecodedProject& project);
+    void loadWeights(const DecodedProject& project);
+    void loadTarget(const DecodedProject& project);
+    void loadDoseChoice(const DecodedProject& project);
+
     // Looks
     void fitFonts();
+    static void fitNumberColumns(QTableWidget* table);
     void connectPlots();
     void showHistogramValues(QCustomPlot* plot, const HistogramSource& source,
                              HistogramSource& shown, const QVector<double>& values,

@@ -7,22 +7,12 @@
 #include "io/csv.h"
 #include "ui_mainwindow.h"
 
+#include <QSignalBlocker>
+
 namespace {
 
 /// Bootstrap samples per histogram bin; the division drops its rest by intent.
 constexpr int samplesPerBin = 5;
-
-/// Makes the columns wide enough for their headings.
-void fitColumnsToHeadings(QTableWidget* table)
-{
-    QHeaderView* header = table->horizontalHeader();
-    for (int column = 0; column < table->columnCount(); ++column) {
-        const int width = qMax(header->defaultSectionSize(), header->sectionSizeHint(column));
-        if (width > header->sectionSize(column)) {
-            header->resizeSection(column, width);
-        }
-    }
-}
 
 } // namespace
 
@@ -41,7 +31,7 @@ void MainWindow::refresh_0_tw_RawResults()
         delete table->takeHorizontalHeaderItem(column);
     }
     csvDisplay(table, rawResults.at(model).at(dataSet), header);
-    fitColumnsToHeadings(table);
+    fitNumberColumns(table);
 }
 
 void MainWindow::refresh_0_cp_rawResHistoGram()
@@ -76,7 +66,11 @@ void MainWindow::refresh_0_cp_rawResHistoGram()
 void MainWindow::on__0_sb_model_valueChanged(int /*model*/)
 {
     const int dataSetCount = rawResults.value(ui->_0_sb_model->value()).size();
-    ui->_0_sb_data->setRange(qMin(0, dataSetCount - 1), dataSetCount - 1);
+    {
+        // The refreshes below serve a data set number that had to give way, too.
+        const QSignalBlocker quiet(ui->_0_sb_data);
+        ui->_0_sb_data->setRange(qMin(0, dataSetCount - 1), dataSetCount - 1);
+    }
     refresh_0_tw_RawResults();
     refresh_0_cp_rawResHistoGram();
 }

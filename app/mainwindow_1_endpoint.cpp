@@ -10,6 +10,9 @@
 
 #include <QSignalBlocker>
 
+#include <iterator>
+#include <optional>
+
 namespace {
 
 /// Population summaries in the order of the combo box: the mean, then percentiles.
@@ -223,6 +226,19 @@ void MainWindow::refresh_1_cp_typicalDRPlot()
     plot->xAxis->setLabel(definition->endPointParser.variables.value(TimeSlot));
     plot->yAxis->setLabel("Endpoint");
     plot->replot();
+}
+
+/// Renews the curve after a change on another page, where no random numbers may be drawn:
+/// with ETAs it goes, rather than to show what is no longer so.
+void MainWindow::renewTypicalDRPlot()
+{
+    const endPoint* definition = selectedEndPoint();
+    if (definition != nullptr && definition->highestEta > 0) {
+        ui->_1_cp_typicalDRPlot->clearGraphs();
+        ui->_1_cp_typicalDRPlot->replot();
+    } else {
+        refresh_1_cp_typicalDRPlot();
+    }
 }
 
 /// To be called before endpoints are evaluated: gives every definition the doses and

@@ -42,6 +42,7 @@ void MainWindow::refresh_2_tw_relativeWeight()
     const int dataSet = ui->_2_sb_dataNumber->value();
     QTableWidget* table = ui->_2_tw_relativeWeight;
     csvDisplay(table, calculate_relativeWeight(dataSet));
+    fitNumberColumns(table);
     const QVector<int> selected = make_ModelSelection(dataSet);
     for (int sample = 0; sample < qMin(selected.size(), table->rowCount()); ++sample) {
         for (int model = 0; model < table->columnCount(); ++model) {
@@ -51,6 +52,14 @@ void MainWindow::refresh_2_tw_relativeWeight()
                 item->setForeground(isSelected ? Qt::white : Qt::black);
             }
         }
+    }
+}
+
+/// Renews the weights after a change on another page, if they have been shown before.
+void MainWindow::renewRelativeWeights()
+{
+    if (ui->_2_tw_relativeWeight->rowCount() > 0) {
+        refresh_2_tw_relativeWeight();
     }
 }
 

@@ -85,7 +85,10 @@ void MainWindow::refresh_3_cp_PoS()
     graph->setPen(curvePen());
 
     EndpointRun run(endPoints, rawResults, dataSet);
-    const auto drawCurve = [&] {
+    const auto showState = [&](int sample) {
+        progress.setLabel(
+            QString("Calculating probability of success using bootstrap samples 0-%1.")
+                .arg(sample));
         const QVector<double> probability =
             selecting ? calculate_PoS_aux_modelSelect(run.endpoints())
                       : calculate_PoS_aux_modelAve(run.endpoints(), weights);
@@ -102,30 +105,41 @@ void MainWindow::refresh_3_cp_PoS()
         }
         const bool isLast = sample + 1 == sampleCount;
         if (isLast || clock.isDue()) {
-            progress.setLabel(
-                QString("Calculating probability of success using bootstrap samples 0-%1.")
-                    .arg(sample));
-            clock.run(drawCurve);
+            clock.run([&] { showState(sample); });
         }
         goesOn = progress.advance(sample);
+        if (!goesOn) {
+            showState(sample);
+        }
     }
-    if (!goesOn || sampleCount == 0) {
-        drawCurve();
+    if (sampleCount == 0) {
+        showState(0);
     }
 }
 
 QVector<double> MainWindow::calculate_PoS(int dataSet)
 {
+    return *interruptiblePoS(dataSet, nullptr);
+}
+
+/// calculate_PoS, given up without a result when the user aborts.
+std::optional<QVector<double>> MainWindow::interruptiblePoS(int dataSet, ProgressLoop* progress)
+{
     dataSet = qMax(0, dataSet);
     if (possibleDoses.isEmpty()) {
-        return {};
+        return QVector<double>();
     }
     bringEndPointsUpToDate();
-    if (isSelecting()) {
-        return calculate_PoS_aux_modelSelect(selectedEndpoints(dataSet));
+    const bool selecting = isSelecting();
+    const Table weights = selecting ? Table() : calculate_relativeWeight(dataSet);
+    const std::optional<QVector<Table>> endpoints =
+        selecting ? selectedEndpoints(dataSet, progress)
+                  : averagedEndpoints(dataSet, weights, progress);
+    if (!endpoints) {
+        return std::nullopt;
     }
-    const Table weights = calculate_relativeWeight(dataSet);
-    return calculate_PoS_aux_modelAve(averagedEndpoints(dataSet, weights), weights);
+    return selecting ? calculate_PoS_aux_modelSelect(*endpoints)
+                     : calculate_PoS_aux_modelAve(*endpoints, weights);
 }
 
 QVector<double>
@@ -159,12 +173,13 @@ QVector<Table>* MainWindow::cacheEntry(int dataSet)
     return &entry;
 }
 
-/// The endpoints by which a data set is judged with model averaging, [model][sample][dose].
-/// A cached entry is trusted as it is.
-QVector<Table> MainWindow::averagedEndpoints(int dataSet, const Table& weights)
+/// The endpoints by which a data set is judged with model averaging, [model][sample][dose];
+/// none if the user aborts. A cached entry is trusted as it is.
+std::optional<QVector<Table>> MainWindow::averagedEndpoints(int dataSet, const Table& weights,
+                                                            ProgressLoop* progress)
 {
     if (weights.isEmpty()) {
-        return {};
+        return QVector<Table>();
     }
     QVector<Table>* cached = cacheEntry(dataSet);
     if (cached != nullptr && !cached->isEmpty()) {
@@ -173,6 +188,9 @@ QVector<Table> MainWindow::averagedEndpoints(int dataSet, const Table& weights)
     EndpointRun run(endPoints, rawResults, dataSet);
     for (int sample = 0; sample < weights.size(); ++sample) {
         run.evaluateWeighted(sample, weights.at(sampleOfChoice(sample)));
+        if (progress != nullptr && !progress->poll()) {
+            return std::nullopt;
+        }
     }
     if (cached != nullptr) {
         *cached = run.endpoints();
@@ -182,31 +200,36 @@ QVector<Table> MainWindow::averagedEndpoints(int dataSet, const Table& weights)
 
 /// The same with model selection: one entry, of the model selected for each sample. The
 /// cache holds all models, so that it serves other selections too.
-QVector<Table> MainWindow::selectedEndpoints(int dataSet)
+std::optional<QVector<Table>> MainWindow::selectedEndpoints(int dataSet, ProgressLoop* progress)
 {
     QVector<int> selected = make_ModelSelection(dataSet);
     if (selected.isEmpty()) {
-        return {};
+        return QVector<Table>();
     }
     if (!usesIndividualOfv()) {
         selected.fill(selected.first());
     }
-    EndpointRun run(endPoints, rawResults, dataSet);
     QVector<Table>* cached = cacheEntry(dataSet);
-    if (cached == nullptr) {
-        for (int sample = 0; sample < selected.size(); ++sample) {
+    if (cached != nullptr && !cached->isEmpty() && holdsSelected(*cached, selected)) {
+        return QVector<Table>{pickSelected(*cached, selected)};
+    }
+    const QVector<double> allModels(endPoints.size(), 1.0);
+    EndpointRun run(endPoints, rawResults, dataSet);
+    for (int sample = 0; sample < selected.size(); ++sample) {
+        if (cached != nullptr) {
+            run.evaluateWeighted(sample, allModels);
+        } else {
             run.evaluateSelected(sample, selected.at(sample));
         }
+        if (progress != nullptr && !progress->poll()) {
+            return std::nullopt;
+        }
+    }
+    if (cached == nullptr) {
         return run.endpoints();
     }
-    if (cached->isEmpty() || !holdsSelected(*cached, selected)) {
-        const QVector<double> all(endPoints.size(), 1.0);
-        for (int sample = 0; sample < selected.size(); ++sample) {
-            run.evaluateWeighted(sample, all);
-        }
-        *cached = run.endpoints();
-    }
-    return {pickSelected(*cached, selected)};
+    *cached = run.endpoints();
+    return QVector<Table>{pickSelected(*cached, selected)};
 }
 
 /// The dose as model 0's endpoint expression calls it.
@@ -218,30 +241,52 @@ QString MainWindow::doseName()
 
 void MainWindow::on__3_le_lowerBound_editingFinished()
 {
-    readBound(ui->_3_le_lowerBound, -10.0, "-inf", lowerBound, lowerBoundPlaced);
+    readBound(ui->_3_le_lowerBound, lowerSubstitute, lowerBound, lowerBoundPlaced);
 }
 
 void MainWindow::on__3_le_upperBound_editingFinished()
 {
-    readBound(ui->_3_le_upperBound, 10.0, "inf", upperBound, upperBoundPlaced);
+    readBound(ui->_3_le_upperBound, upperSubstitute, upperBound, upperBoundPlaced);
 }
 
 /// Takes over a typed bound, or the substitute for a text that is no number. The text then
 /// placed looks infinite and still stands for the finite substitute, by intent, until the
 /// user changes it.
-void MainWindow::readBound(QLineEdit* edit, double substitute, const QString& substituteText,
-                           double& bound, bool& placed)
+void MainWindow::readBound(QLineEdit* edit, const BoundSubstitute& substitute, double& bound,
+                           bool& placed)
 {
     if (placed) {
         return;
     }
     bool isNumber = false;
     const double typed = edit->text().toDouble(&isNumber);
-    bound = isNumber ? typed : substitute;
+    bound = isNumber ? typed : substitute.value;
     if (!isNumber) {
-        edit->setText(substituteText);
+        edit->setText(substitute.text);
         placed = true;
     }
+}
+
+void MainWindow::restoreLowerBound(const QString& text)
+{
+    restoreBound(ui->_3_le_lowerBound, text, lowerSubstitute, lowerBound, lowerBoundPlaced);
+}
+
+void MainWindow::restoreUpperBound(const QString& text)
+{
+    restoreBound(ui->_3_le_upperBound, text, upperSubstitute, upperBound, upperBoundPlaced);
+}
+
+/// Takes over the text of a project file, in which the substitute's text counts as placed
+/// by the program and any text that is no number as not edited yet.
+void MainWindow::restoreBound(QLineEdit* edit, const QString& text,
+                              const BoundSubstitute& substitute, double& bound, bool& placed)
+{
+    edit->setText(text);
+    bool isNumber = false;
+    const double number = text.toDouble(&isNumber);
+    placed = text == substitute.text;
+    bound = isNumber && !placed ? number : substitute.value;
 }
 
 void MainWindow::on__3_sl_doseSlider_valueChanged(int value)

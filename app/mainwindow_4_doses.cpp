@@ -37,12 +37,13 @@ void MainWindow::on__4_pb_startCalculation_clicked()
         if (ui->_4_cb_useCash->isChecked() && doseChoiceCash.size() < dataSetCount) {
             doseChoiceCash.resize(dataSetCount);
         }
-        if (dataSetCount == 0) {
-            table->setRowCount(0);
-        }
         bool goesOn = true;
         for (int dataSet = 0; goesOn && dataSet < dataSetCount; ++dataSet) {
-            doseChoice.append(find_dose(calculate_PoS(dataSet)));
+            const std::optional<QVector<double>> probability = interruptiblePoS(dataSet, &progress);
+            if (!probability) {
+                break;
+            }
+            doseChoice.append(find_dose(*probability));
             if (dataSet == 0) {
                 csvDisplay(table, doseChoice, doseChoiceLabels);
             } else {
@@ -51,6 +52,12 @@ void MainWindow::on__4_pb_startCalculation_clicked()
             goesOn = progress.advance(dataSet + 1);
         }
     }
+    if (doseChoice.isEmpty()) {
+        table->setRowCount(0);
+    }
+    fitNumberColumns(table);
+    // Newly computed doses count as newly selected: they are to be seen.
+    doseChoiceSource.dataSet = -1;
     refresh_4_tw_doseChoice();
 }
 

@@ -40,8 +40,7 @@ void MainWindow::on___pb_importFbF_clicked()
     paths.sort(Qt::CaseSensitive);
     ui->__lb_directory->setText(paths.first().section('/', 0, -2));
 
-    rawResults.clear();
-    rawResultsHeaders.clear();
+    clearResults();
     rawResults.resize(paths.size());
     QStringList names;
     for (int model = 0; model < paths.size(); ++model) {
@@ -56,8 +55,7 @@ void MainWindow::on___pb_importFbF_clicked()
 
 void MainWindow::on___pb_import_clicked()
 {
-    rawResultsHeaders.clear();
-    rawResults.clear();
+    clearResults();
     const QString directory = QFileDialog::getExistingDirectory(
         this, "Select the directory where PsN bootstrap raw_results files are.", QString(),
         QFileDialog::ShowDirsOnly);
@@ -68,8 +66,7 @@ void MainWindow::on___pb_import_clicked()
         ++modelCount;
     }
     if (modelCount == 0) {
-        showMessage(notFoundText);
-        ui->__mainToolBox->setCurrentIndex(0);
+        showNotFound();
         return;
     }
     rawResults.resize(modelCount);
@@ -86,12 +83,23 @@ void MainWindow::on___pb_import_clicked()
             return;
         }
     }
-    QStringList names;
-    for (int model = 0; model < modelCount; ++model) {
-        names.append(QString("model %1").arg(model));
-    }
     showDataSetSelectors(true);
-    showImport(names);
+    showImport(numberedModelNames(modelCount));
+}
+
+void MainWindow::showNotFound()
+{
+    showMessage(notFoundText);
+    ui->__mainToolBox->setCurrentIndex(0);
+}
+
+/// Makes room for other results, whose histograms choose their ranges anew.
+void MainWindow::clearResults()
+{
+    rawResults.clear();
+    rawResultsHeaders.clear();
+    rawResultsSource = {};
+    doseChoiceSource = {};
 }
 
 QString MainWindow::rawResultsFileName(const QString& directory, int model, int dataSet) const
@@ -145,35 +153,39 @@ void MainWindow::readFurtherModel(const QString& directory, int model, int dataS
     }
 }
 
+QStringList MainWindow::numberedModelNames(int count)
+{
+    QStringList names;
+    for (int model = 0; model < count; ++model) {
+        names.append(QString("model %1").arg(model));
+    }
+    return names;
+}
+
 /// Sets all pages up for newly imported data.
 void MainWindow::showImport(const QStringList& modelNames)
 {
+    ui->_2_tw_weightDefinition->setRowCount(modelNames.size());
+    ui->_2_tw_relativeWeight->setColumnCount(modelNames.size());
+    showModels(modelNames);
+    renewTypicalDRPlot();
+    renewRelativeWeights();
+}
+
+/// Sets the model selectors, the definitions and page "0" up for the results as they are.
+void MainWindow::showModels(const QStringList& modelNames)
+{
     const int modelCount = rawResults.size();
-    rawResultsSource = {};
-    doseChoiceSource = {};
     resizeEndPoints(modelNames);
     ui->__mainToolBox->show();
     ui->_0_sb_model->setMaximum(modelCount - 1);
     ui->_1_tw_endPoints->setRowCount(modelCount);
-    ui->_2_tw_weightDefinition->setRowCount(modelCount);
-    ui->_2_tw_relativeWeight->setColumnCount(modelCount);
-    const int model = ui->_0_sb_model->value();
-    setDataSetMaximum(model < modelCount ? rawResults.at(model).size() - 1 : 0);
+    setDataSetMaximum(rawResults.value(ui->_0_sb_model->value()).size() - 1);
     showModelNames();
     refresh_0_tw_RawResults();
     refresh_0_cp_rawResHistoGram();
     refresh_1_tw_rawResLabels();
     refresh__1_tw_etaDefinition();
-    refreshShownResults();
-}
-
-/// Renews what pages "1" and "2" already show, after a change of the data or of columns.
-void MainWindow::refreshShownResults()
-{
-    refresh_1_cp_typicalDRPlot();
-    if (ui->_2_tw_relativeWeight->rowCount() > 0) {
-        refresh_2_tw_relativeWeight();
-    }
 }
 
 void MainWindow::showDataSetSelectors(bool visible)
@@ -235,11 +247,13 @@ void MainWindow::showMessage(const QString& text)
 void MainWindow::on__m1_le_colNumOFV_textEdited(const QString& text)
 {
     readColumnNumber(ui->_m1_le_colNumOFV, text, colNumOFV, &endPoint::colNumOFV);
+    renewRelativeWeights();
 }
 
 void MainWindow::on__m1_le_colNumTHETA1_textEdited(const QString& text)
 {
     readColumnNumber(ui->_m1_le_colNumTHETA1, text, colNumTHETA1, &endPoint::colNumTHETA1);
+    renewTypicalDRPlot();
 }
 
 /// Takes the typed column number over everywhere, or puts the last valid one back.
@@ -256,5 +270,4 @@ void MainWindow::readColumnNumber(QLineEdit* edit, const QString& text, int& col
     for (endPoint& definition : endPoints) {
         definition.*endPointColumn = number;
     }
-    refreshShownResults();
 }

@@ -83,6 +83,19 @@ void MainWindow::showHistogramValues(QCustomPlot* plot, const HistogramSource& s
     }
 }
 
+/// Makes the columns wide enough for their headings and for any number that is shown.
+void MainWindow::fitNumberColumns(QTableWidget* table)
+{
+    QHeaderView* header = table->horizontalHeader();
+    const int widest = table->fontMetrics().horizontalAdvance("-1.23457e-308 ");
+    for (int column = 0; column < table->columnCount(); ++column) {
+        const int width = qMax(widest, header->sectionSizeHint(column));
+        if (width > header->sectionSize(column)) {
+            header->resizeSection(column, width);
+        }
+    }
+}
+
 void MainWindow::styleHistogram(QCustomPlot* plot)
 {
     QCPGraph* graph = plot->graph(0);

@@ -4,6 +4,8 @@
 
 #include <QCoreApplication>
 
+#include <limits>
+
 namespace {
 
 constexpr int appearsAfterMs = 500;
@@ -30,20 +32,23 @@ void ProgressLoop::setLabel(const QString& label)
 
 bool ProgressLoop::advance(int value)
 {
+    if (value == dialog.maximum()) {
+        // Not for the blink of an eye at the end.
+        dialog.setMinimumDuration(std::numeric_limits<int>::max());
+    }
+    // Processes events itself, once the dialog is shown.
     dialog.setValue(value);
-    return poll();
+    return !dialog.wasCanceled();
 }
 
 bool ProgressLoop::poll()
 {
-    if (dialog.wasCanceled()) {
-        return false;
-    }
-    if (!dialog.isVisible() && elapsed.elapsed() >= appearsAfterMs) {
+    if (!dialog.isVisible() && !dialog.wasCanceled() && elapsed.elapsed() >= appearsAfterMs) {
         dialog.show();
     }
-    if (dialog.isVisible()) {
-        QCoreApplication::processEvents();
+    if (!dialog.isVisible()) {
+        return true;
     }
+    QCoreApplication::processEvents();
     return !dialog.wasCanceled();
 }

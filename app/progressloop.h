@@ -7,8 +7,8 @@
 #include <QProgressDialog>
 
 /// The progress dialog of a long loop in a slot, modal to its window.
-/// It appears once the loop has taken half a second; while it is hidden no events are
-/// processed, so that no other slot can run inside the loop.
+/// It appears when the loop takes, or is about to take, more than half a second. While it
+/// is hidden no events are processed, so that no other slot can run inside the loop.
 class ProgressLoop
 {
 public:
@@ -20,7 +20,8 @@ public:
     /// False once the user has aborted.
     bool advance(int value);
 
-    /// Looks for a press of the abort button at the value reached so far.
+    /// Looks for a press of the abort button within a step. False if the user has pressed
+    /// it, so that the step is to be given up.
     bool poll();
 
 private:

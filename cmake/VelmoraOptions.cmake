@@ -3,7 +3,6 @@
 
 # Compiler settings shared by every target; nothing is set globally.
 add_library(velmora_options INTERFACE)
-target_compile_features(velmora_options INTERFACE cxx_std_17)
 
 # Results are those of the written arithmetic, bit for bit: no contraction into
 # fused multiply-add. Message contexts are wanted in release builds too.

@@ -30,6 +30,12 @@ enum OperatorCode {
     ATanFunction = 113
 };
 
+/// A token's code as an integer; -1, which has no meaning, for any other number.
+inline int operatorCode(double value)
+{
+    return value >= 0 && value <= ATanFunction ? static_cast<int>(value) : -1;
+}
+
 /// Hands the function of a binary operator, double(double, double), to the visitor.
 /// Codes without a meaning give 0.0 for all operands.
 template <typename Visitor>

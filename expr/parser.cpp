@@ -127,6 +127,14 @@ double walk(const QVector<parser_token>& tree, const QVector<double>& values)
     return hasValue ? stack.constFirst().value : 0.0;
 }
 
+/// Tells 0.0 from -0.0, and is equal for equal NaNs.
+quint64 bitsOf(double number)
+{
+    quint64 bits = 0;
+    std::memcpy(&bits, &number, sizeof bits);
+    return bits;
+}
+
 /// The value vectors as columns of the slots that differ between them.
 ValueBlock gathered(const QVector<QVector<double>>& valueVectors, const QVector<int>& slotsRead)
 {
@@ -135,11 +143,10 @@ ValueBlock gathered(const QVector<QVector<double>>& valueVectors, const QVector<
     block.common = valueVectors.constFirst();
     for (const int slot : slotsRead) {
         const double shared = block.common.at(slot);
-        const bool isVarying =
-            std::any_of(valueVectors.begin(), valueVectors.end(),
-                        [slot, shared](const QVector<double>& values) {
-                            return std::memcmp(&values.at(slot), &shared, sizeof shared) != 0;
-                        });
+        const bool isVarying = std::any_of(valueVectors.begin(), valueVectors.end(),
+                                           [slot, shared](const QVector<double>& values) {
+                                               return bitsOf(values.at(slot)) != bitsOf(shared);
+                                           });
         if (isVarying) {
             block.varyingSlots.append(slot);
             for (const QVector<double>& values : valueVectors) {

@@ -33,12 +33,6 @@ bool isOperatorOrError(const parser_token& token)
     return token.type == parser_token::Operator || token.type == parser_token::Error;
 }
 
-/// The operator code as an integer; -1, which has no meaning, for any other number.
-int operatorCode(double value)
-{
-    return value >= 0 && value <= ATanFunction ? static_cast<int>(value) : -1;
-}
-
 /// False if the token is a variable that values does not hold.
 bool resolve(const parser_token& token, const QVector<double>& values, double& number)
 {

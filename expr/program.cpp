@@ -10,6 +10,7 @@
 #include <cstring>
 #include <map>
 #include <tuple>
+#include <vector>
 
 namespace {
 
@@ -24,6 +25,15 @@ constexpr double maximalSlot = 1e8;
 bool isBinary(int code)
 {
     return code < OpeningParenthesis;
+}
+
+/// A one-operand operator takes the left operand.
+double applyOperator(int code, double left, double right)
+{
+    if (isBinary(code)) {
+        return visitBinaryOperator(code, [left, right](auto apply) { return apply(left, right); });
+    }
+    return visitUnaryOperator(code, [left](auto apply) { return apply(left); });
 }
 
 } // namespace
@@ -87,7 +97,7 @@ private:
 
     bool addOperator(double value)
     {
-        const int code = value >= 0 && value <= ATanFunction ? static_cast<int>(value) : -1;
+        const int code = operatorCode(value);
         const bool binary = code >= PowerOperator && code <= MinusOperator;
         const bool unary = code >= OpeningParenthesis && code != ClosingParenthesis;
         if (code != value || !(binary || unary) || stack.size() < (binary ? 2U : 1U)) {
@@ -162,8 +172,7 @@ private:
     {
         program.instructions.reserve(int(operations.size()));
         for (const auto& [code, left, right] : operations) {
-            program.instructions.append(
-                {code, valueNumber(left), isBinary(code) ? valueNumber(right) : -1});
+            program.instructions.append({code, valueNumber(left), valueNumber(right)});
         }
         program.resultValue = valueNumber(stack.front());
     }
@@ -197,110 +206,83 @@ void Program::run(double* values) const
     std::copy(constants.begin(), constants.end(), values + variableSlots.size());
     double* result = values + firstInstructionValue();
     for (const Instruction& instruction : instructions) {
-        const double left = values[instruction.left];
-        if (isBinary(instruction.code)) {
-            const double right = values[instruction.right];
-            *result = visitBinaryOperator(instruction.code,
-                                          [left, right](auto apply) { return apply(left, right); });
-        } else {
-            *result =
-                visitUnaryOperator(instruction.code, [left](auto apply) { return apply(left); });
-        }
-        ++result;
+        *result++ =
+            applyOperator(instruction.code, values[instruction.left], values[instruction.right]);
     }
 }
 
-BlockEvaluator::BlockEvaluator(const Program& compiled, const QVector<int>& varyingSlots)
-    : program(compiled)
-    , scalars(size_t(compiled.firstInstructionValue() + compiled.instructions.size()))
+BlockEvaluator::BlockEvaluator(const Program& compiledProgram, const QVector<int>& varyingSlots)
+    : program(compiledProgram)
+    , scalars(program.firstInstructionValue() + program.instructions.size())
 {
     std::copy(program.constants.begin(), program.constants.end(),
               scalars.begin() + program.variableSlots.size());
     planColumns(varyingSlots);
     chunkSize = qBound(1, maximalColumnNumbers / qMax(1, columnCount), usualChunkSize);
-    columns.resize(size_t(columnCount) * size_t(chunkSize));
+    columns.resize(columnCount * chunkSize);
 }
 
 /// Sorts the instructions into those that are computed once and those that are computed
 /// for every individual, and gives the latter columns, each free again after its last use.
 void BlockEvaluator::planColumns(const QVector<int>& varyingSlots)
 {
-    const int valueCount = int(scalars.size());
     const int firstResult = program.firstInstructionValue();
-    std::vector<int> lastUse(size_t(valueCount), -1);
+    QVector<int> lastUse(scalars.size(), -1);
     for (int i = 0; i < program.instructions.size(); ++i) {
-        const Program::Instruction& instruction = program.instructions.at(i);
-        lastUse[size_t(instruction.left)] = i;
-        if (isBinary(instruction.code)) {
-            lastUse[size_t(instruction.right)] = i;
-        }
+        lastUse[program.instructions.at(i).left] = i;
+        lastUse[program.instructions.at(i).right] = i;
     }
-    lastUse[size_t(program.resultValue)] = program.instructions.size();
+    lastUse[program.resultValue] = program.instructions.size();
 
-    std::vector<int> references(static_cast<size_t>(valueCount));
-    for (int value = 0; value < valueCount; ++value) {
-        references[size_t(value)] = ~value;
+    QVector<int> references(scalars.size());
+    for (int value = 0; value < references.size(); ++value) {
+        references[value] = ~value;
     }
     for (int i = 0; i < varyingSlots.size(); ++i) {
         const int value = program.variableSlots.indexOf(varyingSlots.at(i));
         if (value >= 0) {
-            references[size_t(value)] = columnCount++;
+            references[value] = columnCount++;
             inputs.append(i);
         }
     }
-    std::vector<int> freeColumns;
+    QVector<int> freeColumns;
     for (int i = 0; i < program.instructions.size(); ++i) {
         const Program::Instruction& instruction = program.instructions.at(i);
-        const bool binary = isBinary(instruction.code);
-        const int left = references[size_t(instruction.left)];
-        const int right = binary ? references[size_t(instruction.right)] : left;
+        const int left = references.at(instruction.left);
+        const int right = references.at(instruction.right);
         if (left < 0 && right < 0) {
             scalarInstructions.append(i);
             continue;
         }
-        // Operands go on before the result is placed: a result may overwrite an operand,
-        // as each individual's operand is read before its result is written.
-        for (const int value : {instruction.left, binary ? instruction.right : -1}) {
-            if (value >= firstResult && references[size_t(value)] >= 0
-                && lastUse[size_t(value)] == i) {
-                freeColumns.push_back(references[size_t(value)]);
-                lastUse[size_t(value)] = -1;
+        // Operands go before the result is placed: it may overwrite them, as each
+        // individual's operands are read before its result is written.
+        for (const int value : {instruction.left, instruction.right}) {
+            if (value >= firstResult && references.at(value) >= 0 && lastUse.at(value) == i) {
+                freeColumns.append(references.at(value));
+                lastUse[value] = -1;
             }
         }
-        int column = columnCount;
-        if (freeColumns.empty()) {
-            ++columnCount;
-        } else {
-            column = freeColumns.back();
-            freeColumns.pop_back();
-        }
-        references[size_t(firstResult + i)] = column;
-        varyingInstructions.append({instruction.code, left, right, column, binary});
+        const int column = freeColumns.isEmpty() ? columnCount++ : freeColumns.takeLast();
+        references[firstResult + i] = column;
+        varyingInstructions.append({instruction.code, left, right, column});
     }
-    resultReference = references[size_t(program.resultValue)];
+    resultReference = references.at(program.resultValue);
 }
 
 void BlockEvaluator::evaluate(const ValueBlock& block, double* results)
 {
     const double* common = block.common.constData();
+    double* values = scalars.data();
     for (int i = 0; i < program.variableSlots.size(); ++i) {
-        scalars[size_t(i)] = common[program.variableSlots.at(i)];
+        values[i] = common[program.variableSlots.at(i)];
     }
     for (const int index : qAsConst(scalarInstructions)) {
         const Program::Instruction& instruction = program.instructions.at(index);
-        const double left = scalars[size_t(instruction.left)];
-        double& result = scalars[size_t(program.firstInstructionValue() + index)];
-        if (isBinary(instruction.code)) {
-            const double right = scalars[size_t(instruction.right)];
-            result = visitBinaryOperator(instruction.code,
-                                         [left, right](auto apply) { return apply(left, right); });
-        } else {
-            result =
-                visitUnaryOperator(instruction.code, [left](auto apply) { return apply(left); });
-        }
+        values[program.firstInstructionValue() + index] =
+            applyOperator(instruction.code, values[instruction.left], values[instruction.right]);
     }
     if (resultReference < 0) {
-        std::fill_n(results, block.count, scalars[size_t(~resultReference)]);
+        std::fill_n(results, block.count, values[~resultReference]);
         return;
     }
     for (int first = 0; first < block.count; first += chunkSize) {
@@ -321,7 +303,7 @@ void BlockEvaluator::runChunk(const ValueBlock& block, int first, int count)
         double* result = column(instruction.column);
         const double* left = operand(instruction.left);
         const double* right = operand(instruction.right);
-        if (!instruction.binary) {
+        if (!isBinary(instruction.code)) {
             visitUnaryOperator(instruction.code, [=](auto apply) {
                 for (int i = 0; i < count; ++i) {
                     result[i] = apply(left[i]);
@@ -349,6 +331,11 @@ void BlockEvaluator::runChunk(const ValueBlock& block, int first, int count)
 
 const double* BlockEvaluator::operand(int reference) const
 {
-    return reference < 0 ? scalars.data() + ~reference
-                         : columns.data() + size_t(reference) * size_t(chunkSize);
+    return reference < 0 ? scalars.constData() + ~reference
+                         : columns.constData() + qptrdiff(reference) * chunkSize;
+}
+
+double* BlockEvaluator::column(int number)
+{
+    return columns.data() + qptrdiff(number) * chunkSize;
 }

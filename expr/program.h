@@ -7,12 +7,10 @@
 
 #include <QVector>
 
-#include <vector>
-
 /// The value vectors of many individuals that differ in a few slots only.
 struct ValueBlock
 {
-    QVector<double> common;    ///< [slot]: one value vector; varying slots are not read
+    QVector<double> common; ///< [slot]: one value vector; its numbers in varying slots are ignored
     QVector<int> varyingSlots; ///< slots that differ between the individuals, each once
     QVector<double> varying;   ///< [varying slot][individual], column after column
     int count = 0;             ///< individuals
@@ -49,7 +47,7 @@ private:
     {
         int code;
         int left;  ///< value number of the left or only operand
-        int right; ///< value number of the right operand, -1 with one operand
+        int right; ///< of the right operand; with one operand the same as left
     };
 
     int firstInstructionValue() const { return variableSlots.size() + constants.size(); }
@@ -71,7 +69,7 @@ class BlockEvaluator
 {
 public:
     /// The program must be valid.
-    BlockEvaluator(const Program& program, const QVector<int>& varyingSlots);
+    BlockEvaluator(const Program& compiledProgram, const QVector<int>& varyingSlots);
 
     /// Writes one result per individual of the block.
     void evaluate(const ValueBlock& block, double* results);
@@ -81,25 +79,24 @@ private:
     {
         int code;
         int left;   ///< column number, or ~value number of a scalar
-        int right;  ///< the same; unused with one operand
+        int right;  ///< the same
         int column; ///< of the result
-        bool binary;
     };
 
     void planColumns(const QVector<int>& varyingSlots);
     void runChunk(const ValueBlock& block, int first, int count);
     const double* operand(int reference) const;
-    double* column(int number) { return columns.data() + size_t(number) * size_t(chunkSize); }
+    double* column(int number);
 
     Program program;
     QVector<int> scalarInstructions; ///< indices into program.instructions
     QVector<VaryingInstruction> varyingInstructions;
-    QVector<int> inputs;         ///< indices into the block's varying slots that are read
-    int columnCount = 0;         ///< columns 0 .. inputs.size()-1 hold the inputs
-    int resultReference = 0;     ///< column number, or ~value number of a scalar
-    int chunkSize = 0;           ///< individuals per pass
-    std::vector<double> scalars; ///< [value number]
-    std::vector<double> columns; ///< [column][individual of the chunk]
+    QVector<int> inputs;     ///< indices into the block's varying slots that are read
+    int columnCount = 0;     ///< columns 0 .. inputs.size()-1 hold the inputs
+    int resultReference = 0; ///< column number, or ~value number of a scalar
+    int chunkSize = 0;       ///< individuals per pass
+    QVector<double> scalars; ///< [value number]
+    QVector<double> columns; ///< [column][individual of the chunk]
 };
 
 #endif

@@ -42,11 +42,7 @@ QVector<double> Binding::values(const QVector<double>& row) const
 
 int Binding::highestEta() const
 {
-    int highest = 0;
-    for (const FromEta& source : etas) {
-        highest = qMax(highest, source.eta + 1);
-    }
-    return highest;
+    return etaRows.isEmpty() ? 0 : *std::max_element(etaRows.begin(), etaRows.end()) + 1;
 }
 
 Binding bindEndpoint(const QStringList& names, int colNumTHETA1)
@@ -60,7 +56,8 @@ Binding bindEndpoint(const QStringList& names, int colNumTHETA1)
         } else if (const std::optional<int> column = columnNumber(name)) {
             binding.columns.append({slot, columnIndex(qint64(*column) - 1)});
         } else if (const std::optional<int> eta = etaNumber(name)) {
-            binding.etas.append({slot, *eta - 1});
+            binding.etaSlots.append(slot);
+            binding.etaRows.append(*eta - 1);
         } else if (const std::optional<int> theta = numberInName(name, "THETA")) {
             binding.columns.append({slot, columnIndex(qint64(*theta) + colNumTHETA1 - 2)});
         }

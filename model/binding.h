@@ -20,15 +20,11 @@ struct Binding
         int slot;
         int column; ///< 0-based column of the bootstrap row, -1 for none
     };
-    struct FromEta
-    {
-        int slot;
-        int eta; ///< 0-based: ETA1 is row 0 of omega
-    };
 
     int slotCount = 0;
     QVector<FromColumn> columns;
-    QVector<FromEta> etas;
+    QVector<int> etaSlots; ///< slots that ETAs fill
+    QVector<int> etaRows;  ///< the ETA of each, as 0-based row of omega
 
     /// The value vector of a bootstrap row, NaN in all slots that no column fills.
     QVector<double> values(const QVector<double>& row) const;

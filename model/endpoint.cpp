@@ -54,18 +54,8 @@ ValueBlock drawBlock(const QVector<double>& values, const Binding& binding,
     ValueBlock block;
     block.common = values;
     block.count = count;
-    for (const Binding::FromEta& source : binding.etas) {
-        block.varyingSlots.append(source.slot);
-    }
-    const QVector<double> columns = sampler.drawColumns(count);
-    block.varying.fill(notANumber, binding.etas.size() * count);
-    double* target = block.varying.data();
-    for (const Binding::FromEta& source : binding.etas) {
-        if (source.eta < sampler.size()) {
-            std::copy_n(columns.constData() + source.eta * count, count, target);
-        }
-        target += count;
-    }
+    block.varyingSlots = binding.etaSlots;
+    block.varying = sampler.drawColumns(binding.etaRows, count);
     return block;
 }
 
@@ -128,7 +118,7 @@ void endPoint::appendSimulated(QVector<double>& endpoints, const QVector<double>
     // The rest of the division is dropped by intent.
     const int perProcessor = numSimulations / processors;
     const qint64 perDose = qint64(perProcessor) * processors;
-    const qint64 deviatesPerDose = qMax(qint64(1), perDose * endpointBinding.etas.size());
+    const qint64 deviatesPerDose = qMax(qint64(1), perDose * endpointBinding.etaSlots.size());
     const int groupSize = int(
         qBound(qint64(1), maximalGroupDeviates / deviatesPerDose, qint64(qMax(1, doses.size()))));
 

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numeric>
 #include <thread>
 
 namespace {
@@ -110,7 +111,9 @@ double randomNG::normal()
 
 QVector<double> randomNG::multiNormal(QVector<QVector<double>> covariance)
 {
-    return MultiNormalSampler(covariance).drawColumns(1);
+    QVector<int> rows(covariance.size());
+    std::iota(rows.begin(), rows.end(), 0);
+    return MultiNormalSampler(covariance).drawColumns(rows, 1);
 }
 
 QVector<QVector<double>> randomNG::choleskyDecomposition(QVector<QVector<double>> matrix)
@@ -150,35 +153,45 @@ MultiNormalSampler::MultiNormalSampler(const QVector<QVector<double>>& covarianc
         }
         reduced.append(elements);
     }
-    const QVector<QVector<double>> square = randomNG().choleskyDecomposition(reduced);
-    for (int row = 0; row < square.size(); ++row) {
-        factor += square.at(row).mid(0, row + 1);
-    }
+    factor = randomNG().choleskyDecomposition(reduced);
 }
 
-QVector<double> MultiNormalSampler::drawColumns(int count)
+QVector<double> MultiNormalSampler::drawColumns(const QVector<int>& rows, int count)
 {
     const int kept = keptRows.size();
-    QVector<double> columns(size() * count, 0.0);
     uniforms.resize(2 * kept * count);
     standards.resize(kept * count);
     fillUniform(uniforms.data(), uniforms.size());
     const double* uniformNumbers = uniforms.constData();
-    double* standard = standards.data();
-    for (int i = 0; i < kept * count; ++i) {
-        standard[i] = standardNormal(uniformNumbers[2 * i], uniformNumbers[2 * i + 1]);
+    for (double& standard : standards) {
+        standard = standardNormal(uniformNumbers[0], uniformNumbers[1]);
+        uniformNumbers += 2;
     }
-    const double* coefficients = factor.constData();
-    for (int row = 0; row < kept; ++row) {
-        double* column = columns.data() + keptRows.at(row) * count;
-        for (int vector = 0; vector < count; ++vector) {
-            double sum = 0.0;
-            for (int k = 0; k <= row; ++k) {
-                sum += coefficients[k] * standard[vector * kept + k];
-            }
-            column[vector] = sum;
+    QVector<double> columns(rows.size() * count, 0.0);
+    double* column = columns.data();
+    for (const int row : rows) {
+        const int keptRow = keptRows.indexOf(row);
+        if (keptRow >= 0) {
+            combine(keptRow, column, count);
+        } else if (row < 0 || row >= rowCount) {
+            std::fill_n(column, count, std::numeric_limits<double>::quiet_NaN());
         }
-        coefficients += row + 1;
+        column += count;
     }
     return columns;
+}
+
+/// Gives the standard deviates of each vector the covariance of one kept row.
+void MultiNormalSampler::combine(int keptRow, double* column, int count) const
+{
+    const double* coefficients = factor.at(keptRow).constData();
+    const double* vectorDeviates = standards.constData();
+    for (int vector = 0; vector < count; ++vector) {
+        double sum = 0.0;
+        for (int k = 0; k <= keptRow; ++k) {
+            sum += coefficients[k] * vectorDeviates[k];
+        }
+        column[vector] = sum;
+        vectorDeviates += keptRows.size();
+    }
 }

@@ -34,15 +34,15 @@ class MultiNormalSampler
 public:
     explicit MultiNormalSampler(const QVector<QVector<double>>& covariance);
 
-    /// Rows of the covariance matrix.
-    int size() const { return rowCount; }
-
-    /// The next count vectors, [row][vector] in one piece.
-    QVector<double> drawColumns(int count);
+    /// The given rows of the next count vectors, [row][vector] in one piece; NaN for rows
+    /// that the matrix does not have. Draws the same numbers whichever rows are asked for.
+    QVector<double> drawColumns(const QVector<int>& rows, int count);
 
 private:
-    QVector<int> keptRows;  ///< rows with any element other than 0
-    QVector<double> factor; ///< rows of the lower triangle, one after the other
+    void combine(int keptRow, double* column, int count) const;
+
+    QVector<int> keptRows;           ///< rows with any element other than 0
+    QVector<QVector<double>> factor; ///< Cholesky factor of the kept rows and columns
     int rowCount;
     QVector<double> uniforms;  ///< scratch memory: two per deviate
     QVector<double> standards; ///< scratch memory: standard normal deviates

@@ -3,6 +3,7 @@
 #include "app/analysis/dosesearch.h"
 #include "app/analysis/numberlist.h"
 #include "app/analysis/probability.h"
+#include "app/analysis/truth.h"
 #include "app/analysis/weights.h"
 #include "tests/support/compare.h"
 
@@ -41,6 +42,12 @@ private slots:
     void averagesHits();
     void searchesDoses_data();
     void searchesDoses();
+    void readsTrueModels_data();
+    void readsTrueModels();
+    void findsTheoreticalMeds_data();
+    void findsTheoreticalMeds();
+    void comparesWithTruth();
+    void summarisesComparisons();
 };
 
 void TestAnalysis::parsesNumberLists_data()
@@ -175,6 +182,95 @@ void TestAnalysis::searchesDoses()
     QFETCH(double, target);
     QFETCH(double, dose);
     QVERIFY(almostEqual(minimumEffectiveDoses(probability, {target}, {0, 1, 2, 3}), {dose}, 0));
+}
+
+void TestAnalysis::readsTrueModels_data()
+{
+    QTest::addColumn<Table>("table"); // for three simulations and two models
+    QTest::addColumn<QVector<int>>("numbers");
+    QTest::addColumn<bool>("valid");
+    using Integers = QVector<int>;
+    QTest::newRow("column") << Table{{0}, {1}, {1}} << Integers{0, 1, 1} << true;
+    QTest::newRow("row") << Table{{0, 1, 1}} << Integers{0, 1, 1} << true;
+    QTest::newRow("column, more in later rows")
+        << Table{{1}, {0, 7}, {1}} << Integers{1, 0, 1} << true;
+    QTest::newRow("fractions are cut") << Table{{1.9, -0.5, 0.1}} << Integers{1, 0, 0} << true;
+    QTest::newRow("negative") << Table{{0}, {-1}, {1}} << Integers{0, -1, 1} << false;
+    QTest::newRow("no such model") << Table{{0, 2, 1}} << Integers{0, 2, 1} << false;
+    QTest::newRow("text and huge") << Table{{notANumber, 1e300, 1}} << Integers{-1, -1, 1} << false;
+    QTest::newRow("too few") << Table{{0, 1}} << Integers() << false;
+    QTest::newRow("two columns") << Table{{0, 1}, {0, 1}, {0, 1}} << Integers() << false;
+    QTest::newRow("no file") << Table() << Integers() << false;
+}
+
+void TestAnalysis::readsTrueModels()
+{
+    QFETCH(Table, table);
+    const TrueModelNumbers read = trueModelNumbers(table, 3, 2);
+    QTEST(read.numbers, "numbers");
+    QTEST(read.isValid, "valid");
+}
+
+void TestAnalysis::findsTheoreticalMeds_data()
+{
+    QTest::addColumn<double>("given");      // true MED of a file
+    QTest::addColumn<Numbers>("endpoints"); // of the true model, target (0.5, 1]
+    QTest::addColumn<double>("med");
+    QTest::newRow("between doses") << 1.5 << Numbers{0.2, 0.3, 0.6, 0.7} << 2.0;
+    QTest::newRow("at a dose") << 1.0 << Numbers{0.2, 0.6, 0.9, 0.95} << 1.0;
+    QTest::newRow("none") << 3.5 << Numbers{0.2, 0.6, 0.9, 1.2} << notANumber;
+    QTest::newRow("all") << -1.0 << Numbers{0.6, 0.6, 0.9, 1} << 0.0;
+    QTest::newRow("undefined") << notANumber << Numbers{1, 1, 1, 1} << 0.0;
+    QTest::newRow("dip") << 2.5 << Numbers{0.6, 0.6, 0.5, 0.6} << 3.0;
+}
+
+void TestAnalysis::findsTheoreticalMeds()
+{
+    QFETCH(double, given);
+    QFETCH(Numbers, endpoints);
+    QFETCH(double, med);
+    const Numbers doses{0, 1, 2, 3};
+    QVERIFY(almostEqual(roundedUpToDose(given, doses), med, 0));
+    QVERIFY(almostEqual(theoreticalMed(endpoints, doses, {0.5, 1}), med, 0));
+    QVERIFY(std::isnan(theoreticalMed({}, doses, {0.5, 1})));
+}
+
+void TestAnalysis::comparesWithTruth()
+{
+    // Level 0: above, equal, below, no estimate; level 1: only a missing truth differs.
+    const Table doseChoice{{3, 1}, {2, 2}, {1, 1}, {notANumber, 4}, {9, 9}};
+    const QVector<LevelComparison> found = compareWithTruth(doseChoice, {1, 2, 4, notANumber});
+    QCOMPARE(found.size(), 2);
+    QCOMPARE(found.at(0).over, 1);
+    QCOMPARE(found.at(0).equal, 1);
+    QCOMPARE(found.at(0).under, 2);
+    QCOMPARE(found.at(0).meanAbsoluteError, (2 + 3) / 2.0);
+    QCOMPARE(found.at(1).under, 2);
+    QVERIFY(std::isnan(found.at(1).meanAbsoluteError));
+    QVERIFY(std::isnan(compareWithTruth({{1}}, {1}).first().meanAbsoluteError)); // no mismatch
+    QVERIFY(compareWithTruth({}, {1}).isEmpty());
+}
+
+void TestAnalysis::summarisesComparisons()
+{
+    const auto counts = [](int over, int equal, int under) {
+        LevelComparison comparison;
+        comparison.over = over;
+        comparison.equal = equal;
+        comparison.under = under;
+        return comparison;
+    };
+    // Nominal counts 8, 5, 3 and 10 of 10; the level of 100 takes no part.
+    QVERIFY(almostEqual(
+        summariseComparison({counts(9, 0, 1), counts(2, 2, 6), counts(1, 4, 5), counts(0, 9, 1)},
+                            {80, 50, 30, 100}),
+        {{1 / 3.0, 0.5}, {2, 1}, {1 / 3.0, 0.5}, {1, 1}, {4, 2}, {1, 1}}));
+    QVERIFY(almostEqual(summariseComparison({}, {50}), {{notANumber, notANumber},
+                                                        {notANumber, notANumber},
+                                                        {notANumber, notANumber},
+                                                        {0, 0},
+                                                        {0, 0},
+                                                        {0, 0}}));
 }
 
 QTEST_APPLESS_MAIN(TestAnalysis)

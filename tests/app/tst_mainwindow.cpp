@@ -1,49 +1,36 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/mainwindow.h"
-#include "tests/support/compare.h"
-#include "tests/support/dialogdriver.h"
 #include "tests/support/logcapture.h"
-#include "tests/support/studyfiles.h"
-#include "tests/support/userinput.h"
-
-#include <QtTest>
-#include <qcustomplot.h>
-
-#include <memory>
+#include "tests/support/windowtest.h"
 
 QT_WARNING_DISABLE_DEPRECATED // qsrand
 
-    using user::widget;
-
-namespace {
-
-enum Page { ImportPage, ResultsPage, EndpointPage, WeightPage, ProbabilityPage, DosePage };
-
-const char mismatch[] = "Headers of the raw_results files do not match.";
-const char failed[] = "raw_results file import failed.";
-const char notFound[] =
-    "raw results file cannot be found in this folder, check the namr format definition.";
-
-/// Bootstrap rows of an OFV and THETA1 from 1 on.
-QVector<QVector<double>> rows(int count, double ofv)
+    namespace
 {
-    QVector<QVector<double>> result;
-    for (int sample = 1; sample <= count; ++sample) {
-        result.append({ofv, double(sample)});
+
+    const char mismatch[] = "Headers of the raw_results files do not match.";
+    const char failed[] = "raw_results file import failed.";
+    const char notFound[] =
+        "raw results file cannot be found in this folder, check the namr format definition.";
+
+    /// Bootstrap rows of an OFV and THETA1 from 1 on.
+    QVector<QVector<double>> rows(int count, double ofv)
+    {
+        QVector<QVector<double>> result;
+        for (int sample = 1; sample <= count; ++sample) {
+            result.append({ofv, double(sample)});
+        }
+        return result;
     }
-    return result;
-}
 
 } // namespace
 
-class TestMainWindow : public QObject
+class TestMainWindow : public WindowTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs); }
-    void init();
+    void init() { openWindow(); }
     void startsEmpty();
     void importsPickedFiles();
     void importsFolders_data();
@@ -59,56 +46,15 @@ private slots:
     void selectsDoses();
 
 private:
-    template <typename T>
-    T* the(const char* name) const
-    {
-        return widget<T>(*window, name);
-    }
-    QString cell(const char* table, int row, int column) const
-    {
-        const QTableWidgetItem* item = the<QTableWidget>(table)->item(row, column);
-        return item != nullptr ? item->text() : QString();
-    }
-    QVector<double> curve(const char* plot) const
-    {
-        QVector<double> values;
-        for (const QCPGraphData& point : *the<QCustomPlot>(plot)->graph(0)->data()) {
-            values.append(point.value);
-        }
-        return values;
-    }
     void importFiles(const QStringList& paths);
-    void importFolder(const QString& path);
     void defineStudy();
     void visitAllPages();
-
-    std::unique_ptr<MainWindow> window;
 };
-
-void TestMainWindow::init()
-{
-    window = std::make_unique<MainWindow>();
-    user::show(*window);
-}
 
 void TestMainWindow::importFiles(const QStringList& paths)
 {
-    DialogDriver dialogs;
-    dialogs.answerFiles(paths);
-    if (paths.isEmpty()) {
-        dialogs.acknowledge("raw results file cannot be found");
-    }
-    user::showPage(*window, ImportPage);
-    the<QTabWidget>("tabWidget")->setCurrentIndex(0);
-    user::click(the<QPushButton>("__pb_importFbF"));
-}
-
-void TestMainWindow::importFolder(const QString& path)
-{
-    user::showPage(*window, ImportPage);
-    the<QTabWidget>("tabWidget")->setCurrentIndex(1);
-    user::click(the<QPushButton>("__pb_import"));
-    QCOMPARE(the<QLabel>("__lb_directory")->text(), path);
+    pressAndAnswer(ImportPage, "__pb_importFbF", paths,
+                   paths.isEmpty() ? "raw results file cannot be found" : "");
 }
 
 /// Two models of four samples; model "a" is the better one in samples 0 and 1.
@@ -149,9 +95,9 @@ void TestMainWindow::startsEmpty()
     for (const char* hidden :
          {"_3_sl_doseSlider", "_3_cp_epDistribution", "_3_lb_indpVar", "_1_tw_etaDefinition",
           "_1_lb_etaText", "_1_cb_numEtas", "_1_cb_iivEndPoint", "_1_sb_numSimulations"}) {
-        QVERIFY2(widget<QWidget>(fresh, hidden)->isHidden(), hidden);
+        QVERIFY2(user::widget<QWidget>(fresh, hidden)->isHidden(), hidden);
     }
-    QCOMPARE(widget<QToolBox>(fresh, "__mainToolBox")->currentIndex(), 0);
+    QCOMPARE(user::widget<QToolBox>(fresh, "__mainToolBox")->currentIndex(), 0);
     visitAllPages();
     QCOMPARE(the<QTableWidget>("_2_tw_weightDefinition")->rowCount(), 0);
 }
@@ -218,12 +164,8 @@ void TestMainWindow::importsFolders()
     }
     the<QTabWidget>("tabWidget")->setCurrentIndex(1);
     user::typeText(the<QLineEdit>("_m1_le_modelNumPrefex"), modelPrefix);
-    DialogDriver dialogs;
-    dialogs.answerFiles({study.path()});
-    if (!message.isEmpty()) {
-        dialogs.acknowledge(message);
-    }
-    importFolder(study.path());
+    pressAndAnswer(ImportPage, "__pb_import", {study.path()}, message, 1);
+    QCOMPARE(the<QLabel>("__lb_directory")->text(), study.path());
     QTEST(the<QSpinBox>("_0_sb_model")->maximum(), "modelMaximum");
     QTEST(the<QSpinBox>("_0_sb_data")->maximum(), "dataSetMaximum");
     user::showPage(*window, ResultsPage);
@@ -243,14 +185,10 @@ void TestMainWindow::staysUsableAfterAnAbort()
         study.writeRawResults(QString("raw_results_estimation_model%1_data0.csv").arg(model),
                               rows(6 - model, 5));
     }
-    DialogDriver dialogs;
-    dialogs.answerFiles({study.path()});
-    dialogs.abortProgressAt(1);
-    importFolder(study.path());
+    pressAndAnswer(ImportPage, "__pb_import", {study.path()}, {}, 1, 1);
     QCOMPARE(the<QTableWidget>("_1_tw_endPoints")->rowCount(), 0);
     visitAllPages();
-    dialogs.answerFiles({study.path()});
-    importFolder(study.path());
+    pressAndAnswer(ImportPage, "__pb_import", {study.path()}, {}, 1);
     QCOMPARE(the<QTableWidget>("_1_tw_endPoints")->rowCount(), 3);
     visitAllPages();
     QCOMPARE(cell("_2_tw_relativeWeight", 3, 2), "0.333333"); // the last row of model 2

@@ -1,0 +1,110 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "io/projectfile.h"
+
+#include <QtTest>
+
+class TestProjectFile : public QObject
+{
+    Q_OBJECT
+
+    QByteArray bytes;  // of the items last encoded
+    QVector<int> ends; // offset behind each item, [item], 0 for item 0
+    const QByteArray none = encode({});
+
+    QByteArray encode(const ProjectItems& i)
+    {
+        QDataStream stream(&bytes, QIODevice::WriteOnly | QIODevice::Truncate);
+        stream.setVersion(15);
+        ends = {0};
+        const auto put = [&](auto&... item) { ((stream << item, ends.append(bytes.size())), ...); };
+        put(i.rawResults, i.rawResultsHeaders, i.possibleDoses, i.endPointExpressions, i.omegas,
+            i.omegaColumns, i.populationSummary, i.weightExpressions, i.logScale);
+        put(i.averageOrSelection, i.oneOrIndividualOfv, i.lowerBound, i.upperBound, i.doseChoice,
+            i.doseChoiceLabels, i.doseChoiceVector, i.doseChoiceCash);
+        return bytes;
+    }
+    static ProjectItems someItems()
+    {
+        ProjectItems i;
+        const QStringList texts{"OFV", "", QString(), u8"θ1 \U0001d6c0"};
+        i.rawResultsHeaders = {texts, {}};
+        i.possibleDoses = i.upperBound = "";
+        i.endPointExpressions = i.weightExpressions = i.doseChoiceLabels = texts;
+        i.omegas = {{{1.5, qQNaN()}, {}, {qInf(), -qInf(), -0.0}}, {}, {{5e-324}}};
+        i.omegaColumns = {{{1, INT_MIN}, {}}, {}};
+        i.rawResults = i.doseChoiceCash = {i.omegas, {}, {{}, {{-1e308}}}};
+        i.logScale = true;
+        i.populationSummary = i.averageOrSelection = 0x01020304;
+        i.doseChoice = {i.doseChoiceVector = i.omegas.at(0).at(2), {}};
+        return i;
+    }
+    /// The number of items found; -1 unless they are those of the file and the others default.
+    int decode(QByteArray file)
+    {
+        const std::vector<uchar> exact(file.begin(), file.end()); // no spare byte behind
+        const DecodedProject decoded = readProject(exact.data(), file.size());
+        const int complete = decoded.completeItems;
+        encode(decoded.items);
+        if (complete > 8 && file.at(ends.at(8)) != 0) {
+            file[ends.at(8)] = 1; // a flag that is set may be any other byte
+        }
+        const int end = ends.at(complete);
+        const bool right = bytes == file.left(end) + none.right(bytes.size() - end);
+        const bool cut = complete < 17 && end < file.size();
+        return right && decoded.endsInsideItem == cut ? complete : -1;
+    }
+
+private slots:
+    void reads_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<int>("items");
+        const QByteArray full = encode(someItems());
+        for (int size = 0, item = 0; size <= full.size(); ++size) {
+            item += int(item < 17 && size == ends.at(item + 1));
+            QTest::addRow("item %d, %d bytes", item, size) << full.left(size) << item;
+        }
+        QTest::newRow("bytes behind") << full + "more" << 17;
+        const auto hex = QByteArray::fromHex;
+        QTest::newRow("as many models as fit") << hex("00000002 00000000 00000000") << 1;
+        QTest::newRow("a model too many") << hex("00000003 00000000 00000000") << 0;
+        QTest::newRow("all ones in depth") << hex("00000001 00000001 00000001 ffffffff 00") << 0;
+        QTest::newRow("odd length") << hex("00000000 00000000 00000003 61626364") << 2;
+        QTest::newRow("longest length") << hex("00000000 00000000 fffffffe 61626364") << 2;
+    }
+    void reads()
+    {
+        QFETCH(QByteArray, file);
+        QTEST(decode(file), "items");
+    }
+    void readsRandomDamage()
+    {
+        QRandomGenerator random(7);
+        const QByteArray full = encode(someItems());
+        for (int round = 0; round < 6000; ++round) {
+            QByteArray file = full;
+            for (char& byte : file) { // small counts go deepest
+                const int noise = random.bounded(256) >> random.bounded(31);
+                byte = char(round % 2 == 0 ? noise : byte ^ (random.bounded(99) == 0 ? noise : 0));
+            }
+            QVERIFY2(decode(file) >= 0, file.toHex());
+        }
+    }
+    void writes()
+    {
+        ProjectItems items = someItems();
+        for (const int large : {0, 700000}) { // that is several buffers
+            items.upperBound += QString(large, 'x');
+            items.doseChoiceVector += QVector<double>(large, 0.1);
+            QBuffer buffer;
+            QVERIFY(!writeProject(items, &buffer) && buffer.open(QIODevice::WriteOnly));
+            QVERIFY(writeProject(items, &buffer) && buffer.data() == encode(items));
+            QFile disk("/dev/full");
+            QVERIFY(!disk.open(QIODevice::WriteOnly) || !writeProject(items, &disk));
+        }
+    }
+};
+
+QTEST_APPLESS_MAIN(TestProjectFile)
+#include "tst_projectfile.moc"
