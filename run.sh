@@ -9,9 +9,10 @@ usage() {
 Usage: ./run.sh [--empty]
 
 Installs missing packages (Debian, as root or with sudo), builds Velmora below
-build/release and plays a guided tour through an example study. The tour leaves
-pictures of every page and the results as CSV files in build/tour. With a display
-one can watch it, and the window stays open with the results.
+build/release and plays a guided tour through two example studies: a trial, and a
+simulation study compared with the truth. The tour leaves pictures of every page,
+the results as CSV files and a project file in build/tour. With a display one can
+watch it, and the windows stay open with the results.
 
   --empty   start the program without any data instead of the tour
   --help    show this text
@@ -35,4 +36,4 @@ build_preset release velmora velmora-tour
 if [ "$empty" = yes ]; then
     exec build/release/velmora
 fi
-exec build/release/velmora-tour examples/biomarker build/tour
+exec build/release/velmora-tour examples build/tour

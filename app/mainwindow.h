@@ -223,7 +223,7 @@ private:
 
     // Looks
     void fitFonts();
-    static void fitNumberColumns(QTableWidget* table);
+    static void fitColumns(QTableWidget* table, const QString& widestNumber = "-1.23457e-308");
     void connectPlots();
     void showHistogramValues(QCustomPlot* plot, const HistogramSource& source,
                              HistogramSource& shown, const QVector<double>& values,

@@ -31,7 +31,7 @@ void MainWindow::refresh_0_tw_RawResults()
         delete table->takeHorizontalHeaderItem(column);
     }
     csvDisplay(table, rawResults.at(model).at(dataSet), header);
-    fitNumberColumns(table);
+    fitColumns(table);
 }
 
 void MainWindow::refresh_0_cp_rawResHistoGram()

@@ -42,7 +42,7 @@ void MainWindow::refresh_2_tw_relativeWeight()
     const int dataSet = ui->_2_sb_dataNumber->value();
     QTableWidget* table = ui->_2_tw_relativeWeight;
     csvDisplay(table, calculate_relativeWeight(dataSet));
-    fitNumberColumns(table);
+    fitColumns(table);
     const QVector<int> selected = make_ModelSelection(dataSet);
     for (int sample = 0; sample < qMin(selected.size(), table->rowCount()); ++sample) {
         for (int model = 0; model < table->columnCount(); ++model) {

@@ -55,7 +55,14 @@ void MainWindow::on__4_pb_startCalculation_clicked()
     if (doseChoice.isEmpty()) {
         table->setRowCount(0);
     }
-    fitNumberColumns(table);
+    QString widestDose = "nan";
+    for (const double dose : qAsConst(possibleDoses)) {
+        const QString text = QString::number(dose, 'g', 6);
+        if (text.size() > widestDose.size()) {
+            widestDose = text;
+        }
+    }
+    fitColumns(table, widestDose);
     // Newly computed doses count as newly selected: they are to be seen.
     doseChoiceSource.dataSet = -1;
     refresh_4_tw_doseChoice();

@@ -83,11 +83,12 @@ void MainWindow::showHistogramValues(QCustomPlot* plot, const HistogramSource& s
     }
 }
 
-/// Makes the columns wide enough for their headings and for any number that is shown.
-void MainWindow::fitNumberColumns(QTableWidget* table)
+/// Makes the columns wide enough for their headings and for the widest number shown.
+void MainWindow::fitColumns(QTableWidget* table, const QString& widestNumber)
 {
     QHeaderView* header = table->horizontalHeader();
-    const int widest = table->fontMetrics().horizontalAdvance("-1.23457e-308 ");
+    const int margins = 4 * table->style()->pixelMetric(QStyle::PM_FocusFrameHMargin);
+    const int widest = table->fontMetrics().horizontalAdvance(widestNumber) + margins;
     for (int column = 0; column < table->columnCount(); ++column) {
         const int width = qMax(widest, header->sectionSizeHint(column));
         if (width > header->sectionSize(column)) {

@@ -13,9 +13,6 @@
 
 namespace {
 
-enum Page { ImportPage, ResultsPage, EndpointPage, WeightPage, ProbabilityPage, DosePage };
-enum Choice { ModelAverage, ModelSelection };
-
 struct CandidateModel
 {
     const char* name;
@@ -100,9 +97,9 @@ void computeProbability(Tour& tour, Choice choice, const QString& name)
     user::typeText(tour.widget<QLineEdit>("_3_le_lowerBound"), "0.4");
     user::typeText(tour.widget<QLineEdit>("_3_le_upperBound"), "");
     user::chooseItem(tour.widget<QComboBox>("_3_cb_aveORselect"), choice);
-    user::chooseItem(tour.widget<QComboBox>("_3_cb_indOFVone"), 1);
+    user::chooseItem(tour.widget<QComboBox>("_3_cb_indOFVone"), IndividualOfv);
     user::click(tour.widget<QPushButton>("_3_pb_calculatePoS"));
-    tour.saveCurve("3-probability-" + name, "_3_cp_PoS", "dose,probability");
+    tour.saveCurves("3-probability-" + name, "_3_cp_PoS", "dose,probability");
     tour.savePicture("3-probability-" + name);
 }
 

@@ -28,7 +28,7 @@ void report(QtMsgType type, const QMessageLogContext&, const QString& text)
 
 } // namespace
 
-/// velmora-tour [DATA_FOLDER [OUTPUT_FOLDER]]
+/// velmora-tour [EXAMPLES_FOLDER [OUTPUT_FOLDER]]
 int main(int argc, char** argv)
 {
     const bool hasDisplay =
@@ -39,10 +39,13 @@ int main(int argc, char** argv)
     qInstallMessageHandler(report);
     const QApplication application(argc, argv);
     const QStringList arguments = QApplication::arguments();
+    const QString examples = arguments.value(1, "examples");
     const QString outputFolder = arguments.value(2, "build/tour");
 
-    Tour tour(outputFolder);
-    playBiomarkerStudy(tour, arguments.value(1, "examples/biomarker"));
+    Tour biomarker(outputFolder + "/biomarker");
+    playBiomarkerStudy(biomarker, examples + "/biomarker");
+    Tour simulation(outputFolder + "/simulation");
+    playSimulationStudy(simulation, examples + "/simulation", outputFolder + "/simulation.velmora");
     QTextStream(stdout) << "\nPictures and results are in " << outputFolder << '\n';
-    return tour.isWatched() ? QApplication::exec() : EXIT_SUCCESS;
+    return simulation.isWatched() ? QApplication::exec() : EXIT_SUCCESS;
 }

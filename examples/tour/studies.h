@@ -10,4 +10,9 @@ class Tour;
 /// and by model selection. Prints the chosen doses.
 void playBiomarkerStudy(Tour& tour, const QString& dataFolder);
 
+/// Twenty simulated trials, three candidate models: doses for all of them, compared with the
+/// theoretical MEDs by a file and by the true models; then saved as a project and opened
+/// again in a second window. Prints whether the theoretical MEDs agree, and the summary.
+void playSimulationStudy(Tour& tour, const QString& dataFolder, const QString& projectPath);
+
 #endif

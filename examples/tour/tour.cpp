@@ -16,7 +16,7 @@ Tour::Tour(const QString& outputFolder)
     user::show(m_window);
 }
 
-void Tour::showPage(int page)
+void Tour::showPage(Page page)
 {
     user::showPage(m_window, page);
     pause();
@@ -43,6 +43,11 @@ void Tour::savePicture(const QString& name)
 
 void Tour::saveTable(const QString& name, const char* table) const
 {
+    writeFile(name, tableText(table));
+}
+
+QString Tour::tableText(const char* table) const
+{
     const auto* cells = widget<QTableWidget>(table);
     const auto textOf = [](const QTableWidgetItem* item) {
         return item ? item->text() : QString();
@@ -58,17 +63,24 @@ void Tour::saveTable(const QString& name, const char* table) const
             content += ',' + textOf(cells->item(row, column));
         }
     }
-    writeFile(name, content + '\n');
+    return content + '\n';
 }
 
-void Tour::saveCurve(const QString& name, const char* plot, const QString& heading) const
+void Tour::saveCurves(const QString& name, const char* plot, const QString& heading) const
 {
     const auto* chart = widget<QCustomPlot>(plot);
     require(chart->graphCount() > 0, QString("%1 shows no curve").arg(plot));
 
+    const int points = chart->graph(0)->dataCount();
     QString content = heading + '\n';
-    for (const QCPGraphData& point : *chart->graph(0)->data()) {
-        content += QString("%1,%2\n").arg(point.key, 0, 'g', 17).arg(point.value, 0, 'g', 17);
+    for (int point = 0; point < points; ++point) {
+        content += QString::number(chart->graph(0)->dataMainKey(point), 'g', 17);
+        for (int curve = 0; curve < chart->graphCount(); ++curve) {
+            require(chart->graph(curve)->dataCount() == points,
+                    QString("the curves of %1 differ in length").arg(plot));
+            content += ',' + QString::number(chart->graph(curve)->dataMainValue(point), 'g', 17);
+        }
+        content += '\n';
     }
     writeFile(name, content);
 }

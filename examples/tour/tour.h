@@ -8,6 +8,20 @@
 
 #include <QDir>
 
+enum Page {
+    ImportPage,
+    ResultsPage,
+    EndpointPage,
+    WeightPage,
+    ProbabilityPage,
+    DosePage,
+    TruthPage
+};
+
+/// Items of the combo boxes on the probability page.
+enum Choice { ModelAverage, ModelSelection };
+enum ObjectiveFunctionValue { OneOfvPerModel, IndividualOfv };
+
 /// The window on which a study is played as a user would, and the folder that keeps what
 /// the window shows. A step that goes wrong ends the program with a message.
 class Tour
@@ -20,14 +34,16 @@ public:
 
     MainWindow& window() { return m_window; }
 
+    QString outputFolder() const { return m_output.path(); }
+
     template <typename T>
     T* widget(const char* name) const
     {
         return user::widget<T>(m_window, name);
     }
 
-    /// Opens a page of the tool box, 0 being the import page.
-    void showPage(int page);
+    /// Opens a page of the tool box.
+    void showPage(Page page);
 
     /// Leaves a spectator the time to see the last step.
     void pause() const;
@@ -41,8 +57,11 @@ public:
     /// A table as shown, with its headings, as <name>.csv; headings hold no comma.
     void saveTable(const QString& name, const char* table) const;
 
-    /// A chart's first curve with full precision, as <name>.csv.
-    void saveCurve(const QString& name, const char* plot, const QString& heading) const;
+    /// The content of that file: a line of column headings, then the rows with theirs.
+    QString tableText(const char* table) const;
+
+    /// A chart's curves, all over the same abscissas, with full precision as <name>.csv.
+    void saveCurves(const QString& name, const char* plot, const QString& heading) const;
 
 private:
     void writeFile(const QString& name, const QString& content) const;
