@@ -191,7 +191,6 @@ private:
     QVector<Table>* cacheEntry(int dataSet);
     bool isSelecting() const;
     bool usesIndividualOfv() const;
-    int sampleOfChoice(int sample) const;
     QString doseName();
     void readBound(QLineEdit* edit, const BoundSubstitute& substitute, double& bound, bool& placed);
     void restoreLowerBound(const QString& text);

@@ -37,6 +37,18 @@ private:
     qint64 pause = shortestPause;
 };
 
+/// False if the user aborts.
+bool evaluateAll(EndpointRun& run, ProgressLoop* progress)
+{
+    for (int sample = 0; sample < run.sampleCount(); ++sample) {
+        run.evaluateNext();
+        if (progress != nullptr && !progress->poll()) {
+            return false;
+        }
+    }
+    return true;
+}
+
 } // namespace
 
 bool MainWindow::isSelecting() const
@@ -47,12 +59,6 @@ bool MainWindow::isSelecting() const
 bool MainWindow::usesIndividualOfv() const
 {
     return ui->_3_cb_indOFVone->currentIndex() == 1;
-}
-
-/// The sample whose weights or selected model serve the sample.
-int MainWindow::sampleOfChoice(int sample) const
-{
-    return usesIndividualOfv() ? sample : 0;
 }
 
 void MainWindow::on__3_pb_calculatePoS_clicked()
@@ -77,14 +83,16 @@ void MainWindow::refresh_3_cp_PoS()
     const bool selecting = isSelecting();
     const QVector<int> selected = selecting ? make_ModelSelection(dataSet) : QVector<int>();
     const Table weights = selecting ? Table() : calculate_relativeWeight(dataSet);
-    const int sampleCount = selecting ? selected.size() : weights.size();
+    EndpointRun run(endPoints, rawResults, dataSet,
+                    selecting ? selectionPlan(selected, usesIndividualOfv())
+                              : averagingPlan(weights, usesIndividualOfv(), endPoints.size()));
+    const int sampleCount = run.sampleCount();
     ProgressLoop progress(this, "Calculating probability of success.", "Abort Calculation",
                           sampleCount);
     plot->clearGraphs();
     QCPGraph* graph = plot->addGraph();
     graph->setPen(curvePen());
 
-    EndpointRun run(endPoints, rawResults, dataSet);
     const auto showState = [&](int sample) {
         progress.setLabel(
             QString("Calculating probability of success using bootstrap samples 0-%1.")
@@ -98,11 +106,7 @@ void MainWindow::refresh_3_cp_PoS()
     RedrawClock clock;
     bool goesOn = true;
     for (int sample = 0; goesOn && sample < sampleCount; ++sample) {
-        if (selecting) {
-            run.evaluateSelected(sample, selected.at(sampleOfChoice(sample)));
-        } else {
-            run.evaluateWeighted(sample, weights.at(sampleOfChoice(sample)));
-        }
+        run.evaluateNext();
         const bool isLast = sample + 1 == sampleCount;
         if (isLast || clock.isDue()) {
             clock.run([&] { showState(sample); });
@@ -185,12 +189,10 @@ std::optional<QVector<Table>> MainWindow::averagedEndpoints(int dataSet, const T
     if (cached != nullptr && !cached->isEmpty()) {
         return *cached;
     }
-    EndpointRun run(endPoints, rawResults, dataSet);
-    for (int sample = 0; sample < weights.size(); ++sample) {
-        run.evaluateWeighted(sample, weights.at(sampleOfChoice(sample)));
-        if (progress != nullptr && !progress->poll()) {
-            return std::nullopt;
-        }
+    EndpointRun run(endPoints, rawResults, dataSet,
+                    averagingPlan(weights, usesIndividualOfv(), endPoints.size()));
+    if (!evaluateAll(run, progress)) {
+        return std::nullopt;
     }
     if (cached != nullptr) {
         *cached = run.endpoints();
@@ -213,17 +215,11 @@ std::optional<QVector<Table>> MainWindow::selectedEndpoints(int dataSet, Progres
     if (cached != nullptr && !cached->isEmpty() && holdsSelected(*cached, selected)) {
         return QVector<Table>{pickSelected(*cached, selected)};
     }
-    const QVector<double> allModels(endPoints.size(), 1.0);
-    EndpointRun run(endPoints, rawResults, dataSet);
-    for (int sample = 0; sample < selected.size(); ++sample) {
-        if (cached != nullptr) {
-            run.evaluateWeighted(sample, allModels);
-        } else {
-            run.evaluateSelected(sample, selected.at(sample));
-        }
-        if (progress != nullptr && !progress->poll()) {
-            return std::nullopt;
-        }
+    EndpointRun run(endPoints, rawResults, dataSet,
+                    cached == nullptr ? selectionPlan(selected, true)
+                                      : completePlan(selected.size(), endPoints.size()));
+    if (!evaluateAll(run, progress)) {
+        return std::nullopt;
     }
     if (cached == nullptr) {
         return run.endpoints();

@@ -206,12 +206,13 @@ Curve ProbabilityInputs::plain() const
 Curve ProbabilityInputs::product()
 {
     qsrand(1);
-    EndpointRun run(endPoints, rawResults, 0);
+    const Table weights(sampleCount, modelWeights);
+    EndpointRun run(endPoints, rawResults, 0, averagingPlan(weights, false, endPoints.size()));
     for (int sample = 0; sample < sampleCount; ++sample) {
-        run.evaluateWeighted(sample, modelWeights);
+        run.evaluateNext();
     }
     return {run.endpoints(),
-            probabilityByAveraging(run.endpoints(), {modelWeights}, false, doses.size(), target)};
+            probabilityByAveraging(run.endpoints(), weights, false, doses.size(), target)};
 }
 
 void registerCurve(const char* subject, bool withEtas)

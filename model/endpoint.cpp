@@ -2,12 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/endpoint.h"
 
-#include "model/endpointparsercontainer.h"
 #include "model/percentile.h"
 #include "model/randomng.h"
 
 #include <QThread>
-#include <QtConcurrentMap>
 
 #include <algorithm>
 #include <limits>
@@ -18,11 +16,8 @@ constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 /// Individuals of the single-dose evaluation.
 constexpr int singleDoseSimulations = 100;
-/// Bound on the deviates held at a time: doses are simulated in groups below it.
-constexpr qint64 maximalGroupDeviates = 1 << 20;
-/// Tokens times individuals from which handing work to other threads takes less time than
-/// it saves.
-constexpr qint64 parallelThreshold = 50000;
+/// Bound on the random numbers held at a time: doses are simulated in groups below it.
+constexpr int maximalGroupNumbers = 1 << 20;
 
 template <typename T>
 void resizeSquare(QVector<QVector<T>>& matrix, int size, T value)
@@ -33,30 +28,6 @@ void resizeSquare(QVector<QVector<T>>& matrix, int size, T value)
         row.resize(size);
         std::fill(row.begin() + filled, row.end(), value);
     }
-}
-
-void evaluateContainers(QVector<endPointParserContainer>& containers, qint64 individuals)
-{
-    const qint64 tokens = containers.constFirst().parser.tree.size();
-    if (individuals * tokens >= parallelThreshold) {
-        QtConcurrent::blockingMap(containers, evaluateEPParser);
-    } else {
-        for (endPointParserContainer& container : containers) {
-            evaluateEPParser(container);
-        }
-    }
-}
-
-/// count individuals with the given values and newly drawn ETAs.
-ValueBlock drawBlock(const QVector<double>& values, const Binding& binding,
-                     MultiNormalSampler& sampler, int count)
-{
-    ValueBlock block;
-    block.common = values;
-    block.count = count;
-    block.varyingSlots = binding.etaSlots;
-    block.varying = sampler.drawColumns(binding.etaRows, count);
-    return block;
 }
 
 } // namespace
@@ -71,11 +42,10 @@ double endPoint::evaluateEndpoint(double dose, QVector<double> row)
     if (!usesEtas) {
         return endPointParser.evaluate_tree(values);
     }
-    MultiNormalSampler sampler(omegaOf(row));
-    const ValueBlock block = drawBlock(values, endpointBinding, sampler, singleDoseSimulations);
-    QVector<double> individuals(singleDoseSimulations);
-    endPointParser.evaluateBlock(block, individuals.data());
-    return summary(individuals, singleDoseSimulations);
+    endPointParserContainer container =
+        population(values, {dose}, singleDoseSimulations, MultiNormalSampler(omegaOf(row)));
+    evaluateEPParser(container);
+    return summary(container.results, singleDoseSimulations);
 }
 
 QVector<double> endPoint::evaluateEndpoint(QVector<double> row)
@@ -93,65 +63,83 @@ QVector<double> endPoint::evaluateEndpoint(QVector<double> row)
         }
         return endpoints;
     }
-    MultiNormalSampler sampler(omegaOf(row));
-    if (numSimulations >= 2) {
-        appendSimulated(endpoints, values, sampler);
-        return endpoints;
-    }
-    for (const double dose : qAsConst(doses)) {
-        values[DoseSlot] = dose;
-        QVector<double> individuals;
-        if (numSimulations == 1) {
-            individuals.append(simulateOne(values, sampler));
+    const MultiNormalSampler sampler(omegaOf(row));
+    const int processors = qMax(1, QThread::idealThreadCount());
+    const int groupSize = dosesPerGroup(sampler);
+    for (int first = 0; first < doses.size(); first += groupSize) {
+        const QVector<double> group = doses.mid(first, groupSize);
+        const int share = (group.size() + processors - 1) / processors;
+        QVector<endPointParserContainer> containers;
+        for (int dose = 0; dose < group.size(); dose += share) {
+            containers.append(
+                population(values, group.mid(dose, share), simulatedIndividuals(), sampler));
         }
-        endpoints.append(summary(individuals, numSimulations));
+        evaluateContainers(containers);
+        for (const endPointParserContainer& container : qAsConst(containers)) {
+            endpoints += finishEvaluation(container);
+        }
     }
     return endpoints;
 }
 
-/// Appends the endpoint of every dose, the individuals of each spread over one container
-/// per processor. Several doses share a parallel section.
-void endPoint::appendSimulated(QVector<double>& endpoints, const QVector<double>& values,
-                               MultiNormalSampler& sampler)
+std::optional<endPointParserContainer> endPoint::startEvaluation(const QVector<double>& row)
 {
-    const int processors = qMax(1, QThread::idealThreadCount());
-    // The rest of the division is dropped by intent.
-    const int perProcessor = numSimulations / processors;
-    const qint64 perDose = qint64(perProcessor) * processors;
-    const qint64 deviatesPerDose = qMax(qint64(1), perDose * endpointBinding.etaSlots.size());
-    const int groupSize = int(
-        qBound(qint64(1), maximalGroupDeviates / deviatesPerDose, qint64(qMax(1, doses.size()))));
-
-    endPointParserContainer empty;
-    empty.setParser(endPointParser);
-    QVector<double> doseValues = values;
-    QVector<double> individuals;
-    for (int first = 0; first < doses.size(); first += groupSize) {
-        const int doseCount = qMin(groupSize, doses.size() - first);
-        QVector<endPointParserContainer> containers(processors, empty);
-        for (int dose = first; dose < first + doseCount; ++dose) {
-            doseValues[DoseSlot] = doses.at(dose);
-            for (endPointParserContainer& container : containers) {
-                container.addBlock(drawBlock(doseValues, endpointBinding, sampler, perProcessor));
-            }
-        }
-        evaluateContainers(containers, perDose * doseCount);
-        for (int dose = 0; dose < doseCount; ++dose) {
-            individuals.clear();
-            for (const endPointParserContainer& container : qAsConst(containers)) {
-                individuals += container.results.mid(dose * perProcessor, perProcessor);
-            }
-            endpoints.append(summary(individuals, numSimulations));
-        }
+    bindEndpointNames();
+    if (!usesEtas) {
+        return std::nullopt;
     }
+    const MultiNormalSampler sampler(omegaOf(row));
+    if (dosesPerGroup(sampler) < doses.size()) {
+        return std::nullopt;
+    }
+    return population(endpointBinding.values(row), doses, simulatedIndividuals(), sampler);
 }
 
-double endPoint::simulateOne(QVector<double> values, MultiNormalSampler& sampler)
+QVector<double> endPoint::finishEvaluation(const endPointParserContainer& container) const
 {
-    const ValueBlock block = drawBlock(values, endpointBinding, sampler, 1);
-    double result = 0.0;
-    endPointParser.evaluateBlock(block, &result);
-    return result;
+    QVector<double> endpoints;
+    const int individuals = container.population.individuals;
+    for (int dose = 0; dose < container.population.doses.size(); ++dose) {
+        endpoints.append(
+            summary(container.results.mid(dose * individuals, individuals), numSimulations));
+    }
+    return endpoints;
+}
+
+/// Individuals that are simulated per dose: as many for every processor, the rest of the
+/// division being dropped by intent.
+int endPoint::simulatedIndividuals() const
+{
+    const int processors = qMax(1, QThread::idealThreadCount());
+    return numSimulations < 2 ? qMax(0, numSimulations) : numSimulations / processors * processors;
+}
+
+/// Doses whose random numbers and ETAs are held at a time.
+int endPoint::dosesPerGroup(const MultiNormalSampler& sampler) const
+{
+    const int numbersPerIndividual =
+        qMax(sampler.uniformsPerVector(), endpointBinding.etaSlots.size());
+    const qint64 numbersPerDose = qint64(simulatedIndividuals()) * numbersPerIndividual;
+    return maximalGroupNumbers
+           / int(qBound(qint64(1), numbersPerDose, qint64(maximalGroupNumbers)));
+}
+
+/// Individuals at the doses, with newly drawn random numbers.
+endPointParserContainer endPoint::population(const QVector<double>& values,
+                                             const QVector<double>& populationDoses,
+                                             int individuals,
+                                             const MultiNormalSampler& sampler) const
+{
+    endPointParserContainer container;
+    container.setParser(endPointParser);
+    container.population = {values,
+                            populationDoses,
+                            individuals,
+                            endpointBinding.etaSlots,
+                            endpointBinding.etaRows,
+                            sampler,
+                            sampler.drawUniforms(individuals * populationDoses.size())};
+    return container;
 }
 
 /// The endpoint of the population. individualCount may exceed the individuals simulated.

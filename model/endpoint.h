@@ -5,11 +5,12 @@
 
 #include "expr/parser.h"
 #include "model/binding.h"
+#include "model/endpointparsercontainer.h"
 
 #include <QString>
 #include <QVector>
 
-class MultiNormalSampler;
+#include <optional>
 
 /// One candidate model's endpoint and weight: expressions over a bootstrap row (one row of
 /// the model's raw_results, columns in file order), with between-subject variability.
@@ -50,6 +51,16 @@ public:
     /// drawn on the calling thread, dose by dose.
     QVector<double> evaluateEndpoint(QVector<double> row);
 
+    /// Starts evaluateEndpoint for a row, so that many evaluations can share a parallel
+    /// section: draws the random numbers and gives the work that is left, for any thread.
+    /// None, with nothing drawn, where there is nothing to simulate or too much for one
+    /// piece of work; evaluateEndpoint serves then.
+    std::optional<endPointParserContainer> startEvaluation(const QVector<double>& row);
+
+    /// The endpoints per dose of an evaluation that was started and whose container has
+    /// been evaluated.
+    QVector<double> finishEvaluation(const endPointParserContainer& container) const;
+
     /// The value of the weight expression for the row, NaN if the expression is blank.
     double evaluateWeight(QVector<double> row);
 
@@ -67,9 +78,11 @@ private:
     void bindEndpointNames();
     void bindWeightNames();
     QVector<QVector<double>> omegaOf(const QVector<double>& row) const;
-    void appendSimulated(QVector<double>& endpoints, const QVector<double>& values,
-                         MultiNormalSampler& sampler);
-    double simulateOne(QVector<double> values, MultiNormalSampler& sampler);
+    int simulatedIndividuals() const;
+    int dosesPerGroup(const MultiNormalSampler& sampler) const;
+    endPointParserContainer population(const QVector<double>& values,
+                                       const QVector<double>& populationDoses, int individuals,
+                                       const MultiNormalSampler& sampler) const;
     double summary(const QVector<double>& individuals, int individualCount) const;
 
     Binding endpointBinding;

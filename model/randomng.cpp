@@ -18,13 +18,19 @@ constexpr double largestUniform = 2147483647.0;
 QT_WARNING_PUSH
 QT_WARNING_DISABLE_DEPRECATED
 
+/// The product of two numbers modulo 2^31 - 1.
+quint32 product(quint32 first, quint32 second)
+{
+    const quint64 exact = quint64(first) * second;
+    const quint32 sum = quint32(exact & 0x7fffffffU) + quint32(exact >> 31U);
+    return sum >= 0x7fffffffU ? sum - 0x7fffffffU : sum;
+}
+
 /// The successor of a number of the minimal standard generator (Park & Miller 1988, with
-/// the multiplier of 1993): 48271 state modulo 2^31 - 1.
+/// the multiplier of 1993).
 quint32 successor(quint32 state)
 {
-    const quint64 product = quint64(state) * 48271U;
-    const quint32 sum = quint32(product & 0x7fffffffU) + quint32(product >> 31U);
-    return sum >= 0x7fffffffU ? sum - 0x7fffffffU : sum;
+    return product(state, 48271U);
 }
 
 /// Whether qrand() is that generator and qsrand() sets its state, so that its numbers can
@@ -113,7 +119,8 @@ QVector<double> randomNG::multiNormal(QVector<QVector<double>> covariance)
 {
     QVector<int> rows(covariance.size());
     std::iota(rows.begin(), rows.end(), 0);
-    return MultiNormalSampler(covariance).drawColumns(rows, 1);
+    const MultiNormalSampler sampler(covariance);
+    return sampler.columns(sampler.drawUniforms(1).constData(), 1, rows);
 }
 
 QVector<QVector<double>> randomNG::choleskyDecomposition(QVector<QVector<double>> matrix)
@@ -156,42 +163,68 @@ MultiNormalSampler::MultiNormalSampler(const QVector<QVector<double>>& covarianc
     factor = randomNG().choleskyDecomposition(reduced);
 }
 
-QVector<double> MultiNormalSampler::drawColumns(const QVector<int>& rows, int count)
+QVector<double> MultiNormalSampler::drawUniforms(int count) const
 {
-    const int kept = keptRows.size();
-    uniforms.resize(2 * kept * count);
-    standards.resize(kept * count);
+    QVector<double> uniforms(uniformsPerVector() * count);
     fillUniform(uniforms.data(), uniforms.size());
-    const double* uniformNumbers = uniforms.constData();
+    return uniforms;
+}
+
+QVector<double> MultiNormalSampler::columns(const double* uniforms, int count,
+                                            const QVector<int>& rows) const
+{
+    QVector<double> standards(keptRows.size() * count);
     for (double& standard : standards) {
-        standard = standardNormal(uniformNumbers[0], uniformNumbers[1]);
-        uniformNumbers += 2;
+        standard = standardNormal(uniforms[0], uniforms[1]);
+        uniforms += 2;
     }
-    QVector<double> columns(rows.size() * count, 0.0);
-    double* column = columns.data();
+    QVector<double> result(rows.size() * count, 0.0);
+    double* column = result.data();
     for (const int row : rows) {
         const int keptRow = keptRows.indexOf(row);
         if (keptRow >= 0) {
-            combine(keptRow, column, count);
+            combine(keptRow, standards, column);
         } else if (row < 0 || row >= rowCount) {
             std::fill_n(column, count, std::numeric_limits<double>::quiet_NaN());
         }
         column += count;
     }
-    return columns;
+    return result;
 }
 
 /// Gives the standard deviates of each vector the covariance of one kept row.
-void MultiNormalSampler::combine(int keptRow, double* column, int count) const
+void MultiNormalSampler::combine(int keptRow, const QVector<double>& standards,
+                                 double* column) const
 {
     const double* coefficients = factor.at(keptRow).constData();
-    const double* vectorDeviates = standards.constData();
-    for (int vector = 0; vector < count; ++vector) {
+    const double* const end = standards.constEnd();
+    for (const double* vector = standards.constBegin(); vector != end; vector += keptRows.size()) {
         double sum = 0.0;
         for (int k = 0; k <= keptRow; ++k) {
-            sum += coefficients[k] * vectorDeviates[k];
+            sum += coefficients[k] * vector[k];
         }
-        column[vector] = sum;
-        vectorDeviates += keptRows.size();
+        *column++ = sum;
     }
+}
+
+std::optional<quint32> randomPosition()
+{
+    if (!isMinimalStandard()) {
+        return std::nullopt;
+    }
+    // The number before the next one: 1899818559 is the inverse of the multiplier 48271.
+    QT_WARNING_PUSH
+    QT_WARNING_DISABLE_DEPRECATED
+    const quint32 position = product(quint32(qrand()), 1899818559U);
+    qsrand(position);
+    QT_WARNING_POP
+    return position;
+}
+
+void setRandomPosition(quint32 position)
+{
+    QT_WARNING_PUSH
+    QT_WARNING_DISABLE_DEPRECATED
+    qsrand(position);
+    QT_WARNING_POP
 }

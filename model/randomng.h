@@ -5,6 +5,8 @@
 
 #include <QVector>
 
+#include <optional>
+
 /// Normal and multivariate normal deviates from Qt's qrand(), which is never seeded: every
 /// start of the program gives the same sequence, and each thread has its own.
 /// Deviates by the cosine branch of Box & Muller (1958), two uniform numbers each.
@@ -32,20 +34,33 @@ public:
 class MultiNormalSampler
 {
 public:
+    /// Of a matrix without rows.
+    MultiNormalSampler() = default;
     explicit MultiNormalSampler(const QVector<QVector<double>>& covariance);
 
-    /// The given rows of the next count vectors, [row][vector] in one piece; NaN for rows
-    /// that the matrix does not have. Draws the same numbers whichever rows are asked for.
-    QVector<double> drawColumns(const QVector<int>& rows, int count);
+    /// Uniform numbers that a vector takes.
+    int uniformsPerVector() const { return 2 * keptRows.size(); }
+
+    /// The uniform numbers of the next count vectors, from the calling thread's sequence.
+    QVector<double> drawUniforms(int count) const;
+
+    /// The given rows of the count vectors that the uniform numbers make, [row][vector] in
+    /// one piece; NaN for rows that the matrix does not have. In any thread.
+    QVector<double> columns(const double* uniforms, int count, const QVector<int>& rows) const;
 
 private:
-    void combine(int keptRow, double* column, int count) const;
+    void combine(int keptRow, const QVector<double>& standards, double* column) const;
 
+    int rowCount = 0;
     QVector<int> keptRows;           ///< rows with any element other than 0
     QVector<QVector<double>> factor; ///< Cholesky factor of the kept rows and columns
-    int rowCount;
-    QVector<double> uniforms;  ///< scratch memory: two per deviate
-    QVector<double> standards; ///< scratch memory: standard normal deviates
 };
+
+/// The calling thread's place in its sequence of random numbers. None where the generator
+/// behind qrand() is not the expected one, so that its place cannot be told.
+std::optional<quint32> randomPosition();
+
+/// Goes back to a place in the sequence.
+void setRandomPosition(quint32 position);
 
 #endif

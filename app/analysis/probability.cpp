@@ -2,6 +2,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/analysis/probability.h"
 
+#include "model/randomng.h"
+
+#include <numeric>
+
+namespace {
+
+/// Samples are evaluated ahead until this many random numbers are drawn for them: enough
+/// that a parallel section takes far longer than its start.
+constexpr int preparedNumbers = 1 << 18;
+/// Samples evaluated ahead at the most, so that the user sees the work go on.
+constexpr int preparedSamples = 64;
+
+} // namespace
+
 QVector<double> probabilityBySelection(const Table& endpoints, int doseCount,
                                        const TargetInterval& target)
 {
@@ -52,36 +66,131 @@ QVector<double> probabilityByAveraging(const QVector<Table>& endpoints, const Ta
     return probability;
 }
 
+EndpointPlan averagingPlan(const Table& weights, bool individualWeights, int modelCount)
+{
+    EndpointPlan plan;
+    plan.modelCount = modelCount;
+    for (int sample = 0; sample < weights.size(); ++sample) {
+        const QVector<double>& sampleWeights = weights.at(individualWeights ? sample : 0);
+        QVector<int> models;
+        for (int model = 0; model < qMin(modelCount, sampleWeights.size()); ++model) {
+            if (sampleWeights.at(model) > 0) {
+                models.append(model);
+            }
+        }
+        plan.models.append(models);
+    }
+    return plan;
+}
+
+EndpointPlan selectionPlan(const QVector<int>& selected, bool individualSelection)
+{
+    EndpointPlan plan;
+    for (int sample = 0; sample < selected.size(); ++sample) {
+        plan.models.append(QVector<int>{selected.at(individualSelection ? sample : 0)});
+    }
+    return plan;
+}
+
+EndpointPlan completePlan(int sampleCount, int modelCount)
+{
+    QVector<int> models(modelCount);
+    std::iota(models.begin(), models.end(), 0);
+    EndpointPlan plan;
+    plan.modelCount = modelCount;
+    plan.models.fill(models, sampleCount);
+    return plan;
+}
+
 EndpointRun::EndpointRun(QVector<endPoint>& endPointDefinitions, const RawResults& results,
-                         int dataSetNumber)
+                         int dataSetNumber, const EndpointPlan& endpointPlan)
     : endPoints(endPointDefinitions)
     , rawResults(results)
     , dataSet(dataSetNumber)
+    , plan(endpointPlan)
+    , values(qMax(1, plan.modelCount))
 {
 }
 
-void EndpointRun::evaluateWeighted(int sample, const QVector<double>& weights)
+EndpointRun::~EndpointRun()
 {
-    values.resize(endPoints.size());
-    for (int model = 0; model < endPoints.size(); ++model) {
-        const bool hasWeight = model < weights.size() && weights.at(model) > 0;
-        values[model].append(hasWeight ? endpointsOf(model, sample) : QVector<double>());
+    if (!prepared.isEmpty() && prepared.head().randomPosition) {
+        setRandomPosition(*prepared.head().randomPosition);
     }
 }
 
-void EndpointRun::evaluateSelected(int sample, int model)
+void EndpointRun::evaluateNext()
 {
-    values.resize(1);
-    values.first().append(endpointsOf(model, sample));
+    if (prepared.isEmpty()) {
+        prepare();
+    }
+    const Prepared sample = prepared.dequeue();
+    if (plan.modelCount == 0) {
+        values.first().append(sample.endpoints.value(0));
+    } else {
+        for (Table& samples : values) {
+            samples.append(QVector<double>());
+        }
+        const QVector<int>& models = plan.models.at(nextSample);
+        for (int i = 0; i < models.size(); ++i) {
+            values[models.at(i)].last() = sample.endpoints.at(i);
+        }
+    }
+    ++nextSample;
 }
 
-QVector<double> EndpointRun::endpointsOf(int model, int sample)
+/// Evaluates the next samples: as many as make a parallel section worthwhile, and one where
+/// random numbers drawn ahead could not be given back.
+void EndpointRun::prepare()
+{
+    struct Started
+    {
+        int sample;
+        int plannedModel;
+        int model;
+    };
+    QVector<Started> started;
+    QVector<endPointParserContainer> containers;
+    int numbers = 0;
+    for (int sample = nextSample;
+         sample < sampleCount() && numbers < preparedNumbers && prepared.size() < preparedSamples;
+         ++sample) {
+        Prepared next{randomPosition(), Table(plan.models.at(sample).size())};
+        const QVector<int>& models = plan.models.at(sample);
+        for (int i = 0; i < models.size(); ++i) {
+            const QVector<double>* row = bootstrapRow(models.at(i), sample);
+            if (row == nullptr) {
+                continue;
+            }
+            endPoint& definition = endPoints[models.at(i)];
+            if (auto container = definition.startEvaluation(*row)) {
+                numbers += container->population.uniforms.size();
+                containers.append(*std::move(container));
+                started.append({sample - nextSample, i, models.at(i)});
+            } else {
+                next.endpoints[i] = definition.evaluateEndpoint(*row);
+            }
+        }
+        prepared.enqueue(next);
+        if (!next.randomPosition) {
+            break;
+        }
+    }
+    evaluateContainers(containers);
+    for (int i = 0; i < started.size(); ++i) {
+        const Started& work = started.at(i);
+        prepared[work.sample].endpoints[work.plannedModel] =
+            endPoints.at(work.model).finishEvaluation(containers.at(i));
+    }
+}
+
+/// nullptr where the model lacks the sample.
+const QVector<double>* EndpointRun::bootstrapRow(int model, int sample) const
 {
     const bool exists = model >= 0 && model < endPoints.size() && model < rawResults.size()
                         && dataSet < rawResults.at(model).size()
                         && sample < rawResults.at(model).at(dataSet).size();
-    return exists ? endPoints[model].evaluateEndpoint(rawResults.at(model).at(dataSet).at(sample))
-                  : QVector<double>();
+    return exists ? &rawResults.at(model).at(dataSet).at(sample) : nullptr;
 }
 
 bool holdsSelected(const QVector<Table>& endpoints, const QVector<int>& selected)

@@ -6,6 +6,10 @@
 #include "app/analysis/tables.h"
 #include "model/endpoint.h"
 
+#include <QQueue>
+
+#include <optional>
+
 /// The interval that the endpoint shall lie in: above lower, and at most upper.
 struct TargetInterval
 {
@@ -30,30 +34,67 @@ QVector<double> probabilityByAveraging(const QVector<Table>& endpoints, const Ta
                                        bool individualWeights, int doseCount,
                                        const TargetInterval& target);
 
+/// Which models' endpoints are evaluated for each bootstrap sample of a data set.
+struct EndpointPlan
+{
+    QVector<QVector<int>> models; ///< [sample]: numbers of models, -1 for none
+    /// Models in the result, which has an entry for every sample of each; 0 for a result of
+    /// one entry per sample, of the one model planned for it.
+    int modelCount = 0;
+};
+
+/// The models whose weight is positive. Without individualWeights the weights of the first
+/// sample serve for all.
+EndpointPlan averagingPlan(const Table& weights, bool individualWeights, int modelCount);
+
+/// The model selected for each sample, -1 for none. Without individualSelection that of the
+/// first sample serves for all.
+EndpointPlan selectionPlan(const QVector<int>& selected, bool individualSelection);
+
+/// All models for every sample.
+EndpointPlan completePlan(int sampleCount, int modelCount);
+
 /// Evaluates the endpoints of one data set, bootstrap sample by bootstrap sample.
-/// The endpoint definitions must be up to date with doses and expressions.
+///
+/// Several samples are evaluated ahead in one parallel section. Their random numbers are
+/// drawn in the order of the samples, and those of samples that nobody asks for are given
+/// back at the end, so that the sequence goes on as if each sample were evaluated when
+/// asked for. The endpoint definitions must be up to date with doses and expressions, and
+/// must not change during the run.
 class EndpointRun
 {
 public:
     EndpointRun(QVector<endPoint>& endPointDefinitions, const RawResults& results,
-                int dataSetNumber);
+                int dataSetNumber, const EndpointPlan& endpointPlan);
+    ~EndpointRun();
+    EndpointRun(const EndpointRun&) = delete;
+    EndpointRun& operator=(const EndpointRun&) = delete;
 
-    /// Appends the sample's endpoints of all models whose weight is positive, and an empty
-    /// entry for the others.
-    void evaluateWeighted(int sample, const QVector<double>& weights);
+    int sampleCount() const { return plan.models.size(); }
 
-    /// Appends the sample's endpoints of the model, an empty entry for -1.
-    void evaluateSelected(int sample, int model);
+    /// Appends the endpoints of the next sample, empty for models that are not planned.
+    void evaluateNext();
 
-    /// [model][sample][dose]; with evaluateSelected one entry of [sample][dose].
+    /// [model][sample][dose], or one entry of [sample][dose], by the plan.
     const QVector<Table>& endpoints() const { return values; }
 
 private:
-    QVector<double> endpointsOf(int model, int sample);
+    /// A sample evaluated ahead.
+    struct Prepared
+    {
+        std::optional<quint32> randomPosition; ///< before its numbers were drawn
+        Table endpoints;                       ///< of the planned models, [planned model][dose]
+    };
+
+    void prepare();
+    const QVector<double>* bootstrapRow(int model, int sample) const;
 
     QVector<endPoint>& endPoints;
     const RawResults& rawResults;
     int dataSet;
+    EndpointPlan plan;
+    int nextSample = 0;
+    QQueue<Prepared> prepared; ///< samples from nextSample on
     QVector<Table> values;
 };
 
