@@ -210,9 +210,11 @@ private:
     bool computeTheoreticalMeds();
     bool readTrueModelTable();
     void showTheoreticalMeds();
+    void setTheoreticalMed(int row, double dose);
     void drawComparison(const QVector<LevelComparison>& comparisons);
 
     // Menu "File"
+    void showFileError(const QString& error);
     ProjectItems projectItems() const;
     void loadResults(const DecodedProject& project);
     void loadEndPoints(const DecodedProject& project);

@@ -67,9 +67,8 @@ void MainWindow::readEndPointExpression(int row)
     if (item == nullptr || row >= endPoints.size()) {
         return;
     }
-    parser& endPointParser = endPoints[row].endPointParser;
-    endPointParser.expression = item->text();
-    endPointParser.extract_variables();
+    endPoints[row].endPointParser.expression = item->text();
+    endPoints[row].checkETA();
     refresh_1_cp_typicalDRPlot();
     refresh__1_tw_etaDefinition();
 }

@@ -150,6 +150,10 @@ bool MainWindow::computeTheoreticalMeds()
         goesOn = progress.advance(dataSet + 1);
     }
     showTheoreticalMeds();
+    // After an abort nothing stays from an earlier run for the data sets that were not done.
+    for (int row = trueMEDs.size(); row < simRawResults.size(); ++row) {
+        setTheoreticalMed(row, std::numeric_limits<double>::quiet_NaN());
+    }
     return true;
 }
 
@@ -176,10 +180,17 @@ bool MainWindow::readTrueModelTable()
 
 void MainWindow::showTheoreticalMeds()
 {
-    QTableWidget* table = ui->_5_tw_trueModelTMED;
-    for (int row = 0; row < qMin(trueMEDs.size(), table->rowCount()); ++row) {
-        table->setItem(row, theoreticalMedColumn,
-                       new QTableWidgetItem(QString::number(trueMEDs.at(row), 'g', 6)));
+    for (int row = 0; row < trueMEDs.size(); ++row) {
+        setTheoreticalMed(row, trueMEDs.at(row));
+    }
+}
+
+void MainWindow::setTheoreticalMed(int row, double dose)
+{
+    // Beyond the table's last row nothing happens, and the item would be lost.
+    if (row < ui->_5_tw_trueModelTMED->rowCount()) {
+        ui->_5_tw_trueModelTMED->setItem(row, theoreticalMedColumn,
+                                         new QTableWidgetItem(QString::number(dose, 'g', 6)));
     }
 }
 
@@ -223,6 +234,6 @@ void MainWindow::drawComparison(const QVector<LevelComparison>& comparisons)
     plot->graph(0)->setPen(pen);
     plot->graph(0)->setData(levels, nominal, true);
     setAxisRange(plot->yAxis, 0, all.first());
-    setAxisRange(plot->xAxis, levels);
+    setAxisRange(plot->xAxis, doseChoiceVector);
     plot->replot();
 }

@@ -9,8 +9,10 @@
 
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QSaveFile>
+#include <QSignalBlocker>
 
 #include <algorithm>
 #include <limits>
@@ -65,6 +67,14 @@ void adoptOmega(endPoint& definition, const QVector<QVector<double>>& omega,
     copySquare(omegaColumns, definition.omegaColumns);
 }
 
+/// Whether the path names something that is neither a file nor a folder: a pipe would let
+/// the window wait, and a device would be replaced by a file.
+bool isDevice(const QString& path)
+{
+    const QFileInfo info(path);
+    return info.exists() && !info.isFile() && !info.isDir();
+}
+
 /// Reads through a copy in memory, as a mapped file that another program cuts short would
 /// end this one; mapped only where it is too large for a QByteArray.
 DecodedProject readProjectFile(QFile& file)
@@ -92,13 +102,22 @@ void MainWindow::saveModels()
     if (path.isEmpty()) {
         return;
     }
+    if (isDevice(path)) {
+        showFileError("Not a regular file");
+        return;
+    }
     // The previous file stays until the new one is complete. Unbuffered, so that a full disk
     // is noticed by the write that it concerns.
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)
         || !writeProject(projectItems(), &file) || !file.commit()) {
-        QMessageBox::information(this, tr("Unable to open file"), file.errorString());
+        showFileError(file.errorString());
     }
+}
+
+void MainWindow::showFileError(const QString& error)
+{
+    QMessageBox::information(this, tr("Unable to open file"), error);
 }
 
 ProjectItems MainWindow::projectItems() const
@@ -135,12 +154,17 @@ void MainWindow::loadModels()
         return;
     }
     ui->__lb_directory->setText(path);
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        QMessageBox::information(this, tr("Unable to open file"), file.errorString());
+    if (isDevice(path)) {
+        showFileError("Not a regular file");
         return;
     }
-    const DecodedProject project = readProjectFile(file);
+    QFile file(path);
+    const DecodedProject project =
+        file.open(QIODevice::ReadOnly) ? readProjectFile(file) : DecodedProject();
+    if (file.error() != QFileDevice::NoError) {
+        showFileError(file.errorString());
+        return;
+    }
     if (project.completeItems == 0 && !project.endsInsideItem) {
         return; // nothing in the file, nothing changes
     }
@@ -191,7 +215,11 @@ void MainWindow::loadEndPoints(const DecodedProject& project)
         definition.numSimulations = ui->_1_sb_numSimulations->value();
     }
     if (project.completeItems >= 7) {
-        chooseItem(ui->_1_cb_iivEndPoint, items.populationSummary);
+        {
+            const QSignalBlocker quiet(ui->_1_cb_iivEndPoint);
+            chooseItem(ui->_1_cb_iivEndPoint, items.populationSummary);
+        }
+        // Also where the combo box shows it already.
         on__1_cb_iivEndPoint_currentIndexChanged(ui->_1_cb_iivEndPoint->currentIndex());
     }
 }
@@ -202,11 +230,17 @@ void MainWindow::loadWeights(const DecodedProject& project)
     if (project.completeItems >= 8) {
         const QStringList& expressions = project.items.weightExpressions;
         QTableWidget* table = ui->_2_tw_weightDefinition;
-        table->setRowCount(endPoints.size());
-        for (int row = 0; row < qMin(table->rowCount(), expressions.size()); ++row) {
-            table->setItem(row, 0, new QTableWidgetItem(expressions.at(row)));
+        {
+            // One refresh below instead of one per row.
+            const QSignalBlocker quiet(table);
+            table->setRowCount(endPoints.size());
+            for (int row = 0; row < qMin(table->rowCount(), expressions.size()); ++row) {
+                table->setItem(row, 0, new QTableWidgetItem(expressions.at(row)));
+                endPoints[row].weightParser.expression = expressions.at(row);
+            }
         }
         showModelNames();
+        refresh_2_tw_relativeWeight();
     }
     if (project.completeItems >= 9) {
         ui->_2_cb_logScale->setChecked(project.items.logScale);

@@ -22,12 +22,13 @@ constexpr int maximalGroupNumbers = 1 << 20;
 template <typename T>
 void resizeSquare(QVector<QVector<T>>& matrix, int size, T value)
 {
-    matrix.resize(size);
-    for (QVector<T>& row : matrix) {
-        const int filled = qMin(row.size(), size);
-        row.resize(size);
-        std::fill(row.begin() + filled, row.end(), value);
+    // New rows share their numbers until one of them changes, so that many ETAs cost little.
+    QVector<QVector<T>> resized(size, QVector<T>(size, value));
+    for (int row = 0; row < qMin(matrix.size(), size); ++row) {
+        std::copy_n(matrix.at(row).begin(), qMin(matrix.at(row).size(), size),
+                    resized[row].begin());
     }
+    matrix = resized;
 }
 
 } // namespace
