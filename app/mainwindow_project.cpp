@@ -240,7 +240,9 @@ void MainWindow::loadWeights(const DecodedProject& project)
             }
         }
         showModelNames();
-        refresh_2_tw_relativeWeight();
+        if (!expressions.isEmpty()) {
+            refresh_2_tw_relativeWeight();
+        }
     }
     if (project.completeItems >= 9) {
         ui->_2_cb_logScale->setChecked(project.items.logScale);
