@@ -3,18 +3,22 @@
 #include "app/progressloop.h"
 
 #include <QCoreApplication>
+#include <QProgressBar>
 
 #include <limits>
 
 namespace {
 
 constexpr int appearsAfterMs = 500;
+constexpr qint64 shortestPauseNs = 33'000'000;
+constexpr qint64 longestPauseNs = 300'000'000;
 
 } // namespace
 
 ProgressLoop::ProgressLoop(QWidget* parent, const QString& label, const QString& abortText,
                            int maximum)
     : dialog(label, abortText, 0, maximum, parent)
+    , bar(dialog.findChild<QProgressBar*>())
 {
     dialog.setWindowModality(Qt::WindowModal);
     dialog.setMinimumDuration(appearsAfterMs);
@@ -32,12 +36,17 @@ void ProgressLoop::setLabel(const QString& label)
 
 bool ProgressLoop::advance(int value)
 {
-    if (value == dialog.maximum()) {
-        // Not for the blink of an eye at the end.
-        dialog.setMinimumDuration(std::numeric_limits<int>::max());
+    if (dialog.isVisible()) {
+        // Not the dialog's own setValue(), which would process events at every step.
+        bar->setValue(value);
+        look();
+    } else {
+        if (value == dialog.maximum()) {
+            // Not for the blink of an eye at the end.
+            dialog.setMinimumDuration(std::numeric_limits<int>::max());
+        }
+        dialog.setValue(value); // shows the dialog when it is time
     }
-    // Processes events itself, once the dialog is shown.
-    dialog.setValue(value);
     return !dialog.wasCanceled();
 }
 
@@ -49,6 +58,20 @@ bool ProgressLoop::poll()
     if (!dialog.isVisible()) {
         return true;
     }
-    QCoreApplication::processEvents();
+    look();
     return !dialog.wasCanceled();
+}
+
+/// Lets the window repaint and the abort button work, as often as eye and hand notice, and
+/// so rarely that it takes a small part of the time however long painting takes.
+void ProgressLoop::look()
+{
+    if (sinceLook.isValid() && sinceLook.nsecsElapsed() < pauseNs) {
+        return;
+    }
+    QElapsedTimer duration;
+    duration.start();
+    QCoreApplication::processEvents();
+    pauseNs = qBound(shortestPauseNs, 20 * duration.nsecsElapsed(), longestPauseNs);
+    sinceLook.start();
 }

@@ -6,6 +6,8 @@
 #include <QElapsedTimer>
 #include <QProgressDialog>
 
+class QProgressBar;
+
 /// The progress dialog of a long loop in a slot, modal to its window.
 /// It appears when the loop takes, or is about to take, more than half a second. While it
 /// is hidden no events are processed, so that no other slot can run inside the loop.
@@ -25,8 +27,13 @@ public:
     bool poll();
 
 private:
+    void look();
+
     QProgressDialog dialog;
+    QProgressBar* bar; ///< the dialog's own
     QElapsedTimer elapsed;
+    QElapsedTimer sinceLook;
+    qint64 pauseNs = 0;
 };
 
 #endif

@@ -19,6 +19,13 @@ constexpr int singleDoseSimulations = 100;
 /// Bound on the random numbers held at a time: doses are simulated in groups below it.
 constexpr int maximalGroupNumbers = 1 << 20;
 
+/// Asked once: the answer stays, and takes longer than the draws of a few individuals.
+int processorCount()
+{
+    static const int count = qMax(1, QThread::idealThreadCount());
+    return count;
+}
+
 template <typename T>
 void resizeSquare(QVector<QVector<T>>& matrix, int size, T value)
 {
@@ -65,11 +72,10 @@ QVector<double> endPoint::evaluateEndpoint(QVector<double> row)
         return endpoints;
     }
     const MultiNormalSampler sampler(omegaOf(row));
-    const int processors = qMax(1, QThread::idealThreadCount());
     const int groupSize = dosesPerGroup(sampler);
     for (int first = 0; first < doses.size(); first += groupSize) {
         const QVector<double> group = doses.mid(first, groupSize);
-        const int share = (group.size() + processors - 1) / processors;
+        const int share = (group.size() + processorCount() - 1) / processorCount();
         QVector<endPointParserContainer> containers;
         for (int dose = 0; dose < group.size(); dose += share) {
             containers.append(
@@ -111,8 +117,8 @@ QVector<double> endPoint::finishEvaluation(const endPointParserContainer& contai
 /// division being dropped by intent.
 int endPoint::simulatedIndividuals() const
 {
-    const int processors = qMax(1, QThread::idealThreadCount());
-    return numSimulations < 2 ? qMax(0, numSimulations) : numSimulations / processors * processors;
+    return numSimulations < 2 ? qMax(0, numSimulations)
+                              : numSimulations / processorCount() * processorCount();
 }
 
 /// Doses whose random numbers and ETAs are held at a time.
