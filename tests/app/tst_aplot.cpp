@@ -20,12 +20,8 @@ private slots:
         QCOMPARE(plot.graph()->data()->at(2)->key, 2 + 1e-8);
         QCOMPARE(plot.graph()->data()->at(2)->value, 3.0);
         QCOMPARE(plot.yAxis->range(), QCPRange(0, 3));
-        histogram({1}, {0}, &plot);
-        QCOMPARE(plot.yAxis->range(), QCPRange(0, 1));
-    }
-    void countsTheCurrentColumn()
-    {
-        QTableWidget table;
+
+        QTableWidget table; // of which the current column counts
         csvDisplay(&table, {{2, 1}, {3, qQNaN()}, {}, {4, 9}});
         delete table.takeItem(2, 1);
         table.setCurrentCell(0, 1);
@@ -36,17 +32,16 @@ private slots:
     }
     void fitsEveryValueIntoABin()
     {
-        const QVector<QVector<double>> largestLast{
-            {3, -2, qQNaN(), 7}, {0}, {4, 4 + 1e-15}, {-9e248, 9e248}, {0, 1e-300}};
-        for (int run = 0; run < 4 * largestLast.size(); ++run) {
-            const int bins = QVector<int>{2, 3, 50, 400}.at(run % 4);
-            QVERIFY(fitHistogramRange(plot.xAxis, largestLast.at(run / 4), bins));
-            QVERIFY(largestLast.at(run / 4).last() < visibleBinEdges(&plot, bins).last());
+        for (const QVector<double>& largestLast : QVector<QVector<double>>{
+                 {3, -2, qQNaN(), 7}, {0}, {4, 4 + 1e-15}, {-9e248, 9e248}, {0, 1e-300}}) {
+            for (const int bins : {2, 3, 50, 400}) {
+                QVERIFY(fitHistogramRange(plot.xAxis, largestLast, bins));
+                QVERIFY(largestLast.last() < visibleBinEdges(&plot, bins).last());
+            }
         }
         QVERIFY(!fitHistogramRange(plot.xAxis, {qQNaN(), qInf()}, 2));
-    }
-    void axisNeedsAWidth()
-    {
+
+        // An axis needs a width.
         setAxisRange(plot.xAxis, 20, 20);
         QCOMPARE(plot.xAxis->range(), QCPRange(19, 21));
         QVERIFY(anyValueVisible(plot.xAxis, {5, 21}) && !anyValueVisible(plot.xAxis, {5, qQNaN()}));

@@ -1,27 +1,13 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "model/randomng.h"
 #include "tests/support/logcapture.h"
+#include "tests/support/randomnumbers.h"
 #include "tests/support/windowtest.h"
 
-QT_WARNING_DISABLE_DEPRECATED // qsrand
+namespace {
 
-    namespace
-{
-
-    const char mismatch[] = "Headers of the raw_results files do not match.";
-    const char failed[] = "raw_results file import failed.";
-    const char notFound[] =
-        "raw results file cannot be found in this folder, check the namr format definition.";
-
-    /// Bootstrap rows of an OFV and THETA1 from 1 on.
-    QVector<QVector<double>> rows(int count, double ofv)
-    {
-        QVector<QVector<double>> result;
-        for (int sample = 1; sample <= count; ++sample) {
-            result.append({ofv, double(sample)});
-        }
-        return result;
-    }
+const char mismatch[] = "Headers of the raw_results files do not match.";
 
 } // namespace
 
@@ -29,351 +15,248 @@ class TestMainWindow : public WindowTest
 {
     Q_OBJECT
 
+    /// Two models, two data sets of four samples with OFV and THETA1. Model 0 is the better
+    /// one in the first two samples of data set 0.
+    void defineStudy()
+    {
+        importStudy({{{{2, 1}, {2, 2}, {3, 1}, {6, 4}}, {{9, 1}, {9, 1}, {9, 1}, {9, 2}}},
+                     {{{4, 1}, {4, 1}, {2, 1}, {2, 1}}, {{1, 0}, {1, 0}, {1, 0}, {1, 1}}}});
+        define("THETA1*DOSE", "THETA1+DOSE", "0,1,2", "1.5");
+    }
+    QStringList chooseDoses(const QString& levels)
+    {
+        type("_4_le_probabilities", levels);
+        press("_4_pb_startCalculation");
+        return rows("_4_tw_doseChoice");
+    }
+    void visitAllPages()
+    {
+        for (int page = 0; page < 6; ++page) {
+            user::showPage(*window, page);
+        }
+        chooseDoses("50");
+        for (const int method : {0, 1}) {
+            choose("_3_cb_aveORselect", method);
+            press("_3_pb_calculatePoS");
+        }
+    }
+
 private slots:
     void init() { openWindow(); }
-    void startsEmpty();
-    void importsPickedFiles();
-    void importsFolders_data();
-    void importsFolders();
-    void staysUsableAfterAnAbort();
-    void takesColumnNumbers();
-    void binsTheVisibleRange();
-    void definesVariability();
-    void keepsTypedWeights();
-    void readsBounds();
-    void findsProbabilities_data();
-    void findsProbabilities();
-    void selectsDoses();
 
-private:
-    void importFiles(const QStringList& paths);
-    void defineStudy();
-    void visitAllPages();
+    void startsEmpty()
+    {
+        LogCapture log;
+        const MainWindow fresh;
+        QCOMPARE(log.messages(), QStringList()); // a slot without its widget, or the reverse
+        visitAllPages();
+        QVERIFY(rows("_2_tw_weightDefinition").isEmpty());
+    }
+
+    void importsPickedFiles()
+    {
+        pressAndAnswer("__pb_importFbF",
+                       {files.writeRawResults("raw_results_linear.csv", {{7, 1}, {7, 3}}),
+                        files.write("raw_results_emax.csv", "\"a\",b,c\r\n1,NA\r\n2,3,4")});
+        QCOMPARE(the<QLabel>("__lb_directory")->text(), files.path());
+        QVERIFY(the<QSpinBox>("_0_sb_data")->isHidden());
+        QCOMPARE(the<QTableWidget>("_1_tw_endPoints")->verticalHeaderItem(0)->text(), "emax");
+        QCOMPARE(rows("_0_tw_RawResults"), QStringList({"1 nan NaN", "2 3 4"}));
+        type("_0_sb_model", "1");
+        user::clickCell(the<QTableWidget>("_0_tw_RawResults"), 1, 20);
+        QCOMPARE(the<QCustomPlot>("_0_cp_rawResHistoGram")->xAxis->label(), "\"THETA1\"");
+        pressAndAnswer("__pb_importFbF", {}, "raw results file cannot be found"); // the data stay
+        QCOMPARE(cell("_0_tw_RawResults", 1, 20), "3");
+    }
+
+    void importsFolders()
+    {
+        const char usual[] = "estimation_model";
+        // model and data set of the files, "w" for wide; prefix, message, highest model and data
+        // set, and the OFV of model 1 in its last data set
+        const std::tuple<const char*, const char*, const char*, int, int, QString> studies[] = {
+            // clang-format off
+            {"00 10 30", usual, "", 1, 0, "10"}, // a gap ends the models
+            {"00 01 02 10 11", usual, "", 1, 2, "11"}, {"00 01 11", usual, "", 0, 1, ""},
+            {"00 01w 10 11", usual, mismatch, 1, 0, "10"}, {"00 10", "run", mismatch, 1, -1, ""},
+            {"10", usual, notFound, 99, 99, ""}};
+        // clang-format on
+        for (const auto& [names, prefix, message, highestModel, highestDataSet, ofv] : studies) {
+            openWindow();
+            const StudyFiles folder;
+            for (const QString& file : QString(names).split(' ')) {
+                const QString name = "raw_results_%1%2_data%3.csv";
+                Table data{{file.leftRef(2).toDouble(), 1}};
+                data.first().resize(file.endsWith('w') ? 3 : 2);
+                folder.writeRawResults(name.arg(prefix, file.at(0), file.at(1)), data);
+            }
+            type("_m1_le_modelNumPrefex", prefix);
+            pressAndAnswer("__pb_import", {folder.path()}, message);
+            QCOMPARE(the<QSpinBox>("_0_sb_model")->maximum(), highestModel);
+            QCOMPARE(the<QSpinBox>("_0_sb_data")->maximum(), highestDataSet);
+            type("_0_sb_model", "1");
+            type("_0_sb_data", "2");
+            QVERIFY(ofv.isEmpty() || cell("_0_tw_RawResults", 0, 19) == ofv);
+            visitAllPages();
+        }
+    }
+
+    void staysUsableAfterAnAbort()
+    {
+        for (int model = 0; model < 3; ++model) {
+            files.writeRawResults(QString("raw_results_estimation_model%1_data0.csv").arg(model),
+                                  Table(3 - model, {5, 1}));
+        }
+        pressAndAnswer("__pb_import", {files.path()}, {}, 2);
+        QVERIFY(the<QTableWidget>("_1_tw_endPoints")->rowCount() == 0);
+        visitAllPages();
+        pressAndAnswer("__pb_import", {files.path()});
+        visitAllPages();
+        QCOMPARE(rows("_2_tw_relativeWeight").mid(1), QStringList({"0.5 0.5 0", "1 0 0"}));
+    }
+
+    void definesVariability()
+    {
+        defineStudy();
+        const char omega[] = "_1_tw_etaDefinition";
+        edit("_1_tw_endPoints", 0, 0, "THETA1+ETA2");
+        edit(omega, 0, 1, "Col2");
+        edit(omega, 0, 1, "col3"); // not accepted
+        QCOMPARE(rows(omega), QStringList({"0 COL2", "COL2 0"}));
+        edit(omega, 1, 0, "0.5");
+        edit(omega, 1, 1, "1234567.89");
+        QCOMPARE(rows(omega), QStringList({"0 0.5", "0.5 1.23457e+06"}));
+        edit(omega, 0, 1, "0");
+
+        // The rounded text never becomes the variance.
+        user::clickCell(the<QTableWidget>("_1_tw_endPoints"), 1, 0);
+        QVERIFY(the<QTableWidget>(omega)->isHidden());
+        user::clickCell(the<QTableWidget>("_1_tw_endPoints"), 0, 0);
+        user::clickCell(the<QTableWidget>(omega), 1, 1);
+        type("_1_cb_numEtas", "3");
+        QCOMPARE(rows(omega).last(), "0 0 0");
+        type("_1_sb_numSimulations", "1");
+        user::clickCell(the<QTableWidget>("_1_tw_endPoints"), 1, 0);
+        seedRandomNumbers(1);
+        user::clickCell(the<QTableWidget>("_1_tw_endPoints"), 0, 0);
+        seedRandomNumbers(1);
+        const double eta = std::sqrt(1234567.89) * randomNG().normal();
+        QVERIFY(almostEqual(curve("_1_cp_typicalDRPlot").first(), 1 + eta, 1e-12));
+    }
+
+    void keepsTypedWeights()
+    {
+        defineStudy();
+        QTableWidget* relative = reach<QTableWidget>("_2_tw_relativeWeight");
+        QCOMPARE(cell("_2_tw_weightDefinition", 1, 0), "(0-1-ofv/2)");
+        QCOMPARE(cell("_2_tw_relativeWeight", 0, 0), "0.731059"); // 1 / (1 + exp(-1))
+        const auto selectedOf = [relative](int sample) {
+            return relative->item(sample, 1)->background().color() == QColor(Qt::red);
+        };
+        QVERIFY(!selectedOf(0) && selectedOf(2));
+        type("_2_sb_dataNumber", "1");
+        QCOMPARE(rows("_2_tw_relativeWeight").first(), "0.0179862 0.982014");
+        QVERIFY(selectedOf(0));
+        edit("_2_tw_weightDefinition", 0, 0, "");
+        reach<QWidget>("_3_cp_PoS");
+        reach<QWidget>("_2_tw_weightDefinition");
+        QCOMPARE(cell("_2_tw_weightDefinition", 0, 0), "");
+        press("_2_cb_logScale");
+        QCOMPARE(rows("_2_tw_relativeWeight").first(), "nan nan");
+        press("_2_cb_logScale");
+        QCOMPARE(rows("_2_tw_relativeWeight").first(), "0 1");
+
+        QTest::keyClicks(reach<QLineEdit>("_m1_le_colNumTHETA1"), "2a");
+        QCOMPARE(the<QLineEdit>("_m1_le_colNumTHETA1")->text(), "212");
+        type("_m1_le_colNumTHETA1", "20"); // THETA1 is what was the OFV
+        QCOMPARE(curve("_1_cp_typicalDRPlot"), QVector<double>({4, 5, 6}));
+        edit("_2_tw_weightDefinition", 0, 0, "(ofv)");
+        type("_m1_le_colNumOFV", "21");
+        QCOMPARE(rows("_2_tw_relativeWeight").first(), "0.880797 0.119203");
+    }
+
+    void readsBounds()
+    {
+        defineStudy();
+        type("_3_le_lowerBound", "-1");
+        type("_1_le_possibleDoses", "0,1,11");
+        QCOMPARE(the<QLineEdit>("_3_le_upperBound")->text(), "inf");
+        // Placed by the program, "inf" stands for 10; typed by the user, it is infinite.
+        const std::pair<const char*, double> bounds[] = {
+            {nullptr, 0}, {"inf", 100}, {"x", 0}, {"1e9", 100}};
+        for (const auto& [text, probability] : bounds) {
+            QLineEdit* upper = reach<QLineEdit>("_3_le_upperBound");
+            text ? user::typeText(upper, text) : QTest::keyClick(upper, Qt::Key_Return);
+            press("_3_pb_calculatePoS");
+            QCOMPARE(curve("_3_cp_PoS").last(), probability);
+        }
+    }
+
+    /// At dose 1 the endpoint of model 0 lies in the interval in samples 1 and 3 of data set 0
+    /// and in sample 3 of data set 1, that of model 1 in all and in the last; at dose 2 all do.
+    void judgesDataSets()
+    {
+        defineStudy();
+        const auto weight = [](double ofv) { return 1 / (1 + std::exp(ofv / 2)); };
+        const double individual = 25 * (weight(2) + 1 + weight(-1) + 1);
+        // clang-format off
+        const std::tuple<int, int, double, const char*> methods[] = { // averaging, then selection
+            {0, 0, 50 + 50 * weight(2), "1 1 2 2"}, {0, 1, individual, "1 1 1 2"},
+            {1, 0, 50, "1 2 2 2"}, {1, 1, 75, "1 1 1 1"}};
+        // clang-format on
+        for (const auto& [method, ofv, probability, meds] : methods) {
+            choose("_3_cb_aveORselect", method);
+            choose("_3_cb_indOFVone", ofv);
+            for (const int dataSet : {1, 0}) {
+                type("_3_cb_dataNumber", QString::number(dataSet));
+                press("_3_pb_calculatePoS");
+                const double atDose1 = dataSet == 0 ? probability : 25;
+                QVERIFY(almostEqual(curve("_3_cp_PoS"), {0, atDose1, 100}));
+            }
+            const QStringList expected{meds, "2 2 2 2"};
+            QCOMPARE(chooseDoses("40,74,55,70"), expected);
+            press("_4_pb_clearCash");
+            press("_4_cb_useCash");
+            QCOMPARE(chooseDoses("40,55,70,74"), expected);
+            edit("_1_tw_endPoints", 0, 0, "THETA1*0"); // the cache is trusted as it is
+            QCOMPARE(chooseDoses("40,55,70,74"), expected);
+            press("_4_pb_clearCash");
+            QVERIFY(chooseDoses("40,55,70,74") != expected);
+            press("_4_cb_useCash");
+            edit("_1_tw_endPoints", 0, 0, "THETA1*DOSE");
+        }
+        QCOMPARE(the<QCustomPlot>("_3_cp_PoS")->xAxis->label(), "DOSE");
+        QCOMPARE(the<QTableWidget>("_4_tw_doseChoice")->horizontalHeaderItem(1)->text(), "55");
+        press("_4_pb_clearCash");
+        press("_4_cb_useCash");
+        for (const int method : {0, 1}) { // but not for another number of models
+            choose("_3_cb_aveORselect", method);
+            importStudy({{{{2, 2}}}, {{{4, 2}}}});
+            QVERIFY(chooseDoses("10") != QStringList("nan"));
+            importStudy({{{{2, 0}}}});
+            QCOMPARE(chooseDoses("10"), QStringList("nan"));
+        }
+        QCOMPARE(chooseDoses("80:10:95,"), QStringList()); // no number
+    }
+
+    void keepsWhatWasDoneBeforeAnAbort()
+    {
+        defineStudy();
+        QString label;
+        connect(the<QCustomPlot>("_3_cp_PoS"), &QCustomPlot::afterReplot, this,
+                [this, &label] { label = window->findChild<QProgressDialog*>()->labelText(); });
+        choose("_3_cb_aveORselect", 1);
+        choose("_3_cb_indOFVone", 0);
+        for (const char* button : {"_3_pb_calculatePoS", "_4_pb_startCalculation"}) {
+            DialogDriver dialogs;
+            dialogs.abortProgressAt(1);
+            press(button);
+        }
+        QVERIFY(almostEqual(curve("_3_cp_PoS"), {0, 50, 100}));
+        QVERIFY(label.endsWith("bootstrap samples 0-1."));
+        QCOMPARE(the<QTableWidget>("_4_tw_doseChoice")->rowCount(), 1);
+    }
 };
-
-void TestMainWindow::importFiles(const QStringList& paths)
-{
-    pressAndAnswer(ImportPage, "__pb_importFbF", paths,
-                   paths.isEmpty() ? "raw results file cannot be found" : "");
-}
-
-/// Two models of four samples; model "a" is the better one in samples 0 and 1.
-void TestMainWindow::defineStudy()
-{
-    const StudyFiles files;
-    importFiles({files.writeRawResults("raw_results_b.csv", {{4, 1}, {4, 1}, {2, 1}, {2, 1}}),
-                 files.writeRawResults("raw_results_a.csv", {{2, 1}, {2, 2}, {4, 3}, {6, 4}})});
-    user::showPage(*window, EndpointPage);
-    user::typeText(the<QLineEdit>("_1_le_possibleDoses"), "0,1,2");
-    user::editCell(the<QTableWidget>("_1_tw_endPoints"), 0, 0, "THETA1*DOSE");
-    user::editCell(the<QTableWidget>("_1_tw_endPoints"), 1, 0, "THETA1+DOSE");
-    user::showPage(*window, WeightPage);
-    user::showPage(*window, ProbabilityPage);
-    user::typeText(the<QLineEdit>("_3_le_lowerBound"), "1.5");
-    user::typeText(the<QLineEdit>("_3_le_upperBound"), "");
-}
-
-void TestMainWindow::visitAllPages()
-{
-    for (int page = ImportPage; page <= DosePage; ++page) {
-        user::showPage(*window, page);
-    }
-    user::typeText(the<QLineEdit>("_4_le_probabilities"), "50");
-    user::click(the<QPushButton>("_4_pb_startCalculation"));
-    user::showPage(*window, ProbabilityPage);
-    for (const int method : {0, 1}) {
-        user::chooseItem(the<QComboBox>("_3_cb_aveORselect"), method);
-        user::click(the<QPushButton>("_3_pb_calculatePoS"));
-    }
-}
-
-void TestMainWindow::startsEmpty()
-{
-    LogCapture log;
-    const MainWindow fresh;
-    QVERIFY2(log.messages().isEmpty(), "a slot without its widget, or a widget without its slot");
-    for (const char* hidden :
-         {"_3_sl_doseSlider", "_3_cp_epDistribution", "_3_lb_indpVar", "_1_tw_etaDefinition",
-          "_1_lb_etaText", "_1_cb_numEtas", "_1_cb_iivEndPoint", "_1_sb_numSimulations"}) {
-        QVERIFY2(user::widget<QWidget>(fresh, hidden)->isHidden(), hidden);
-    }
-    QCOMPARE(user::widget<QToolBox>(fresh, "__mainToolBox")->currentIndex(), 0);
-    visitAllPages();
-    QCOMPARE(the<QTableWidget>("_2_tw_weightDefinition")->rowCount(), 0);
-}
-
-void TestMainWindow::importsPickedFiles()
-{
-    const StudyFiles files;
-    importFiles(
-        {files.writeRawResults("raw_results_linear.csv", rows(3, 7)),
-         files.write("raw_results_emax.csv", "\"a\",\"b\",\"OMEGA(2,1)\"\r\n1,NA\r\n2,3,4")});
-    QCOMPARE(the<QLabel>("__lb_directory")->text(), files.path());
-    QCOMPARE(the<QSpinBox>("_0_sb_model")->maximum(), 1);
-    QVERIFY(the<QSpinBox>("_0_sb_data")->isHidden());
-    QCOMPARE(the<QTableWidget>("_1_tw_endPoints")->verticalHeaderItem(0)->text(), "emax");
-    QCOMPARE(the<QTableWidget>("_2_tw_relativeWeight")->horizontalHeaderItem(1)->text(), "linear");
-    QCOMPARE(the<QTableWidget>("_0_tw_RawResults")->columnCount(), 4);
-    QCOMPARE(cell("_0_tw_RawResults", 0, 1), "nan");
-    QCOMPARE(cell("_0_tw_RawResults", 0, 2), "NaN");
-    user::showPage(*window, ResultsPage);
-    user::typeText(the<QSpinBox>("_0_sb_model"), "1");
-    QCOMPARE(cell("_0_tw_RawResults", 2, 20), "3");
-    importFiles({}); // cancelled: the data stay
-    QCOMPARE(cell("_0_tw_RawResults", 2, 20), "3");
-}
-
-void TestMainWindow::importsFolders_data()
-{
-    QTest::addColumn<QStringList>("files"); // model and data set, such as "0_1"
-    QTest::addColumn<QString>("modelPrefix");
-    QTest::addColumn<QString>("message");
-    QTest::addColumn<int>("modelMaximum");
-    QTest::addColumn<int>("dataSetMaximum");
-    QTest::addColumn<QString>("lastOfModel1"); // OFV of its last data set
-    const QString usual = "estimation_model";
-    QTest::newRow("a gap ends the models")
-        << QStringList{"0_0", "1_0", "3_0"} << usual << QString() << 1 << 0 << "10";
-    QTest::newRow("a missing data set repeats the last")
-        << QStringList{"0_0", "0_1", "0_2", "1_0", "1_1"} << usual << QString() << 1 << 2 << "11";
-    QTest::newRow("another heading ends model 0")
-        << QStringList{"0_0", "0_1 wide", "1_0", "1_1"} << usual << mismatch << 1 << 0 << "10";
-    QTest::newRow("a model without data set 0")
-        << QStringList{"0_0", "0_1", "1_0 gone", "1_1"} << usual << QString() << 0 << 1 << "";
-    QTest::newRow("headings are looked for under the default names")
-        << QStringList{"0_0", "1_0"} << "run" << mismatch << 1 << -1 << "";
-    QTest::newRow("nothing there") << QStringList{"1_0"} << usual << notFound << 99 << 99 << "";
-}
-
-void TestMainWindow::importsFolders()
-{
-    QFETCH(QStringList, files);
-    QFETCH(QString, modelPrefix);
-    QFETCH(QString, message);
-    const StudyFiles study;
-    for (const QString& file : files) {
-        const int model = file.mid(0, 1).toInt();
-        const int dataSet = file.mid(2, 1).toInt();
-        if (!file.endsWith("gone")) {
-            QVector<QVector<double>> data{{model * 10.0 + dataSet, 1}};
-            data.first().resize(file.endsWith("wide") ? 3 : 2);
-            study.writeRawResults(
-                QString("raw_results_%1%2_data%3.csv").arg(modelPrefix).arg(model).arg(dataSet),
-                data);
-        }
-    }
-    the<QTabWidget>("tabWidget")->setCurrentIndex(1);
-    user::typeText(the<QLineEdit>("_m1_le_modelNumPrefex"), modelPrefix);
-    pressAndAnswer(ImportPage, "__pb_import", {study.path()}, message, 1);
-    QCOMPARE(the<QLabel>("__lb_directory")->text(), study.path());
-    QTEST(the<QSpinBox>("_0_sb_model")->maximum(), "modelMaximum");
-    QTEST(the<QSpinBox>("_0_sb_data")->maximum(), "dataSetMaximum");
-    user::showPage(*window, ResultsPage);
-    user::typeText(the<QSpinBox>("_0_sb_model"), "1");
-    user::typeText(the<QSpinBox>("_0_sb_data"), "2");
-    QFETCH(QString, lastOfModel1);
-    if (!lastOfModel1.isEmpty()) {
-        QCOMPARE(cell("_0_tw_RawResults", 0, 19), lastOfModel1);
-    }
-    visitAllPages();
-}
-
-void TestMainWindow::staysUsableAfterAnAbort()
-{
-    const StudyFiles study;
-    for (int model = 0; model < 3; ++model) {
-        study.writeRawResults(QString("raw_results_estimation_model%1_data0.csv").arg(model),
-                              rows(6 - model, 5));
-    }
-    pressAndAnswer(ImportPage, "__pb_import", {study.path()}, {}, 1, 1);
-    QCOMPARE(the<QTableWidget>("_1_tw_endPoints")->rowCount(), 0);
-    visitAllPages();
-    pressAndAnswer(ImportPage, "__pb_import", {study.path()}, {}, 1);
-    QCOMPARE(the<QTableWidget>("_1_tw_endPoints")->rowCount(), 3);
-    visitAllPages();
-    QCOMPARE(cell("_2_tw_relativeWeight", 3, 2), "0.333333"); // the last row of model 2
-    QCOMPARE(cell("_2_tw_relativeWeight", 5, 0), "1");
-}
-
-void TestMainWindow::takesColumnNumbers()
-{
-    defineStudy();
-    user::showPage(*window, ImportPage);
-    QLineEdit* column = the<QLineEdit>("_m1_le_colNumTHETA1");
-    QTest::keyClicks(column, "2a");
-    QCOMPARE(column->text(), "212");
-    user::typeText(column, "20"); // THETA1 is what was the OFV
-    user::showPage(*window, EndpointPage);
-    QCOMPARE(curve("_1_cp_typicalDRPlot"), QVector<double>({4, 5, 6}));
-    QCOMPARE(cell("_1_tw_rawResLabels", 0, 19), "\"ofv\"");
-}
-
-void TestMainWindow::binsTheVisibleRange()
-{
-    const StudyFiles files;
-    importFiles({files.writeRawResults("raw_results_a.csv", rows(100, 5))});
-    user::showPage(*window, ResultsPage);
-    user::clickCell(the<QTableWidget>("_0_tw_RawResults"), 3, 20);
-    QCustomPlot* plot = the<QCustomPlot>("_0_cp_rawResHistoGram");
-    const auto drawn = [&] {
-        double sum = 0;
-        for (const double count : curve("_0_cp_rawResHistoGram")) {
-            sum += count / 2;
-        }
-        return sum;
-    };
-    QCOMPARE(drawn(), 100.0); // 20 bins, the last of them empty
-    QCOMPARE(plot->graph(0)->dataCount(), 38);
-    QCOMPARE(plot->xAxis->label(), "\"THETA1\"");
-
-    plot->xAxis->setRange(10, 50);
-    QCOMPARE(drawn(), 38.0); // [10, 48)
-    QCOMPARE(plot->graph(0)->data()->at(0)->key, 10 + 1e-8);
-    user::clickCell(the<QTableWidget>("_0_tw_RawResults"), 3, 19);
-    QVERIFY(plot->xAxis->range().contains(5)); // constant, and out of sight before
-    QCOMPARE(drawn(), 100.0);
-}
-
-void TestMainWindow::definesVariability()
-{
-    defineStudy();
-    QTableWidget* endpoints = the<QTableWidget>("_1_tw_endPoints");
-    QTableWidget* omega = the<QTableWidget>("_1_tw_etaDefinition");
-    user::showPage(*window, EndpointPage);
-    user::editCell(endpoints, 0, 0, "THETA1+ETA2");
-    QVERIFY(omega->isVisible());
-    QCOMPARE(omega->rowCount(), 2);
-    QCOMPARE(the<QSpinBox>("_1_cb_numEtas")->minimum(), 2);
-    user::editCell(omega, 0, 1, "Col2");
-    QCOMPARE(cell("_1_tw_etaDefinition", 1, 0), "COL2");
-    user::editCell(omega, 0, 1, "col3");
-    QCOMPARE(cell("_1_tw_etaDefinition", 0, 1), "COL2");
-    user::editCell(omega, 1, 0, "0");
-    user::editCell(omega, 1, 1, "1234567.89");
-    QCOMPARE(cell("_1_tw_etaDefinition", 1, 1), "1.23457e+06");
-
-    // The rounded text never becomes the variance.
-    user::clickCell(endpoints, 1, 0);
-    QVERIFY(omega->isHidden());
-    user::clickCell(endpoints, 0, 0);
-    user::clickCell(omega, 1, 1);
-    user::typeText(the<QSpinBox>("_1_cb_numEtas"), "3");
-    QCOMPARE(omega->columnCount(), 3);
-    user::typeText(the<QSpinBox>("_1_sb_numSimulations"), "1");
-    user::clickCell(endpoints, 1, 0);
-    qsrand(1);
-    user::clickCell(endpoints, 0, 0);
-    qsrand(1);
-    const double u1 = qrand() / 2147483647.0;
-    const double deviate =
-        std::sqrt(-2 * std::log(u1)) * std::cos(6.283185307179586 * (qrand() / 2147483647.0));
-    QVERIFY(almostEqual(curve("_1_cp_typicalDRPlot").first(), 1 + std::sqrt(1234567.89) * deviate,
-                        1e-12));
-}
-
-void TestMainWindow::keepsTypedWeights()
-{
-    defineStudy();
-    user::showPage(*window, WeightPage);
-    QTableWidget* weights = the<QTableWidget>("_2_tw_weightDefinition");
-    QCOMPARE(cell("_2_tw_weightDefinition", 1, 0), "(0-1-ofv/2)");
-    QCOMPARE(cell("_2_tw_relativeWeight", 0, 0), "0.731059"); // 1 / (1 + exp(-1))
-    QTableWidget* relative = the<QTableWidget>("_2_tw_relativeWeight");
-    QCOMPARE(relative->item(0, 0)->background().color(), QColor(Qt::red));
-    QCOMPARE(relative->item(0, 1)->background().color(), QColor(Qt::white));
-    QCOMPARE(relative->item(2, 1)->background().color(), QColor(Qt::red));
-    user::editCell(weights, 0, 0, "");
-    QCOMPARE(cell("_2_tw_relativeWeight", 0, 0), "0");
-    user::showPage(*window, ProbabilityPage);
-    user::showPage(*window, WeightPage);
-    QCOMPARE(cell("_2_tw_weightDefinition", 0, 0), "");
-    user::click(the<QCheckBox>("_2_cb_logScale"));
-    user::click(the<QCheckBox>("_2_cb_logScale"));
-    QCOMPARE(weights->horizontalHeaderItem(0)->text(), "Weight Definition");
-}
-
-void TestMainWindow::readsBounds()
-{
-    defineStudy();
-    QLineEdit* upper = the<QLineEdit>("_3_le_upperBound");
-    const auto lastProbability = [this] {
-        user::click(the<QPushButton>("_3_pb_calculatePoS"));
-        return curve("_3_cp_PoS").last();
-    };
-    user::typeText(the<QLineEdit>("_3_le_lowerBound"), "-1");
-    user::showPage(*window, EndpointPage);
-    user::typeText(the<QLineEdit>("_1_le_possibleDoses"), "0,1,11");
-    user::showPage(*window, ProbabilityPage);
-    QCOMPARE(upper->text(), "inf");
-    QCOMPARE(lastProbability(), 0.0); // endpoints of 11 and more exceed the 10 of an empty bound
-    upper->setFocus();
-    QTest::keyClick(upper, Qt::Key_Return);
-    QCOMPARE(lastProbability(), 0.0); // the text was placed by the program
-    user::typeText(upper, "inf");
-    QCOMPARE(lastProbability(), 100.0); // this one by the user
-    user::typeText(upper, "x");
-    QCOMPARE(lastProbability(), 0.0);
-}
-
-void TestMainWindow::findsProbabilities_data()
-{
-    QTest::addColumn<int>("method"); // averaging, selection
-    QTest::addColumn<int>("ofv");    // one, individual
-    QTest::addColumn<QVector<double>>("probability");
-    // In the interval: of model "a" (THETA1*DOSE) no sample, samples 1 to 3, all; of model
-    // "b" (THETA1+DOSE) none, all, all.
-    const double a1 = 1 / (1 + std::exp(-1.0));
-    QTest::newRow("average, one") << 0 << 0 << QVector<double>{0, (1 - a1) * 100 + a1 * 75, 100};
-    QTest::newRow("average, individual") << 0 << 1 << QVector<double>{0, 75 + (1 - a1) * 25, 100};
-    QTest::newRow("selection, one") << 1 << 0 << QVector<double>{0, 75, 100};
-    QTest::newRow("selection, individual") << 1 << 1 << QVector<double>{0, 75, 100};
-}
-
-void TestMainWindow::findsProbabilities()
-{
-    defineStudy();
-    QFETCH(int, method);
-    QFETCH(int, ofv);
-    QFETCH(QVector<double>, probability);
-    user::chooseItem(the<QComboBox>("_3_cb_aveORselect"), method);
-    user::chooseItem(the<QComboBox>("_3_cb_indOFVone"), ofv);
-    user::click(the<QPushButton>("_3_pb_calculatePoS"));
-    QVERIFY(almostEqual(curve("_3_cp_PoS"), probability));
-    QCOMPARE(the<QCustomPlot>("_3_cp_PoS")->xAxis->label(), "DOSE");
-    QCOMPARE(the<QCustomPlot>("_3_cp_PoS")->yAxis->range().upper, 100.0);
-}
-
-void TestMainWindow::selectsDoses()
-{
-    defineStudy();
-    user::showPage(*window, DosePage);
-    user::typeText(the<QLineEdit>("_4_le_probabilities"), "80:10:95,");
-    user::click(the<QPushButton>("_4_pb_startCalculation"));
-    QCOMPARE(the<QTableWidget>("_4_tw_doseChoice")->columnCount(), 0);
-    const auto choose = [this](const QString& levels) {
-        user::showPage(*window, DosePage);
-        user::typeText(the<QLineEdit>("_4_le_probabilities"), levels);
-        user::click(the<QPushButton>("_4_pb_startCalculation"));
-        QStringList doses;
-        for (int level = 0; level < the<QTableWidget>("_4_tw_doseChoice")->columnCount(); ++level) {
-            doses += cell("_4_tw_doseChoice", 0, level);
-        }
-        return doses.join(' ');
-    };
-    QCOMPARE(choose("75,100,70"), "1 2 nan");
-    QCOMPARE(the<QTableWidget>("_4_tw_doseChoice")->horizontalHeaderItem(1)->text(), "75");
-
-    // The cache serves both methods, and is trusted until it is cleared.
-    user::click(the<QCheckBox>("_4_cb_useCash"));
-    QCOMPARE(choose("70,75"), "1 2");
-    user::showPage(*window, EndpointPage);
-    user::editCell(the<QTableWidget>("_1_tw_endPoints"), 0, 0, "THETA1*0");
-    user::showPage(*window, ProbabilityPage);
-    user::chooseItem(the<QComboBox>("_3_cb_aveORselect"), 0);
-    QCOMPARE(choose("70,80"), "1 1");
-    user::click(the<QPushButton>("_4_pb_clearCash"));
-    QCOMPARE(choose("10,80"), "1 nan");
-}
 
 QTEST_MAIN(TestMainWindow)
 #include "tst_mainwindow.moc"

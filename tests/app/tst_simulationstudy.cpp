@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "io/projectfile.h"
 #include "tests/support/windowtest.h"
 
 #include <csignal>
@@ -15,10 +16,7 @@ const char formatText[] =
     "with either one row or column.";
 const char headersText[] = "Some of the headers for the raw_results files for the simulation "
                            "models do not match with the estimation models.  Please double check.";
-const char notFound[] =
-    "raw results file cannot be found in this folder, check the namr format definition.";
-
-constexpr int simulations = 3;
+const char trueModels[] = "_5_tw_trueModelTMED"; // number and theoretical MED per simulation
 
 QByteArray contentOf(const QString& path)
 {
@@ -33,281 +31,199 @@ class TestSimulationStudy : public WindowTest
 {
     Q_OBJECT
 
-private slots:
-    void init() { openWindow(); }
-    void importsSimulationFiles_data();
-    void importsSimulationFiles();
-    void importsTrueModels_data();
-    void importsTrueModels();
-    void comparesInBothModes();
-    void comparesAtAnyTime();
-    void savesWhatItOpened();
-    void opensPartsOfFiles_data();
-    void opensPartsOfFiles();
-    void keepsTheOldFile();
-
-private:
-    void importStudy();
-    void chooseDoses();
-    void saveTo(const QString& path);
-    void open(const QString& path, const QString& message = {});
-    void pressShortcut(Qt::Key key, const QString& path, const QString& message);
-    QStringList column(const char* table, int number) const;
-
-    StudyFiles files;
-};
-
-/// Three data sets of two models with the slopes 1, 2 and 3 in every bootstrap sample.
-void TestSimulationStudy::importStudy()
-{
-    for (int model = 0; model < 2; ++model) {
-        for (int dataSet = 0; dataSet < simulations; ++dataSet) {
-            const QVector<double> row{10.0 * (model + 1), dataSet + 1.0};
-            files.writeRawResults(
-                QString("raw_results_estimation_model%1_data%2.csv").arg(model).arg(dataSet),
-                {row, row});
-        }
-    }
-    pressAndAnswer(ImportPage, "__pb_import", {files.path()}, {}, 1);
-}
-
-/// The estimated MEDs are 3, 2 and 1: model 0 is the better one.
-void TestSimulationStudy::chooseDoses()
-{
-    user::showPage(*window, EndpointPage);
-    user::typeText(the<QLineEdit>("_1_le_possibleDoses"), "0:1:3");
-    user::editCell(the<QTableWidget>("_1_tw_endPoints"), 0, 0, "THETA1*DOSE");
-    user::editCell(the<QTableWidget>("_1_tw_endPoints"), 1, 0, "THETA1*DOSE*2");
-    user::showPage(*window, WeightPage);
-    user::showPage(*window, ProbabilityPage);
-    user::typeText(the<QLineEdit>("_3_le_lowerBound"), "2.5");
-    user::showPage(*window, DosePage);
-    user::typeText(the<QLineEdit>("_4_le_probabilities"), "40,80");
-    user::click(the<QCheckBox>("_4_cb_useCash"));
-    user::click(the<QPushButton>("_4_pb_startCalculation"));
-}
-
-QStringList TestSimulationStudy::column(const char* table, int number) const
-{
-    QStringList texts;
-    for (int row = 0; row < the<QTableWidget>(table)->rowCount(); ++row) {
-        texts += cell(table, row, number);
-    }
-    return texts;
-}
-
-void TestSimulationStudy::importsSimulationFiles_data()
-{
-    QTest::addColumn<int>("fileCount");
-    QTest::addColumn<int>("rows");
-    QTest::newRow("one for all") << 1 << 1;
-    QTest::newRow("one each") << simulations << simulations;
-    QTest::newRow("too few") << 2 << 0;
-    QTest::newRow("cancelled") << 0 << 0;
-}
-
-void TestSimulationStudy::importsSimulationFiles()
-{
-    importStudy();
-    QFETCH(int, fileCount);
-    QStringList paths;
-    for (int i = 0; i < fileCount; ++i) {
-        paths += files.writeRawResults(QString("raw_results_simulation%1.csv").arg(i), {{0, 1}});
-    }
-    QFETCH(int, rows);
-    pressAndAnswer(ImportPage, "_5_pb_importSimRawRes", paths, rows == 0 ? simulationCountText : "",
-                   1);
-    QCOMPARE(the<QTableWidget>("_5_tw_trueModelTMED")->rowCount(), rows);
-}
-
-void TestSimulationStudy::importsTrueModels_data()
-{
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<QStringList>("numbers"); // none: refused
-    QTest::newRow("row") << QByteArray("0,1,1\n") << QStringList{"0", "1", "1"};
-    QTest::newRow("column, CRLF, no final break")
-        << QByteArray("0\r\n1.9\r\n-0.5") << QStringList{"0", "1", "0"};
-    QTest::newRow("byte order mark") << QByteArray("\xef\xbb\xbf"
-                                                   "1,0,1\n")
-                                     << QStringList{"1", "0", "1"};
-    QTest::newRow("heading") << QByteArray("model\n0\n1\n1\n") << QStringList();
-    QTest::newRow("no such model") << QByteArray("0,1,2\n") << QStringList();
-    QTest::newRow("text") << QByteArray("0,x,1\n") << QStringList();
-    QTest::newRow("empty") << QByteArray() << QStringList();
-}
-
-void TestSimulationStudy::importsTrueModels()
-{
-    importStudy();
-    QFETCH(QByteArray, content);
-    QFETCH(QStringList, numbers);
-    pressAndAnswer(ImportPage, "_5_pb_simTrueModel", {files.write("true_models.csv", content)},
-                   numbers.isEmpty() ? formatText : headersText, 1);
-    QCOMPARE(column("_5_tw_trueModelTMED", 0), numbers);
-}
-
-void TestSimulationStudy::comparesInBothModes()
-{
-    importStudy();
-    chooseDoses();
-    // By a file: one exact hit, one estimate above, one below.
-    pressAndAnswer(TruthPage, "_4_pb_compTruth", {files.write("meds.csv", "0,2.1\n0,1\n1,1.5\n")});
-    QCOMPARE(column("_5_tw_trueModelTMED", 1), QStringList({"3", "1", "2"}));
-    QCOMPARE(column("_5_tw_aveUnderEstOverEst", 0), QStringList({"1", "1"}));
-    QCOMPARE(column("_5_tw_Summary", 0), QStringList({"0", "1", "0.2", "0", "1", "0.4"}));
-    QCOMPARE(column("_5_tw_Summary", 1), QStringList({"0", "1", "0.4", "0", "1", "0.4"}));
-    const char plot[] = "_5_cp_truthVisualization";
-    QVERIFY(almostEqual(curve(plot, 0), {1.2, 2.4}));
-    QVERIFY(almostEqual(curve(plot, 2), {2, 2}));
-    QCOMPARE(the<QCustomPlot>(plot)->graph(3)->channelFillGraph(),
-             the<QCustomPlot>(plot)->graph(2));
-    QCOMPARE(the<QCustomPlot>(plot)->yAxis->range().upper, 3.0);
-
-    // By the true models: 1 with slope 1 in all data sets, one file for data set 0 alone.
-    pressAndAnswer(ImportPage, "_5_pb_simTrueModel", {files.write("models.csv", "1\n1\n1\n")},
-                   headersText, 1);
-    pressAndAnswer(ImportPage, "_5_pb_importSimRawRes",
-                   {files.writeRawResults("raw_results_simulation.csv", {{0, 1}, {0, 9}})}, {}, 1);
-    QCOMPARE(column("_5_tw_trueModelTMED", 0), QStringList({"1"}));
-    user::showPage(*window, TruthPage);
-    user::click(the<QPushButton>("_4_pb_compTruth"));
-    QCOMPARE(cell("_5_tw_trueModelTMED", 0, 1), "2"); // 2 x 2 is the first above 2.5
-    QVERIFY(almostEqual(curve(plot, 1), {1, 1}));     // the estimate of 3 is above
-
-    // A number that cannot be read ends the comparison silently; the plot stays.
-    user::editCell(the<QTableWidget>("_5_tw_trueModelTMED"), 0, 0, "one");
-    user::click(the<QPushButton>("_4_pb_compTruth"));
-    QCOMPARE(the<QTableWidget>("_5_tw_aveUnderEstOverEst")->rowCount(), 0);
-    QCOMPARE(column("_5_tw_Summary", 0), QStringList({"nan", "nan", "nan", "0", "0", "0"}));
-    QVERIFY(almostEqual(curve(plot, 1), {1, 1}));
-}
-
-void TestSimulationStudy::comparesAtAnyTime()
-{
-    const auto compare = [this] { pressAndAnswer(TruthPage, "_4_pb_compTruth", {}); };
-    compare();
-    importStudy();
-    compare();
-    chooseDoses();
-    compare();
-    QCOMPARE(column("_5_tw_aveUnderEstOverEst", 0), QStringList({"nan", "nan"}));
-    pressAndAnswer(ImportPage, "_5_pb_importSimRawRes", {files.write("bare.csv", "a,b\n")}, {}, 1);
-    user::showPage(*window, TruthPage);
-    user::click(the<QPushButton>("_4_pb_compTruth")); // no true model yet, no data row ever
-    user::editCell(the<QTableWidget>("_5_tw_trueModelTMED"), 0, 0, "1");
-    user::click(the<QPushButton>("_4_pb_compTruth"));
-    QCOMPARE(column("_5_tw_trueModelTMED", 1), QStringList({"nan"}));
-}
-
-void TestSimulationStudy::saveTo(const QString& path)
-{
-    QFile::remove(path); // no question whether to replace it
-    pressShortcut(Qt::Key_S, path, {});
-}
-
-void TestSimulationStudy::open(const QString& path, const QString& message)
-{
-    pressShortcut(Qt::Key_O, path, message);
-    QCOMPARE(the<QLabel>("__lb_directory")->text(), path);
-}
-
-/// Ctrl and the key; the file dialog takes the path, a message box after it has the text.
-void TestSimulationStudy::pressShortcut(Qt::Key key, const QString& path, const QString& message)
-{
-    user::show(*window);
-    DialogDriver dialogs;
-    dialogs.answerFiles({path});
-    if (!message.isEmpty()) {
-        dialogs.acknowledge(message);
-    }
-    QTest::keyClick(window.get(), key, Qt::ControlModifier);
-}
-
-void TestSimulationStudy::savesWhatItOpened()
-{
-    saveTo(files.path("empty"));
-    importStudy();
-    chooseDoses();
-    user::showPage(*window, EndpointPage);
-    user::editCell(the<QTableWidget>("_1_tw_endPoints"), 1, 0, "THETA1+ETA2");
-    user::editCell(the<QTableWidget>("_1_tw_etaDefinition"), 1, 1, "0.123456789");
-    user::editCell(the<QTableWidget>("_1_tw_etaDefinition"), 0, 1, "COL20");
-    user::chooseItem(the<QComboBox>("_1_cb_iivEndPoint"), 2);
-    user::showPage(*window, WeightPage);
-    user::editCell(the<QTableWidget>("_2_tw_weightDefinition"), 0, 0, "");
-    user::click(the<QCheckBox>("_2_cb_logScale"));
-    user::showPage(*window, ProbabilityPage);
-    user::chooseItem(the<QComboBox>("_3_cb_aveORselect"), 0);
-    user::chooseItem(the<QComboBox>("_3_cb_indOFVone"), 0);
-    user::typeText(the<QLineEdit>("_3_le_upperBound"), "");
-    saveTo(files.path("first"));
-
-    openWindow();
-    open(files.path("first"));
-    QCOMPARE(cell("_2_tw_relativeWeight", 0, 1), "nan");
-    QCOMPARE(column("_4_tw_doseChoice", 0), QStringList({"3", "2", "1"}));
-    saveTo(files.path("second"));
-    QCOMPARE(contentOf(files.path("second")), contentOf(files.path("first")));
-
-    open(files.path("empty"), notFound);
-    saveTo(files.path("third"));
-    QCOMPARE(the<QLineEdit>("_1_le_possibleDoses")->text(), "");
-    openWindow();
-    open(files.path("empty"), notFound);
-    saveTo(files.path("fourth"));
-    QCOMPARE(contentOf(files.path("fourth")), contentOf(files.path("empty")));
-}
-
-void TestSimulationStudy::opensPartsOfFiles_data()
-{
-    QTest::addColumn<int>("percent"); // of the file that is left
-    for (const int percent : {0, 1, 30, 60, 80, 90, 95, 99, 100}) {
-        QTest::addRow("%d", percent) << percent;
-    }
-}
-
-void TestSimulationStudy::opensPartsOfFiles()
-{
-    importStudy();
-    chooseDoses();
-    saveTo(files.path("whole"));
-    const QByteArray bytes = contentOf(files.path("whole"));
-    QFETCH(int, percent);
-    files.write("part", bytes.left(bytes.size() * percent / 100));
-    for (const bool fresh : {true, false}) {
-        if (fresh) {
-            openWindow();
-        }
-        // Less than a third of the file ends within the bootstrap results.
-        open(files.path("part"), percent > 0 && percent <= 30 ? notFound : "");
-        user::showPage(*window, DosePage);
-        user::click(the<QPushButton>("_4_pb_startCalculation"));
-        user::showPage(*window, ProbabilityPage);
-        user::click(the<QPushButton>("_3_pb_calculatePoS"));
-        saveTo(files.path("again"));
-    }
-}
-
-void TestSimulationStudy::keepsTheOldFile()
-{
-    importStudy();
-    const QString path = files.write("project", "old");
-    rlimit unlimited{};
-    getrlimit(RLIMIT_FSIZE, &unlimited);
-    const rlimit tooSmall{100, unlimited.rlim_max};
-    signal(SIGXFSZ, SIG_IGN);
-    setrlimit(RLIMIT_FSIZE, &tooSmall);
-    user::show(*window);
+    /// Three data sets of two models with the slopes 1, 2 and 3 in every bootstrap sample.
+    void importSlopes()
     {
+        RawResults results(2);
+        for (const double slope : {1.0, 2.0, 3.0}) {
+            results[0].append({{10, slope}, {10, slope}});
+            results[1].append({{20, slope}, {20, slope}});
+        }
+        importStudy(results);
+    }
+    /// The estimated MEDs are 3, 2 and 1: model 0 is the better one.
+    void chooseDoses()
+    {
+        define("THETA1*DOSE", "THETA1*DOSE*2", "0:1:3", "2.5");
+        type("_4_le_probabilities", "40,80");
+        press("_4_cb_useCash");
+        press("_4_pb_startCalculation");
+    }
+    /// Ctrl and the key; the file dialog takes the path, the boxes after it have the texts.
+    void pressShortcut(Qt::Key key, const QString& path, const QStringList& messages)
+    {
+        user::show(*window);
         DialogDriver dialogs;
         dialogs.answerFiles({path});
-        dialogs.acknowledge("project already exists.\nDo you want to replace it?");
-        dialogs.acknowledge("File too large");
-        QTest::keyClick(window.get(), Qt::Key_S, Qt::ControlModifier);
+        for (const QString& message : messages) {
+            dialogs.acknowledge(message);
+        }
+        QTest::keyClick(window.get(), key, Qt::ControlModifier);
     }
-    setrlimit(RLIMIT_FSIZE, &unlimited);
-    QCOMPARE(contentOf(path), QByteArray("old"));
-}
+    QByteArray save()
+    {
+        const QString path = files.path("saved");
+        QFile::remove(path); // no question whether to replace it
+        pressShortcut(Qt::Key_S, path, {});
+        return contentOf(path);
+    }
+    void open(const QByteArray& content, const QStringList& messages = {})
+    {
+        const QString path = files.write("opened", content);
+        pressShortcut(Qt::Key_O, path, messages);
+        QCOMPARE(the<QLabel>("__lb_directory")->text(), path);
+    }
+
+private slots:
+    void init() { openWindow(); }
+
+    void importsSimulationFiles()
+    {
+        importSlopes();
+        QStringList paths;
+        for (const char* message : {"", simulationCountText, ""}) { // one and three files fit
+            paths += files.writeRawResults(QString("simulation%1").arg(paths.size()), {{0}});
+            pressAndAnswer("_5_pb_importSimRawRes", paths, message);
+            QCOMPARE(rows(trueModels).size(), *message ? 0 : paths.size());
+        }
+        // clang-format off
+        const std::pair<QByteArray, QStringList> imports[] = {
+            {"0\r\n1.9\r\n-0.5", {"0", "1", "0"}},
+            {"\xef\xbb\xbf\x31,0,1\n", {"1", "0", "1"}}, // a byte order mark
+            {"model\n0\n1\n1\n", {}}, {"", {}}};
+        // clang-format on
+        for (const auto& [content, numbers] : imports) {
+            the<QTableWidget>(trueModels)->setRowCount(0);
+            pressAndAnswer("_5_pb_simTrueModel", {files.write("true_models.csv", content)},
+                           numbers.isEmpty() ? formatText : headersText);
+            QCOMPARE(rows(trueModels).join(' ').simplified(), numbers.join(' '));
+        }
+    }
+
+    void comparesInBothModes()
+    {
+        importSlopes();
+        chooseDoses();
+        QCOMPARE(rows("_4_tw_doseChoice"), QStringList({"3 3", "2 2", "1 1"}));
+        // By a file: one exact hit, one estimate above, one below.
+        pressAndAnswer("_4_pb_compTruth", {files.write("meds.csv", "0,2.1\n0,1\n1,1.5\n")});
+        QCOMPARE(rows(trueModels), QStringList({"0 3", "0 1", "1 2"}));
+        QCOMPARE(rows("_5_tw_aveUnderEstOverEst"), QStringList({"1", "1"}));
+        QCOMPARE(rows("_5_tw_Summary"),
+                 QStringList({"0 0", "1 1", "0.2 0.4", "0 0", "1 1", "0.4 0.4"}));
+        const char plot[] = "_5_cp_truthVisualization";
+        QVERIFY(almostEqual(curve(plot, 0), {1.2, 2.4}));
+        QVERIFY(almostEqual(curve(plot, 2), {2, 2}));
+
+        // By the true models: 1 with slope 1 in all data sets, one file for data set 0 alone.
+        pressAndAnswer("_5_pb_simTrueModel", {files.write("models.csv", "1\n1\n1\n")}, headersText);
+        pressAndAnswer("_5_pb_importSimRawRes",
+                       {files.writeRawResults("raw_results_simulation.csv", {{0, 1}, {0, 9}})});
+        press("_4_pb_compTruth");
+        QCOMPARE(rows(trueModels), QStringList({"1 2"})); // 2 x 2 is the first above 2.5
+        QVERIFY(almostEqual(curve(plot, 1), {1, 1}));     // the estimate of 3 is above
+
+        // A number that cannot be read ends the comparison silently; the plot stays.
+        edit(trueModels, 0, 0, "one");
+        press("_4_pb_compTruth");
+        QCOMPARE(the<QTableWidget>("_5_tw_aveUnderEstOverEst")->rowCount(), 0);
+        QCOMPARE(rows("_5_tw_Summary").first(), "nan nan");
+        QVERIFY(almostEqual(curve(plot, 1), {1, 1}));
+    }
+
+    void comparesAtAnyTime()
+    {
+        pressAndAnswer("_4_pb_compTruth", {});
+        importSlopes();
+        chooseDoses();
+        pressAndAnswer("_4_pb_compTruth", {});
+        QCOMPARE(rows("_5_tw_aveUnderEstOverEst").first(), "nan");
+        pressAndAnswer("_5_pb_importSimRawRes", {files.write("bare.csv", "a,b\n")});
+        press("_4_pb_compTruth"); // no true model yet, no data row ever
+        edit(trueModels, 0, 0, "1");
+        press("_4_pb_compTruth");
+        QCOMPARE(rows(trueModels), QStringList({"1 nan"}));
+    }
+
+    void savesWhatItOpened()
+    {
+        const QByteArray empty = save();
+        importSlopes();
+        chooseDoses();
+        edit("_1_tw_endPoints", 1, 0, "THETA1+ETA2");
+        edit("_1_tw_etaDefinition", 1, 1, "0.123456789");
+        edit("_1_tw_etaDefinition", 0, 1, "COL20");
+        // Not the selected model, and never evaluated.
+        the<QTableWidget>("_1_tw_endPoints")->item(0, 0)->setText("THETA1*DOSE+ETA1");
+        choose("_1_cb_iivEndPoint", 2);
+        edit("_2_tw_weightDefinition", 0, 0, "");
+        press("_2_cb_logScale");
+        choose("_3_cb_aveORselect", 0);
+        choose("_3_cb_indOFVone", 0);
+        type("_3_le_upperBound", "");
+        const QByteArray saved = save();
+
+        openWindow();
+        open(saved);
+        QCOMPARE(cell("_2_tw_relativeWeight", 0, 1), "nan");
+        QCOMPARE(save(), saved);
+        open(empty, {notFound});
+        save();
+        QCOMPARE(the<QLineEdit>("_1_le_possibleDoses")->text(), "");
+        openWindow();
+        open(empty, {notFound});
+        QCOMPARE(save(), empty);
+    }
+
+    void opensPartsOfFiles()
+    {
+        importSlopes();
+        chooseDoses();
+        const QByteArray whole = save();
+        for (const int percent : {0, 1, 30, 60, 80, 90, 95, 99, 100, 99, 1}) {
+            if (percent < 95) { // else over what the last one left
+                openWindow();
+            }
+            // Less than a third of the file ends within the bootstrap results.
+            const bool hasResults = percent == 0 || percent > 30;
+            open(whole.left(whole.size() * percent / 100), QStringList(notFound).mid(hasResults));
+            press("_4_pb_startCalculation");
+            press("_3_pb_calculatePoS");
+            save();
+        }
+    }
+
+    /// The model shown with the results decides which data sets have weights.
+    void opensUnevenResults()
+    {
+        ProjectItems items;
+        items.rawResults = {{{{1}}, {{1}, {1}}}, {{{1}}}};
+        items.rawResultsHeaders = {{"a"}, {"a"}};
+        QBuffer buffer;
+        QVERIFY(buffer.open(QIODevice::WriteOnly) && writeProject(items, &buffer));
+        open(buffer.data());
+        type("_2_sb_dataNumber", "1");
+        QCOMPARE(the<QTableWidget>("_2_tw_relativeWeight")->rowCount(), 2);
+        type("_0_sb_model", "1");
+        press("_2_cb_logScale");
+        QCOMPARE(the<QTableWidget>("_2_tw_relativeWeight")->rowCount(), 0);
+    }
+
+    void keepsTheOldFile()
+    {
+        importSlopes();
+        const QString path = files.write("project", "old");
+        rlimit unlimited{};
+        getrlimit(RLIMIT_FSIZE, &unlimited);
+        const rlimit tooSmall{100, unlimited.rlim_max};
+        signal(SIGXFSZ, SIG_IGN);
+        setrlimit(RLIMIT_FSIZE, &tooSmall);
+        pressShortcut(Qt::Key_S, path,
+                      {"project already exists.\nDo you want to replace it?", "File too large"});
+        setrlimit(RLIMIT_FSIZE, &unlimited);
+        QCOMPARE(contentOf(path), QByteArray("old"));
+    }
+};
 
 QTEST_MAIN(TestSimulationStudy)
 #include "tst_simulationstudy.moc"

@@ -21,53 +21,40 @@ class TestCsv : public QObject
     }
 
 private slots:
-    void reads_data()
-    {
-        QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<QByteArray>("rows"); // as csvwrite gives them
-        const auto row = [](const QByteArray& file, const char* rows) {
-            QTest::newRow(file.toPercentEncoding(",-+")) << file << QByteArray(rows);
-        };
-        row("", "");
-        row("1,2,,x", "1,2,nan,nan\n");
-        row("\"a\",b\n3,-4.5\n", "nan,nan\n3,-4.5\n");
-        row("\n1,2\r\n3\r\n\r\n4\r", "nan\n1,2\n3\nnan\n4\n");
-        row("1\r2,3\r,\r4\r\r\n", "nan,3,4\n");
-        row("1,\n2,", "1,nan\n2,nan\n");
-        row(" 1\t,+2,- 3,-4,\"5\"", "1,2,nan,-4,nan\n");
-        row("1e2,1E-2,1e,e1,1e400", "100,0.01,nan,nan,nan\n");
-        row("0,0.0,0e9,1e-400", "0,0,0,nan\n");
-        row("inf,-inf,nan,0x1p3", "inf,-inf,nan,nan\n");
-        row(QByteArray("1\0,2", 4), "nan,2\n");
-        row("\xef\xbb\xbf\x31,2\r\n3,\n\n", "1,2\n3,nan\nnan\n");
-        row(QByteArray("\xff\xfe\x37\0,\0\x38\0\n\0\x39\0", 12), "7,8\n9\n");
-    }
     void reads()
     {
-        QFETCH(QByteArray, file);
-        QFETCH(QByteArray, rows);
+        // clang-format off
+        const std::pair<QByteArray, QByteArray> files[] = { // and rows, as csvwrite gives them
+            {"", ""}, {"1,2,,x", "1,2,nan,nan\n"}, {"\"a\",b\n3,-4.5\n", "nan,nan\n3,-4.5\n"},
+            {"\n1,2\r\n3\r\n\r\n4\r", "nan\n1,2\n3\nnan\n4\n"}, {"1,\n2,", "1,nan\n2,nan\n"},
+            {"1\r2,3\r,\r4\r\r\n", "nan,3,4\n"}, {" 1\t,+2,- 3,-4,\"5\"", "1,2,nan,-4,nan\n"},
+            {"1e2,1E-2,1e,e1,1e400", "100,0.01,nan,nan,nan\n"}, {"0,0.0,0e9,1e-400", "0,0,0,nan\n"},
+            {"inf,-inf,nan,0x1p3", "inf,-inf,nan,nan\n"}, {QByteArray("1\0,2", 4), "nan,2\n"},
+            {"\xef\xbb\xbf\x31,2\r\n3,\n\n", "1,2\n3,nan\nnan\n"},
+            {QByteArray("\xff\xfe\x37\0,\0\x38\0\n\0\x39\0", 12), "7,8\n9\n"}};
+        // clang-format on
         const QString source = folder.filePath("source.csv");
-        QFile written(source);
-        QVERIFY(written.open(QIODevice::WriteOnly) && written.write(file) == file.size());
-        written.close();
-        csvwrite(path, csvReadToDouble(source));
-        QCOMPARE(content(), rows);
-        csvwrite(path, csvWithHeaderReadToDouble(source));
-        QCOMPARE(content(), rows.mid(rows.indexOf('\n') + 1));
-        const QStringList header = csvWithHeaderReadHeader(source);
-        QCOMPARE(header.isEmpty(), file.isEmpty());
-        QVERIFY(!file.startsWith('"') || header == QStringList({"\"a\"", "b"}));
+        for (const auto& [file, rows] : files) {
+            QFile written(source);
+            QVERIFY(written.open(QIODevice::WriteOnly) && written.write(file) == file.size());
+            written.close();
+            csvwrite(path, csvReadToDouble(source));
+            QCOMPARE(content(), rows);
+            csvwrite(path, csvWithHeaderReadToDouble(source));
+            QCOMPARE(content(), rows.mid(rows.indexOf('\n') + 1));
+            const QStringList header = csvWithHeaderReadHeader(source);
+            QCOMPARE(header.isEmpty(), file.isEmpty());
+            QVERIFY(!file.startsWith('"') || header == QStringList({"\"a\"", "b"}));
+        }
     }
-    void unreadable()
+    void writes()
     {
         for (const QString& name : {QString(), folder.path(), folder.filePath("missing")}) {
             QVERIFY(csvReadToDouble(name).isEmpty() && csvWithHeaderReadHeader(name).isEmpty());
         }
         QTest::ignoreMessage(QtDebugMsg, "Error, unable to save");
         csvwrite(folder.path(), Table{{1}});
-    }
-    void writes()
-    {
+
         csvwrite(path, Table{{1, 2.5}, {}, {1234567, 1e-5}});
         QCOMPARE(content(), QByteArray("1,2.5\n\n1.23457e+06,1e-05\n"));
         csvwrite(path, Table{{1}}, {"a", "b", "c"});
@@ -75,34 +62,29 @@ private slots:
         csvwrite(path, Table(), {"a"});
         QVERIFY(content().isEmpty());
     }
-    void displays_data()
-    {
-        QTest::addColumn<Table>("table");
-        QTest::addColumn<QByteArray>("cells");
-        QTest::addRow("longer last") << Table{{1, 2}, {3, 4, 5}} << QByteArray("1,2,NaN\n3,4,5");
-        QTest::addRow("shorter last") << Table{{1234567, 0.25, qQNaN()}, {4, 5}}
-                                      << QByteArray("1.23457e+06,0.25,nan\n4,5,NaN");
-        QTest::addRow("longest inside") << Table{{1, 2}, {1, 2, 3, 4}, {5, 6, 7}}
-                                        << QByteArray("1,2,NaN, \n1,2,3,4\n5,6,7,NaN");
-    }
     void displays()
     {
-        QFETCH(Table, table);
-        QFETCH(QByteArray, cells);
-        QTableWidget widget;
-        // Nothing of the larger table before is left, but the current cell stays.
-        csvDisplay(&widget, {{8, 8, 8, 8}, {9}, {9}}, {"a", "b", "c", "d", "e"});
-        csvwrite(path, &widget);
-        QCOMPARE(content(), QByteArray("8,8,8,8, \n9,NaN,NaN,NaN, \n9,NaN,NaN,NaN, "));
-        widget.setCurrentCell(0, 1);
-        csvDisplay(&widget, table);
-        csvwrite(path, &widget);
-        QCOMPARE(content(), cells);
-        QCOMPARE(widget.currentColumn(), 1);
-        csvDisplayAppend(&widget, {1, 2, 3, 4, 5});
-        csvDisplayAppend(&widget, {6});
-        csvwrite(path, &widget, table.size());
-        QCOMPARE(content(), QByteArray("1,2,3,4,5\n6,NaN,NaN,NaN,NaN"));
+        const std::pair<Table, QByteArray> tables[] = {
+            {{{1, 2}, {3, 4, 5}}, "1,2,NaN\n3,4,5"},
+            {{{1234567, 0.25, qQNaN()}, {4, 5}}, "1.23457e+06,0.25,nan\n4,5,NaN"},
+            {{{1, 2}, {1, 2, 3, 4}, {5, 6, 7}}, "1,2,NaN, \n1,2,3,4\n5,6,7,NaN"},
+        };
+        for (const auto& [table, cells] : tables) {
+            QTableWidget widget;
+            // Nothing of the larger table before is left, but the current cell stays.
+            csvDisplay(&widget, {{8, 8, 8, 8}, {9}, {9}}, {"a", "b", "c", "d", "e"});
+            csvwrite(path, &widget);
+            QCOMPARE(content(), QByteArray("8,8,8,8, \n9,NaN,NaN,NaN, \n9,NaN,NaN,NaN, "));
+            widget.setCurrentCell(0, 1);
+            csvDisplay(&widget, table);
+            csvwrite(path, &widget);
+            QCOMPARE(content(), cells);
+            QCOMPARE(widget.currentColumn(), 1);
+            csvDisplayAppend(&widget, {1, 2, 3, 4, 5});
+            csvDisplayAppend(&widget, {6});
+            csvwrite(path, &widget, table.size());
+            QCOMPARE(content(), QByteArray("1,2,3,4,5\n6,NaN,NaN,NaN,NaN"));
+        }
     }
 };
 

@@ -4,8 +4,9 @@
 #define VELMORA_TESTS_SUPPORT_DIALOGDRIVER_H
 
 #include <QQueue>
-#include <QStringList>
+#include <QTest>
 #include <QTimer>
+#include <QtWidgets>
 
 /// Answers modal dialogs in the order in which they are expected, while the program waits
 /// for them. A dialog that was not expected is rejected and is a problem, as is an expected
@@ -14,8 +15,28 @@
 class DialogDriver : public QObject
 {
 public:
-    DialogDriver();
-    ~DialogDriver() override;
+    DialogDriver()
+    {
+        QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+        QCoreApplication::instance()->installEventFilter(this);
+        connect(&timer, &QTimer::timeout, this, &DialogDriver::answerDialog);
+        timer.start(1);
+    }
+    ~DialogDriver() override
+    {
+        for (const Answer& answer : answers) {
+            problems.append("no dialog came for: " + answer.first + answer.second.join(", "));
+        }
+        if (abortValue >= 0) {
+            problems.append(QString("no progress dialog reached %1").arg(abortValue));
+        }
+        const QByteArray text = problems.join('\n').toUtf8();
+        if (!text.isEmpty() && !QTest::currentTestFunction()) {
+            qFatal("%s", text.constData());
+        } else if (!text.isEmpty() && !QTest::currentTestFailed()) {
+            QTest::qFail(text.constData(), __FILE__, __LINE__);
+        }
+    }
 
     /// A file dialog is to come and takes these files, or this one directory; none cancels it.
     void answerFiles(const QStringList& paths) { answers.enqueue({QString(), paths}); }
@@ -25,16 +46,56 @@ public:
     void abortProgressAt(int value) { abortValue = value; }
 
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    /// Sees progress dialogs while they are built, for a short run never shows them.
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        auto* dialog = qobject_cast<QProgressDialog*>(watched);
+        const auto* bar = dialog ? dialog->findChild<QProgressBar*>() : nullptr;
+        if (bar && event->type() == QEvent::ChildAdded) {
+            connect(bar, &QProgressBar::valueChanged, this, [this, dialog](int value) {
+                if (abortValue >= 0 && value >= abortValue) {
+                    abortValue = -1;
+                    emit dialog->canceled();
+                }
+            });
+        }
+        return false;
+    }
 
 private:
-    struct Answer
-    {
-        QString message; ///< null for a file dialog
-        QStringList paths;
-    };
+    using Answer = QPair<QString, QStringList>; ///< message, null for a file dialog, and its paths
 
-    void answerDialog();
+    /// The button is pressed after this function: the timer rests while it runs, and the next
+    /// dialog may come from within the click.
+    void answerDialog()
+    {
+        QWidget* const dialog = QApplication::activeModalWidget();
+        if (!dialog || dialog->property("answered").toBool()
+            || qobject_cast<QProgressDialog*>(dialog)) {
+            return;
+        }
+        dialog->setProperty("answered", true);
+
+        const auto* message = qobject_cast<QMessageBox*>(dialog);
+        auto* fileName = dialog->findChild<QLineEdit*>("fileNameEdit");
+        const QString found = message ? message->text() : dialog->windowTitle();
+        const Answer answer = answers.isEmpty() ? Answer() : answers.head();
+        const bool expected =
+            !answers.isEmpty() && (message ? found == answer.first : answer.first.isNull());
+        if (expected) {
+            answers.dequeue();
+        } else {
+            problems.append("unexpected dialog: " + found);
+        }
+        if (expected && fileName && !answer.second.isEmpty()) {
+            fileName->setText('"' + answer.second.join("\" \"") + '"');
+        }
+
+        // The button that accepts comes first, the one that rejects last.
+        const bool accept = expected && (message || !answer.second.isEmpty());
+        const auto buttons = dialog->findChild<QDialogButtonBox*>()->buttons();
+        QTimer::singleShot(0, accept ? buttons.first() : buttons.last(), &QAbstractButton::click);
+    }
 
     QTimer timer;
     QQueue<Answer> answers;

@@ -3,6 +3,7 @@
 #ifndef VELMORA_TESTS_SUPPORT_STUDYFILES_H
 #define VELMORA_TESTS_SUPPORT_STUDYFILES_H
 
+#include <QFile>
 #include <QTemporaryDir>
 #include <QVector>
 
@@ -17,12 +18,36 @@ public:
     }
 
     /// Writes a file as it stands; gives its path.
-    QString write(const QString& name, const QByteArray& content) const;
+    QString write(const QString& name, const QByteArray& content) const
+    {
+        QFile file(path(name));
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size()) {
+            qFatal("cannot write %s", qPrintable(file.fileName()));
+        }
+        return file.fileName();
+    }
 
     /// Writes bootstrap results: quoted column names, 19 columns about the run, then each
-    /// row's numbers as ofv (column 20), THETA1, THETA2 and so on; NaN becomes NA. The
-    /// heading is as wide as the longest row. Gives the file's path.
-    QString writeRawResults(const QString& name, const QVector<QVector<double>>& rows) const;
+    /// row's numbers as ofv (column 20), THETA1, THETA2 and so on, as many as in the first
+    /// row. Gives the file's path.
+    QString writeRawResults(const QString& name, const QVector<QVector<double>>& rows) const
+    {
+        QByteArray text = "\"model\"";
+        for (int column = 2; column < 20; ++column) {
+            text += ",\"run_column_" + QByteArray::number(column) + '"';
+        }
+        text += ",\"ofv\"";
+        for (int theta = 1; theta < rows.value(0).size(); ++theta) {
+            text += ",\"THETA" + QByteArray::number(theta) + '"';
+        }
+        for (const QVector<double>& row : rows) {
+            text += "\n0,1,1,0,1,0,0,0,0,0,0,0,0,4.1,NA,FO,0:00:00,0,0";
+            for (const double value : row) {
+                text += ',' + QByteArray::number(value, 'g', 17);
+            }
+        }
+        return write(name, text + '\n');
+    }
 
 private:
     QTemporaryDir folder;

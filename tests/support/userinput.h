@@ -3,48 +3,121 @@
 #ifndef VELMORA_TESTS_SUPPORT_USERINPUT_H
 #define VELMORA_TESTS_SUPPORT_USERINPUT_H
 
-#include <QWidget>
-
-class QAbstractButton;
-class QComboBox;
-class QTableWidget;
+#include <QPointer>
+#include <QTest>
+#include <QtWidgets>
 
 /// Acts on a window as a user does: with mouse and keys, on what is visible. What a user
 /// could not do (press a hidden button, edit a cell that is not there) ends the program
 /// with a message.
 namespace user {
 
+inline void require(bool condition, const QWidget* widget, const char* problem)
+{
+    if (!condition) {
+        qFatal("%s %s", qPrintable(widget->objectName()), problem);
+    }
+}
+
 /// The widget of that kind and object name below the window; ends the program without one.
 template <typename T>
 T* widget(const QWidget& window, const char* name)
 {
     T* found = window.findChild<T*>(name);
-    if (!found) {
-        qFatal("no %s named %s", T::staticMetaObject.className(), name);
-    }
+    require(found, &window, name);
     return found;
 }
 
-/// Shows the window and gives it the keyboard.
-void show(QWidget& window);
+/// Nothing else gives the keyboard back after a dialog when there is no window manager.
+inline void reach(const QWidget* widget)
+{
+    require(widget->isVisible() && widget->isEnabled(), widget, "is hidden or disabled");
+    QApplication::setActiveWindow(widget->window());
+}
 
-/// Turns the window's tool box to a page (0 is its first) by the page's button.
-void showPage(const QWidget& window, int page);
+/// Types over the selected text and presses Return; checks that run while one types see no
+/// empty text between.
+inline void replaceText(QWidget* editor, const QString& text)
+{
+    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+    if (text.isEmpty()) {
+        QTest::keyClick(editor, Qt::Key_Delete);
+    }
+    QTest::keyClicks(editor, text);
+    QTest::keyClick(editor, Qt::Key_Return);
+}
+
+/// Shows the window and gives it the keyboard.
+inline void show(QWidget& window)
+{
+    window.show();
+    reach(&window);
+    require(QTest::qWaitForWindowExposed(&window), &window, "does not appear");
+}
 
 /// Clicks a button or a check box.
-void click(QAbstractButton* button);
+inline void click(QAbstractButton* button)
+{
+    reach(button);
+    // A check box reacts at its mark and text only, not in the empty room to the right.
+    const int x = qobject_cast<QCheckBox*>(button) ? 8 : button->width() / 2;
+    QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(x, button->height() / 2));
+}
+
+/// Turns the window's tool box to a page (0 is its first) by the page's button.
+inline void showPage(const QWidget& window, int page)
+{
+    const auto* toolBox = widget<QToolBox>(window, "__mainToolBox");
+    const auto buttons = toolBox->findChildren<QAbstractButton*>("qt_toolbox_toolboxbutton",
+                                                                 Qt::FindDirectChildrenOnly);
+    click(buttons.value(page));
+    require(toolBox->currentIndex() == page, toolBox, "does not open the page");
+}
 
 /// Replaces the text of a line edit or spin box and presses Return; an empty text clears it.
-void typeText(QWidget* editor, const QString& text);
+inline void typeText(QWidget* editor, const QString& text)
+{
+    reach(editor);
+    editor->setFocus(Qt::MouseFocusReason);
+    replaceText(editor, text);
+}
 
 /// Clicks a cell, scrolling to it where needed; gives the place in the viewport.
-QPoint clickCell(QTableWidget* table, int row, int column);
+inline QPoint clickCell(QTableWidget* table, int row, int column)
+{
+    reach(table);
+    const QModelIndex cell = table->model()->index(row, column);
+    require(cell.isValid(), table, "has no such cell");
+    table->scrollTo(cell);
+    const QPoint place = table->visualRect(cell).center();
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, place);
+    return place;
+}
 
 /// Double-clicks a cell, replaces its text and presses Return.
-void editCell(QTableWidget* table, int row, int column, const QString& text);
+inline void editCell(QTableWidget* table, int row, int column, const QString& text)
+{
+    const QPoint place = clickCell(table, row, column);
+    QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, place);
+    const QPointer<QLineEdit> editor = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    require(table->isAncestorOf(editor), table, "does not let the cell be edited");
+    replaceText(editor, text);
+    require(QTest::qWaitFor([&editor] { return !editor; }), table, "keeps the editor open");
+}
 
 /// Opens the list of a combo box and picks an item.
-void chooseItem(QComboBox* box, int index);
+inline void chooseItem(QComboBox* box, int index)
+{
+    reach(box);
+    box->setFocus(Qt::MouseFocusReason);
+    QTest::keyClick(box, Qt::Key_Down, Qt::AltModifier);
+    QTest::keyClick(box->view(), Qt::Key_Home);
+    for (int step = 0; step < index; ++step) {
+        QTest::keyClick(box->view(), Qt::Key_Down);
+    }
+    QTest::keyClick(box->view(), Qt::Key_Return);
+    require(box->currentIndex() == index, box, "does not take the item");
+}
 
 } // namespace user
 

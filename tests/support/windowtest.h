@@ -14,15 +14,9 @@
 
 #include <memory>
 
-enum Page {
-    ImportPage,
-    ResultsPage,
-    EndpointPage,
-    WeightPage,
-    ProbabilityPage,
-    DosePage,
-    TruthPage
-};
+/// The text of the message box when there are no results.
+const char notFound[] =
+    "raw results file cannot be found in this folder, check the namr format definition.";
 
 /// Base of the tests that act on a main window as a user does.
 class WindowTest : public QObject
@@ -30,7 +24,6 @@ class WindowTest : public QObject
 protected:
     void openWindow()
     {
-        QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
         window = std::make_unique<MainWindow>();
         user::show(*window);
     }
@@ -41,11 +34,88 @@ protected:
         return user::widget<T>(*window, name);
     }
 
-    /// The text of a table's cell, null without an item.
+    /// The same after turning to the page and tab that the widget is on.
+    template <typename T>
+    T* reach(const char* name) const
+    {
+        T* found = the<T>(name);
+        auto* toolBox = the<QToolBox>("__mainToolBox");
+        auto* tabs = the<QTabWidget>("tabWidget");
+        for (QWidget* parent = found; parent != nullptr; parent = parent->parentWidget()) {
+            const int page = toolBox->indexOf(parent);
+            if (page >= 0 && page != toolBox->currentIndex()) {
+                user::showPage(*window, page);
+            }
+            tabs->setCurrentIndex(tabs->indexOf(parent)); // without effect for no tab
+        }
+        return found;
+    }
+
+    void type(const char* editor, const QString& text)
+    {
+        user::typeText(reach<QWidget>(editor), text);
+    }
+    void edit(const char* table, int row, int column, const QString& text)
+    {
+        user::editCell(reach<QTableWidget>(table), row, column, text);
+    }
+    void choose(const char* box, int index) { user::chooseItem(reach<QComboBox>(box), index); }
+    void press(const char* button) { user::click(reach<QAbstractButton>(button)); }
+
+    /// Presses a button; the file dialog that follows takes the paths, the message box after
+    /// it, if any, is to have the text, and a progress dialog is aborted at the value, if any.
+    void pressAndAnswer(const char* button, const QStringList& paths, const QString& message = {},
+                        int abortValue = -1)
+    {
+        DialogDriver dialogs;
+        dialogs.answerFiles(paths);
+        dialogs.abortProgressAt(abortValue);
+        if (!message.isEmpty()) {
+            dialogs.acknowledge(message);
+        }
+        press(button);
+    }
+
+    /// Imports a folder with a file for every data set.
+    void importStudy(const RawResults& results)
+    {
+        const StudyFiles folder;
+        for (int model = 0; model < results.size(); ++model) {
+            for (int dataSet = 0; dataSet < results.at(model).size(); ++dataSet) {
+                folder.writeRawResults(
+                    QString("raw_results_estimation_model%1_data%2.csv").arg(model).arg(dataSet),
+                    results.at(model).at(dataSet));
+            }
+        }
+        pressAndAnswer("__pb_import", {folder.path()});
+    }
+
+    /// Defines two models' endpoints, then the doses, and visits the weights on the way.
+    void define(const char* endpoint0, const char* endpoint1, const char* doses, const char* lower)
+    {
+        edit("_1_tw_endPoints", 0, 0, endpoint0);
+        edit("_1_tw_endPoints", 1, 0, endpoint1);
+        type("_1_le_possibleDoses", doses);
+        reach<QWidget>("_2_tw_weightDefinition");
+        type("_3_le_lowerBound", lower);
+        type("_3_le_upperBound", "");
+    }
+
+    /// The texts of a table row by row, those of the cells separated by blanks.
+    QStringList rows(const char* table) const
+    {
+        QStringList texts;
+        const QAbstractItemModel* cells = the<QTableWidget>(table)->model();
+        for (int i = 0; i < cells->rowCount() * cells->columnCount(); ++i) {
+            const int column = i % cells->columnCount();
+            const QString text = cells->index(i / cells->columnCount(), column).data().toString();
+            column == 0 ? texts.append(text) : void(texts.last() += ' ' + text);
+        }
+        return texts;
+    }
     QString cell(const char* table, int row, int column) const
     {
-        const QTableWidgetItem* item = the<QTableWidget>(table)->item(row, column);
-        return item != nullptr ? item->text() : QString();
+        return the<QTableWidget>(table)->model()->index(row, column).data().toString();
     }
 
     QVector<double> curve(const char* plot, int graph = 0) const
@@ -57,23 +127,7 @@ protected:
         return values;
     }
 
-    /// Presses a button on a page; the file dialog that follows takes the paths, the
-    /// message box after it, if any, is to have the text, and a progress dialog is aborted
-    /// at the value, if any.
-    void pressAndAnswer(Page page, const char* button, const QStringList& paths,
-                        const QString& message = {}, int tab = 0, int abortValue = -1)
-    {
-        DialogDriver dialogs;
-        dialogs.answerFiles(paths);
-        dialogs.abortProgressAt(abortValue);
-        if (!message.isEmpty()) {
-            dialogs.acknowledge(message);
-        }
-        user::showPage(*window, page);
-        the<QTabWidget>("tabWidget")->setCurrentIndex(tab);
-        user::click(the<QPushButton>(button));
-    }
-
+    const StudyFiles files;
     std::unique_ptr<MainWindow> window;
 };
 
