@@ -8,6 +8,7 @@
 #include <QThread>
 
 #include <cmath>
+#include <cstdint>
 #include <memory>
 
 // qrand() is the generator that the hand-written loop has to share.
@@ -225,7 +226,7 @@ void registerCurve(const char* subject, bool withEtas)
         {"velmora", [inputs] { benchmark::DoNotOptimize(inputs->product().probability.data()); }},
     };
     comparison.agree = [inputs] { return sameCurve(inputs->product(), inputs->plain()); };
-    comparison.items = sampleCount * modelWeights.size() * doses.size();
+    comparison.items = std::int64_t(sampleCount) * modelWeights.size() * doses.size();
     registerComparison(comparison);
 }
 

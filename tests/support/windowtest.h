@@ -127,7 +127,7 @@ protected:
         return values;
     }
 
-    const StudyFiles files;
+    const StudyFiles files{};
     std::unique_ptr<MainWindow> window;
 };
 
