@@ -16,7 +16,9 @@ constexpr int widestModelName = 100;
 
 QFont compactFont(QFont font)
 {
-    font.setPointSizeF(qMin(font.pointSizeF(), compactPointSize));
+    if (font.pointSizeF() > compactPointSize) {
+        font.setPointSizeF(compactPointSize);
+    }
     return font;
 }
 
@@ -98,6 +100,20 @@ void MainWindow::fitFonts()
     ui->_1_tw_endPoints->verticalHeader()->setMaximumWidth(widestModelName);
     ui->_2_tw_weightDefinition->verticalHeader()->setMaximumWidth(2 * widestModelName);
     ui->__lb_directory->setMaximumHeight(2 * ui->__lb_directory->fontMetrics().lineSpacing());
+}
+
+/// Makes the columns wide enough for their headings and for the widest number shown.
+void MainWindow::fitColumns(QTableWidget* table, const QString& widestNumber)
+{
+    QHeaderView* header = table->horizontalHeader();
+    const int margins = 4 * table->style()->pixelMetric(QStyle::PM_FocusFrameHMargin);
+    const int widest = table->fontMetrics().horizontalAdvance(widestNumber) + margins;
+    for (int column = 0; column < table->columnCount(); ++column) {
+        const int width = qMax(widest, header->sectionSizeHint(column));
+        if (width > header->sectionSize(column)) {
+            header->resizeSection(column, width);
+        }
+    }
 }
 
 void MainWindow::contextMenuEvent(QContextMenuEvent* /*event*/) {}

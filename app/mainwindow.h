@@ -120,7 +120,7 @@ private:
         int model = -1;
         int dataSet = -1;
         int column = -1;
-        bool operator!=(const HistogramSource& other) const;
+        bool operator==(const HistogramSource& other) const;
     };
     HistogramSource rawResultsSource;
     HistogramSource doseChoiceSource;
@@ -180,11 +180,11 @@ private:
 
     // Page "3": probability of achieving the target, in percent per dose
     void refresh_3_cp_PoS();
-    QVector<double> calculate_PoS(int dataSet);
+    /// With a progress dialog the user may give it up, which leaves the curve empty.
+    QVector<double> calculate_PoS(int dataSet, ProgressLoop* progress = nullptr);
     QVector<double> calculate_PoS_aux_modelSelect(QVector<QVector<QVector<double>>> endpoints);
     QVector<double> calculate_PoS_aux_modelAve(QVector<QVector<QVector<double>>> endpoints,
                                                QVector<QVector<double>> weights);
-    std::optional<QVector<double>> interruptiblePoS(int dataSet, ProgressLoop* progress);
     std::optional<QVector<Table>> selectedEndpoints(int dataSet, ProgressLoop* progress);
     std::optional<QVector<Table>> averagedEndpoints(int dataSet, const Table& weights,
                                                     ProgressLoop* progress);

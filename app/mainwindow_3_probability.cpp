@@ -121,17 +121,11 @@ void MainWindow::refresh_3_cp_PoS()
     }
 }
 
-QVector<double> MainWindow::calculate_PoS(int dataSet)
-{
-    return *interruptiblePoS(dataSet, nullptr);
-}
-
-/// calculate_PoS, given up without a result when the user aborts.
-std::optional<QVector<double>> MainWindow::interruptiblePoS(int dataSet, ProgressLoop* progress)
+QVector<double> MainWindow::calculate_PoS(int dataSet, ProgressLoop* progress)
 {
     dataSet = qMax(0, dataSet);
     if (possibleDoses.isEmpty()) {
-        return QVector<double>();
+        return {};
     }
     bringEndPointsUpToDate();
     const bool selecting = isSelecting();
@@ -140,7 +134,7 @@ std::optional<QVector<double>> MainWindow::interruptiblePoS(int dataSet, Progres
         selecting ? selectedEndpoints(dataSet, progress)
                   : averagedEndpoints(dataSet, weights, progress);
     if (!endpoints) {
-        return std::nullopt;
+        return {};
     }
     return selecting ? calculate_PoS_aux_modelSelect(*endpoints)
                      : calculate_PoS_aux_modelAve(*endpoints, weights);

@@ -39,11 +39,11 @@ void MainWindow::on__4_pb_startCalculation_clicked()
         }
         bool goesOn = true;
         for (int dataSet = 0; goesOn && dataSet < dataSetCount; ++dataSet) {
-            const std::optional<QVector<double>> probability = interruptiblePoS(dataSet, &progress);
-            if (!probability) {
+            const QVector<double> probability = calculate_PoS(dataSet, &progress);
+            if (progress.isGivenUp()) {
                 break;
             }
-            doseChoice.append(find_dose(*probability));
+            doseChoice.append(find_dose(probability));
             if (dataSet == 0) {
                 csvDisplay(table, doseChoice, doseChoiceLabels);
             } else {

@@ -8,9 +8,9 @@
 
 #include <QSignalBlocker>
 
-bool MainWindow::HistogramSource::operator!=(const HistogramSource& other) const
+bool MainWindow::HistogramSource::operator==(const HistogramSource& other) const
 {
-    return model != other.model || dataSet != other.dataSet || column != other.column;
+    return model == other.model && dataSet == other.dataSet && column == other.column;
 }
 
 /// Makes the two histograms draggable and zoomable. Their bins divide the visible range, so
@@ -72,28 +72,15 @@ void MainWindow::showHistogramValues(QCustomPlot* plot, const HistogramSource& s
                                      HistogramSource& shown, const QVector<double>& values,
                                      const QVector<double>& fitValues, int binCount)
 {
-    const bool isFirst = !(shown != HistogramSource());
+    const bool isFirst = shown == HistogramSource();
+    const bool isNew = !(shown == source);
     bool isShown = true;
-    if (isFirst || (shown != source && !anyValueVisible(plot->xAxis, values))) {
+    if (isFirst || (isNew && !anyValueVisible(plot->xAxis, values))) {
         const QSignalBlocker quiet(plot->xAxis);
         isShown = fitHistogramRange(plot->xAxis, fitValues, binCount);
     }
     if (isShown) {
         shown = source;
-    }
-}
-
-/// Makes the columns wide enough for their headings and for the widest number shown.
-void MainWindow::fitColumns(QTableWidget* table, const QString& widestNumber)
-{
-    QHeaderView* header = table->horizontalHeader();
-    const int margins = 4 * table->style()->pixelMetric(QStyle::PM_FocusFrameHMargin);
-    const int widest = table->fontMetrics().horizontalAdvance(widestNumber) + margins;
-    for (int column = 0; column < table->columnCount(); ++column) {
-        const int width = qMax(widest, header->sectionSizeHint(column));
-        if (width > header->sectionSize(column)) {
-            header->resizeSection(column, width);
-        }
     }
 }
 

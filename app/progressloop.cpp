@@ -59,7 +59,8 @@ bool ProgressLoop::poll()
         return true;
     }
     look();
-    return !dialog.wasCanceled();
+    givenUp = dialog.wasCanceled();
+    return !givenUp;
 }
 
 /// Lets the window repaint and the abort button work, as often as eye and hand notice, and

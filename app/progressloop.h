@@ -26,6 +26,9 @@ public:
     /// it, so that the step is to be given up.
     bool poll();
 
+    /// Whether poll() has told to give a step up.
+    bool isGivenUp() const { return givenUp; }
+
 private:
     void look();
 
@@ -34,6 +37,7 @@ private:
     QElapsedTimer elapsed;
     QElapsedTimer sinceLook;
     qint64 pauseNs = 0;
+    bool givenUp = false;
 };
 
 #endif
