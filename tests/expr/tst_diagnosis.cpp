@@ -1,0 +1,208 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "expr/diagnosis.h"
+#include "expr/parser.h"
+#include "tests/support/compare.h"
+#include "tests/support/logcapture.h"
+
+#include <QtTest>
+
+#include <optional>
+#include <random>
+
+namespace {
+
+double valueOf(const QString& name)
+{
+    return name.isEmpty() ? 0 : (name.at(0).unicode() * 7 + name.size() * 31) % 23 / 4.0 - 1.5;
+}
+
+/// Ordinary arithmetic, with signs, blanks and all functions; nothing for other text.
+class Ordinary
+{
+public:
+    std::optional<double> value(const QString& expression)
+    {
+        text = expression;
+        const double result = binary("[-+]");
+        return ok && match("\\z") ? std::optional<double>(result) : std::nullopt;
+    }
+
+private:
+    /// Whether the pattern comes next, which is then passed.
+    bool match(const QString& pattern)
+    {
+        static QHash<QString, QRegularExpression> known;
+        if (!known.contains(pattern)) {
+            known.insert(pattern, QRegularExpression("\\G\\s*(" + pattern + ')'));
+        }
+        const QRegularExpressionMatch found = known.value(pattern).match(text, at);
+        at = found.hasMatch() ? found.capturedEnd() : at;
+        last = found.captured(1);
+        return found.hasMatch();
+    }
+
+    double binary(const QString& operators)
+    {
+        const auto operand = [&] { return operators == "[-+]" ? binary("[*/]") : power(); };
+        double left = operand();
+        while (match(operators)) {
+            const QChar code = last.at(0);
+            const double right = operand();
+            left = code == '+'   ? left + right
+                   : code == '-' ? left - right
+                   : code == '*' ? left * right
+                                 : left / right;
+        }
+        return left;
+    }
+
+    double power()
+    {
+        const double base = match("\\+") ? power() : match("-") ? -power() : operand();
+        return match("\\^") ? std::pow(base, power()) : base;
+    }
+
+    double operand()
+    {
+        // clang-format off
+        static const QHash<QString, double (*)(double)> functions{
+            {"", [](double x) { return x; }}, {"exp", std::exp}, {"log", std::log},
+            {"Sin", std::sin}, {"Cos", std::cos}, {"Tan", std::tan}, {"ASin", std::asin},
+            {"ACos", std::acos}, {"ATan", std::atan},
+            {"Sign", [](double x) { return x < 0 ? -1.0 : 1.0; }},
+            {"log10", [](double x) { return std::log(x) / 2.302585092994046; }},
+            {"Abs", [](double x) { return x < 0 ? -x : x; }},
+            {"Sqrt", [](double x) { return std::pow(x, 0.5); }}};
+        // clang-format on
+        if (match("(\\d+\\.?\\d*|\\.\\d+)([eE][-+]?\\d+)?")) {
+            return last.toDouble();
+        }
+        const QString name = match("[A-Za-z_][\\w.]*") ? last : "";
+        if (!match("\\(")) {
+            ok = ok && !name.isEmpty();
+            return valueOf(name);
+        }
+        const double x = binary("[-+]");
+        ok = match("\\)") && ok && functions.contains(name);
+        return ok ? functions.value(name)(x) : 0.0;
+    }
+
+    QString text;
+    QString last;
+    int at = 0;
+    bool ok = true;
+};
+
+std::mt19937 generator(20240607);
+
+QString oneOf(const QString& texts)
+{
+    const QStringList list = texts.split('_');
+    return list.at(int(generator() % uint(list.size())));
+}
+
+QString wellFormed(int depth)
+{
+    const uint kind = generator() % (depth > 0 ? 8 : 2);
+    if (kind < 2) {
+        return oneOf("a_b_DOSE_t_x.1_exp_2_0.5_3._.25_1e3_2E0");
+    }
+    const QString left = wellFormed(depth - 1);
+    return kind < 6 ? left + oneOf("+_-_*_/_^") + wellFormed(depth - 1)
+                    : oneOf("_exp_log_log10_Abs_Sign_Sqrt_Sin_Cos_Tan") + '(' + left + ')';
+}
+
+/// Whether the findings have these places and hold these words: "5+1 no left; 7+0 missing".
+bool areFound(const QVector<Diagnosis>& diagnoses, const QString& expected)
+{
+    const QStringList parts = expected.split("; ", Qt::SkipEmptyParts);
+    bool agree = diagnoses.size() == parts.size();
+    for (int i = 0; agree && i < parts.size(); ++i) {
+        const Diagnosis& found = diagnoses.at(i);
+        const QString place = QString("%1+%2 ").arg(found.position).arg(found.length);
+        agree =
+            parts.at(i).startsWith(place) && found.message.contains(parts.at(i).mid(place.size()));
+    }
+    return agree;
+}
+
+/// Whether a text without findings is ordinary arithmetic, and one with findings gives 0 if
+/// they say so.
+bool isTrue(const QString& text, const QVector<Diagnosis>& diagnoses)
+{
+    parser compiled(text);
+    compiled.generate_tree();
+    QVector<double> values;
+    std::transform(compiled.variables.begin(), compiled.variables.end(), std::back_inserter(values),
+                   valueOf);
+    LogCapture log;
+    const double value = compiled.evaluate_tree(values);
+    if (!diagnoses.isEmpty()) {
+        return value == 0 || !diagnoses.first().message.contains("the result is 0");
+    }
+    const std::optional<double> expected = Ordinary().value(text);
+    return log.messages().isEmpty() && expected && almostEqual(value, *expected, 0);
+}
+
+} // namespace
+
+class TestDiagnosis : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void findsFaultsOfForm()
+    {
+        // clang-format off
+        const char* const rows[][2] = {
+            {"THETA2*(exp(DOSE/THETA3)-1)", ""}, {"5", ""}, {"2 *( 3e2)", ""}, {"", "0+0 empty"},
+            {"-x", "0+1 result is 0: write (0-x)"}, {"2*+3", "2+1 remove it"},
+            {"2**3", "1+2 write ^"}, {"*3", "0+1 no left"}, {"(2/)*3", "2+1 no right"},
+            {"exp()", "3+2 the result is 102"}, {"(", "0+1 nothing inside; 0+1 never closed"},
+            {"2*(exp(3", "2+1 to the end; 6+1 to the end"}, {"2)", "1+1 the result is 0"},
+            {")", "0+1 the result is 101"}, {"2+3)*4", "3+1 computed first"},
+            {"2(3)", "1+0 result is 0"}, {"(2)(3)", "3+0 write *"},
+            {"(2)3*", "3+0 missing: write; 4+1 operand: write"}, {"2* (3)", "2+1 the result is 0"},
+            {"a * b", "1+1 beside \"a\"; 3+1 beside \"b\""}, {"(2  3)", "2+2 inside"},
+            {"2+x\t", "3+1 white"}, {"Sqrt (x)", "0+6 write Sqrt("}, {" Sqrt(x)", "0+1 operand"},
+            {"1+EXP(1)", "2+4 write exp("}, {"ln(2)", "0+3 write log("}, {"2+atan(1)", "2+5 arc"},
+ {"2exp(x)", "0+5 into \"2\" and \"exp(\""},
+            {"f(x)", "0+2 no function"}, {"THETA(12)*2", "0+9 \"THETA12\""},
+            {"1.5e-3*x", "0+6 (1.5/1e3)"}, {"1+2e+3", "2+4 write 2e3"}, {"1e400-1", "0+5 large"},
+            {"1-inf", "2+3 number inf"}, {"2x+1", "0+2 \"2*x\""}, {"1.2.3+1", "0+5 no number"},
+            {"a$b", "1+1 taken for ^"}, {"0,5*x", "1+1 \".\""}, {"x\u22121", "1+1 \"-\""},
+            {"x\U0001F600+1", "1+2 remove"}, {"DOSE", "0+4 here 2"}};
+        // clang-format on
+        for (const auto& [text, expected] : rows) {
+            QVERIFY2(areFound(diagnose(text), expected), text);
+        }
+        for (const char* piece : {"-", "(", ")", "x x+", "f(", "1+", "2", "a", "1.", "$"}) {
+            const auto found = diagnose(QString(piece).repeated(50000));
+            const bool isCut = found.size() == 100 && found.last().message.contains("is more");
+            QVERIFY2(found.size() <= 2 || isCut, piece);
+        }
+    }
+
+    void isExact()
+    {
+        const QString pieces =
+            "__ _\t_$_(_)_^_*_/_+_-_._e_1_a_exp(_ASin(_EXP(_1e-3_1e400_inf_2(_\u2212";
+        int clean = 0;
+        for (int i = 0; i < 10000; ++i) {
+            QString text = '(' + wellFormed(4) + ')';
+            QVERIFY2(diagnose(text).isEmpty(), qPrintable(text));
+            for (int edits = 0; edits < 3; ++edits) {
+                const QVector<Diagnosis> found = diagnose(text);
+                QVERIFY2(isTrue(text, found), qPrintable(text));
+                clean += found.isEmpty() ? 1 : 0;
+                const int position = int(generator() % uint(text.size() + 1));
+                text.replace(position, int(generator() % 3), oneOf(pieces));
+            }
+        }
+        QVERIFY(clean > 11000 && clean < 20000);
+    }
+};
+
+QTEST_APPLESS_MAIN(TestDiagnosis)
+#include "tst_diagnosis.moc"
