@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "expr/diagnosis.h"
 #include "expr/parser.h"
+#include "model/diagnosis.h"
 #include "tests/support/compare.h"
 #include "tests/support/logcapture.h"
 
@@ -181,6 +181,35 @@ private slots:
             const auto found = diagnose(QString(piece).repeated(50000));
             const bool isCut = found.size() == 100 && found.last().message.contains("is more");
             QVERIFY2(found.size() <= 2 || isCut, piece);
+        }
+    }
+
+    void findsFaultsOfNames()
+    {
+        const RowColumns usual{40, 21, 20};
+        // clang-format off
+        const std::tuple<const char*, const char*, const char*, RowColumns> rows[] = {
+            {"(0-3-ofv/2)", "", "", usual}, {" ", "0+1 blank", "", usual},
+            {"ofv", "0+3 lone", "0+3 lone", usual}, {"COL41+COL99", "", "", {0, 21, 20}},
+            {"1+ofv", "2+3 COL21", "", {40, 1, 21}}, {"1+ofv", "2+3 of", "2+3 of", {19, 1, 20}},
+            {"col1+Col02+COL3+column4+Column40", "", "", usual},
+            {"COL41+COL0+COLUMN5+OFV", "0+5 column 41; 6+4 outside; 11+7 COL5; 19+3 write ofv",
+             "0+5 column 41; 6+4 outside; 11+7 write COL5; 19+3 write ofv", usual},
+            {"COL5COL2*2COL1", "0+8 for COL5; 9+5 product", "0+8 for COL5; 9+5 product", usual},
+            {"THETA20*THETA21+THETA0", "8+7 column 41; 16+6 taken for COL20",
+             "0+7 write COL40; 8+7 write COL41; 16+6 write COL20", usual},
+            {"1+THETA1", "2+6 outside", "2+6 write COLn", {40, 0, 20}},
+            {"THETATHETA3*theta1", "0+11 taken for COL23; 12+6 write THETA1",
+             "0+11 write COL23; 12+6 write COLn or ofv", usual},
+            {"ETA999+ETA1000+ETAETA2", "7+7 to 999; 15+7 taken for ETA2",
+             "0+6 endpoints alone; 7+7 to 999; 15+7 endpoints alone", usual},
+            {"DOSE/DoSe", "5+4 write DOSE", "0+4 endpoints alone; 5+4 write COLn", usual},
+            {"Dose+1+dose", "0+4 write dose", "0+4 endpoints; 7+4 endpoints", usual},
+            {"t*Cp+x", "0+1 time; 2+2 conc; 5+1 THETAn", "0+1 time; 2+2 conc; 5+1 COLn", usual}};
+        // clang-format on
+        for (const auto& [text, endpoint, weight, columns] : rows) {
+            QVERIFY2(areFound(diagnoseEndpoint(text, columns), endpoint), text);
+            QVERIFY2(areFound(diagnoseWeight(text, columns), weight), text);
         }
     }
 
