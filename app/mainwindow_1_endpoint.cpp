@@ -18,19 +18,6 @@ namespace {
 /// Population summaries in the order of the combo box: the mean, then percentiles.
 constexpr int populationSummaries[] = {-1, 50, 75, 25};
 
-/// The 0-based column that an omega cell such as "COL3" refers to. The spelling "col" is
-/// not accepted, by intent.
-std::optional<int> omegaColumnReference(const QString& text)
-{
-    static const QStringList prefixes{"COL", "Col", "COLUMN", "Column", "column"};
-    for (const QString& prefix : prefixes) {
-        if (const std::optional<int> number = numberInName(text, prefix)) {
-            return *number > 0 ? *number - 1 : -1;
-        }
-    }
-    return std::nullopt;
-}
-
 void setCellText(QTableWidget* table, int row, int column, const QString& text)
 {
     if (QTableWidgetItem* item = table->item(row, column)) {

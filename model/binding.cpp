@@ -7,9 +7,6 @@
 
 namespace {
 
-/// Column of ofv in endpoint expressions, 0-based, whatever the OFV column setting.
-constexpr int fixedOfvColumn = 19;
-
 std::optional<int> columnNumber(const QString& name)
 {
     static const QStringList prefixes{"col", "Col", "COL", "column", "Column"};
@@ -52,7 +49,7 @@ Binding bindEndpoint(const QStringList& names, int colNumTHETA1)
     for (int slot = 0; slot < names.size(); ++slot) {
         const QString& name = names.at(slot);
         if (name == QLatin1String("ofv")) {
-            binding.columns.append({slot, fixedOfvColumn});
+            binding.columns.append({slot, endpointOfvColumn - 1});
         } else if (const std::optional<int> column = columnNumber(name)) {
             binding.columns.append({slot, columnIndex(qint64(*column) - 1)});
         } else if (const std::optional<int> eta = etaNumber(name)) {
@@ -92,4 +89,15 @@ std::optional<int> etaNumber(const QString& name)
 {
     const std::optional<int> number = numberInName(name, "ETA");
     return number && *number >= 1 && *number <= highestEtaNumber ? number : std::nullopt;
+}
+
+std::optional<int> omegaColumnReference(const QString& text)
+{
+    static const QStringList prefixes{"COL", "Col", "COLUMN", "Column", "column"};
+    for (const QString& prefix : prefixes) {
+        if (const std::optional<int> number = numberInName(text, prefix)) {
+            return *number > 0 ? *number - 1 : -1;
+        }
+    }
+    return std::nullopt;
 }

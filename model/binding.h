@@ -11,6 +11,10 @@
 /// ETA numbers run from 1 to this; others are not bound.
 constexpr int highestEtaNumber = 999;
 
+/// 1-based column that ofv reads in endpoint expressions, by intent whatever the OFV column
+/// setting of the weights.
+constexpr int endpointOfvColumn = 20;
+
 /// Where the slots of a value vector get their numbers from. Slots that stand in neither
 /// list are NaN, as are columns outside the row.
 struct Binding
@@ -33,8 +37,8 @@ struct Binding
     int highestEta() const;
 };
 
-/// Binds the names of an endpoint expression: ofv (always the 20th column, by intent),
-/// COLn in five spellings, ETAn and THETAn. colNumTHETA1 is 1-based.
+/// Binds the names of an endpoint expression: ofv (always endpointOfvColumn), COLn in five
+/// spellings, ETAn and THETAn. colNumTHETA1 is 1-based.
 Binding bindEndpoint(const QStringList& names, int colNumTHETA1);
 
 /// Binds the names of a weight expression: ofv (the 1-based column colNumOFV) and COLn.
@@ -47,5 +51,9 @@ std::optional<int> numberInName(const QString& name, const QString& prefix);
 
 /// n of a variable ETAn within the permitted numbers.
 std::optional<int> etaNumber(const QString& name);
+
+/// The 0-based column that an omega cell such as "COL3" refers to, -1 for a number below 1;
+/// none for other texts. The spelling "col" is not accepted, by intent.
+std::optional<int> omegaColumnReference(const QString& text);
 
 #endif
