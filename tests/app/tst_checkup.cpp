@@ -2,6 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/analysis/checkup.h"
 #include "app/analysis/heading.h"
+#include "app/analysis/inputcheck.h"
+#include "app/analysis/numberlist.h"
+#include "app/analysis/probability.h"
+#include "model/randomng.h"
 
 #include <QtTest>
 
@@ -265,6 +269,105 @@ private slots:
         QVERIFY(result.models.last().text.count('\n') < 25);
         QCOMPARE(result.summary, QString("2 models, 500 data sets, 0 to 11 samples each; emax: "
                                          "no samples; 5 more findings"));
+    }
+
+    void checksNumberLists()
+    {
+        const std::pair<const char*, QStringList> doses[] = {
+            // clang-format off
+            {"0:1:4", {}}, {"0:0.1:0.3", {}}, {"4:-1:0", {}}, {"5:1:5", {}}, {"1,2.5, 3", {}}, {"7", {}},
+            {"0:3:10", {"The last dose, 12, lies beyond the end of the range, 10."}},
+            {"1:0.1:1.3", {"The last dose, 1.4, lies beyond*"}}, {"9:-2:4", {"The last dose, 3, lies*, 4."}},
+            {"5:10:4", {"The last dose, 5, lies beyond*"}},
+            {"10:1:0", {"There are no doses.", "*leads away*"}}, {"0:0:1", {"There are no doses.", "*is 0."}},
+            {"0:1:inf", {"There are no doses.", "*more than 100000*"}},
+            {"nan:1:2", {"There are no doses.", "*no finite numbers."}}, {"0:inf:5", {"A dose is infinite*"}},
+            {"0:x:", {"There are no doses.", "*\"0:x:\"*", "*start:step:end*"}},
+            {"0:x:y", {"There are no doses.", "No number in the range: \"x\", \"y\"."}},
+            {"", {"There are no doses."}}, {",,", {"There are no doses."}},
+            {"1,x,2,x,1 2", {"Left out, being no number: \"x\", \"1 2\"."}},
+            {"a,b,c,d,e,f,g,1", {"*\"e\" and 2 more."}}, {"1,2,2,2", {"Repeated*: \"2\"."}},
+            {"1,1.0, 1", {"Equal to another dose*: \"1.0\", \"1\"."}}, {"1,nan", {"A dose is infinite*"}}};
+        const std::pair<const char*, QStringList> levels[] = {
+            {"0,50,99.9", {}}, {"100,50", {"*reaches the level 100."}}, {"-5,50", {"*the level -5, so the lowest*"}},
+            {"90:20:120", {"The last level, 130*", "*110, 130."}}, {"inf", {"A level is infinite*", "*level inf."}}};
+        // clang-format on
+
+        for (const auto& [text, remarks] : doses) {
+            QVERIFY2(match(checkDoses(text), remarks), text);
+            const bool saysEmpty = checkDoses(text).value(0) == "There are no doses.";
+            QCOMPARE(saysEmpty, parseNumberList(text).isEmpty());
+        }
+        for (const auto& [text, remarks] : levels) {
+            QVERIFY2(match(checkLevels(text), remarks), text);
+        }
+    }
+
+    void checksTarget()
+    {
+        QVERIFY(match(checkBound("-inf", true, -10), {"\"-inf\" stands for -10; *"}));
+        QVERIFY(match(checkBound("", false, 10), {"No bound stands for 10; *"}));
+        QVERIFY(match(checkBound("nan", false, notANumber), {"*NaN."}));
+        QCOMPARE(checkBound("inf", false, qInf()) + checkBound(" 0.4", false, 0.4), QStringList());
+
+        // Said exactly where no endpoint counts, an endpoint equal to the upper bound included.
+        for (const auto& [lower, upper] :
+             {std::pair(0.0, 1.0), {1, 1}, {2, 1}, {notANumber, 1}, {0, notANumber}, {0, qInf()}}) {
+            const double counting = probabilityBySelection({{upper}}, 1, {lower, upper}).first();
+            QCOMPARE(checkInterval(lower, upper).isEmpty(), counting > 0);
+        }
+    }
+
+    void checksOmega()
+    {
+        const std::pair<const char*, QStringList> cells[] = {
+            // clang-format off
+            {"0.5", {}}, {"COL24", {}}, {"Column24", {}}, {"COL25", {"Samples have 24 columns: *column 25*"}},
+            {"nan", {"\"nan\" is no finite*"}}, {"COL0", {"Columns count from 1*"}},
+            {"col2", {"\"col2\" is neither*"}}, {"", {"\"\" is neither*"}}, {"COLx", {"* is neither*"}}};
+        const std::pair<QVector<QVector<double>>, QStringList> matrices[] = {
+            {{}, {}}, {{{4, 2}, {2, 3}}, {}}, {{{0, 0}, {0, 1}}, {}}, {{{0}}, {}},
+            {{{1, 1}, {1, 1}}, {}}, // the last ETA follows from the others
+            {{{1, 2}, {2, 1}}, {"*endpoints with ETA2 are NaN."}},
+            {{{0, 0, 0}, {0, -1, 0}, {0, 0, 1}}, {"*ETA2, ETA3 are NaN."}},
+            {{{1, 1, 0}, {1, 1, 0}, {0, 0, 1}}, {"*with ETA3 are NaN."}},
+            {{{notANumber}}, {"*ETA1 are NaN."}}, {{{1, 0}, {0.5, 1}}, {"*not symmetric*"}}};
+        // clang-format on
+
+        for (const auto& [text, remarks] : cells) {
+            QVERIFY2(match(checkOmegaElement(text, 24), remarks), text);
+        }
+        for (const auto& [omega, remarks] : matrices) {
+            const QStringList found = checkCovariance(omega);
+            QVERIFY(match(found, remarks));
+            const QVector<double> etas = randomNG().multiNormal(omega);
+            for (int eta = 0; eta < etas.size(); ++eta) {
+                const bool told = found.join(' ').contains(QString("ETA%1").arg(eta + 1));
+                QCOMPARE(told, !std::isfinite(etas.at(eta)));
+            }
+        }
+    }
+
+    void checksIndividuals()
+    {
+        const int processors = qMax(1, QThread::idealThreadCount());
+        endPoint definition;
+        definition.endPointParser.expression = "1+0*ETA1";
+        definition.checkETA();
+        definition.bringUpToDate({1});
+        for (const int individuals : {1, 2, 3, 100, 101}) {
+            definition.numSimulations = individuals;
+            const QStringList remarks = checkIndividuals(individuals, processors);
+            // The mean of ones falls below 1 by the share that is not simulated.
+            const double mean = definition.evaluateEndpoint({}).first();
+            const QString rest = QString::number(qRound((1 - mean) * individuals));
+            QCOMPARE(remarks.isEmpty(), mean == 1);
+            QVERIFY(mean == 1 || mean == 0 || remarks.first().startsWith(rest + " of "));
+        }
+        QVERIFY(match(checkIndividuals(100, 8), {"4 of 100 individuals*8 processors*"}));
+        QVERIFY(match(checkIndividuals(7, 8), {"No individual*7 are too few for 8*"}));
+        QCOMPARE(checkIndividuals(1, 8) + checkIndividuals(96, 8), QStringList());
+        QVERIFY(match(checkIndividuals(0, 8), {"No individual is simulated."}));
     }
 };
 
