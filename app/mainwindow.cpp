@@ -58,6 +58,7 @@ MainWindow::MainWindow(QWidget* parent)
     ui->setupUi(this);
     fitFonts();
     connectPlots();
+    openKeyboardWays();
     connect(ui->actionSave, &QAction::triggered, this, &MainWindow::saveModels);
     connect(ui->actionOpen, &QAction::triggered, this, &MainWindow::loadModels);
     connect(ui->_3_le_lowerBound, &QLineEdit::textChanged, this,
@@ -70,11 +71,21 @@ MainWindow::MainWindow(QWidget* parent)
     ui->_3_sl_doseSlider->hide();
     ui->__mainToolBox->setCurrentIndex(0);
     refresh__1_tw_etaDefinition();
+    connectFindings();
 }
 
 MainWindow::~MainWindow()
 {
     delete ui;
+}
+
+/// Lets the tab key reach the titles of the pages, too.
+void MainWindow::openKeyboardWays()
+{
+    for (QAbstractButton* title :
+         ui->__mainToolBox->findChildren<QAbstractButton*>("qt_toolbox_toolboxbutton")) {
+        title->setFocusPolicy(Qt::TabFocus);
+    }
 }
 
 /// Makes texts readable where the layout's limits leave little room for them.
@@ -86,7 +97,7 @@ void MainWindow::fitFonts()
              ui->_1_tw_endPoints, ui->_1_lb_etaText, ui->_1_cb_numEtas, ui->_1_tw_etaDefinition,
              ui->_1_cb_iivEndPoint, ui->_1_sb_numSimulations, ui->_1_tw_rawResLabels,
              ui->_2_tw_weightDefinition, ui->_5_tw_trueModelTMED, ui->_5_tw_Summary,
-             ui->_5_tw_aveUnderEstOverEst}) {
+             ui->_5_tw_aveUnderEstOverEst, ui->statusBar}) {
         widget->setFont(font);
         if (QTableWidget* table = qobject_cast<QTableWidget*>(widget)) {
             table->horizontalHeader()->setFont(font);

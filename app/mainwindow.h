@@ -3,14 +3,17 @@
 #ifndef VELMORA_APP_MAINWINDOW_H
 #define VELMORA_APP_MAINWINDOW_H
 
+#include "app/analysis/checkup.h"
 #include "app/analysis/tables.h"
 #include "model/endpoint.h"
 
 #include <QColor>
 #include <QMainWindow>
+#include <QPointer>
 #include <QStringList>
 #include <QVector>
 
+#include <functional>
 #include <optional>
 
 class QCustomPlot;
@@ -137,6 +140,25 @@ private:
     bool lowerBoundPlaced = false;
     bool upperBoundPlaced = false;
 
+    /// What the endpoints of a data set in the cache were computed from, as a hash.
+    struct CacheOrigin
+    {
+        QByteArray endpoints;
+        QByteArray weights; ///< these decide which endpoints were left out
+    };
+    QVector<CacheOrigin> cacheOrigins; ///< [dataSet]
+    int resultsVersion = 0;            ///< counts the imports and loads
+
+    /// An input other than a table cell, and what there is to say about it.
+    struct InputCheck
+    {
+        QWidget* input;
+        std::function<QStringList()> findings;
+    };
+    QVector<InputCheck> inputChecks;
+    ImportCheckUp importCheckUp;   ///< of rawResults
+    QPointer<QWidget> statusInput; ///< what was made current last
+
     // Page "-1": import
     void clearResults();
     QString rawResultsFileName(const QString& directory, int model, int dataSet) const;
@@ -189,6 +211,9 @@ private:
     std::optional<QVector<Table>> averagedEndpoints(int dataSet, const Table& weights,
                                                     ProgressLoop* progress);
     QVector<Table>* cacheEntry(int dataSet);
+    void keepInCache(int dataSet, const QVector<Table>& endpoints);
+    CacheOrigin cacheOrigin() const;
+    QStringList cacheFindings() const;
     bool isSelecting() const;
     bool usesIndividualOfv() const;
     QString doseName();
@@ -222,7 +247,23 @@ private:
     void loadTarget(const DecodedProject& project);
     void loadDoseChoice(const DecodedProject& project);
 
+    // Findings: what the user should know about data and inputs
+    void connectFindings();
+    void renewCheckUp();
+    void showCheckUp();
+    void renewFormulaFindings();
+    void renewFormulaFindings(const QTableWidget* table, int model);
+    void renewOmegaFindings();
+    void showOmegaFindings(int row, int column, const QString& typed);
+    void renewFindings(QWidget* input);
+    void renewAllFindings();
+    QStringList findingsOn(const QWidget* input) const;
+    void makeCurrent(QWidget* input);
+    void showStatus();
+    void nameColumns();
+
     // Looks
+    void openKeyboardWays();
     void fitFonts();
     static void fitColumns(QTableWidget* table, const QString& widestNumber = "-1.23457e-308");
     void connectPlots();

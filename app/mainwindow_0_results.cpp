@@ -32,6 +32,7 @@ void MainWindow::refresh_0_tw_RawResults()
     }
     csvDisplay(table, rawResults.at(model).at(dataSet), header);
     fitColumns(table);
+    nameColumns();
 }
 
 void MainWindow::refresh_0_cp_rawResHistoGram()
@@ -73,6 +74,7 @@ void MainWindow::on__0_sb_model_valueChanged(int /*model*/)
     }
     refresh_0_tw_RawResults();
     refresh_0_cp_rawResHistoGram();
+    showCheckUp();
 }
 
 void MainWindow::on__0_sb_data_valueChanged(int /*dataSet*/)

@@ -58,6 +58,7 @@ void MainWindow::readEndPointExpression(int row)
     endPoints[row].checkETA();
     refresh_1_cp_typicalDRPlot();
     refresh__1_tw_etaDefinition();
+    renewFormulaFindings(ui->_1_tw_endPoints, row);
 }
 
 void MainWindow::on__1_tw_endPoints_currentCellChanged(int /*currentRow*/, int /*currentColumn*/,
@@ -89,6 +90,7 @@ void MainWindow::refresh_1_tw_rawResLabels()
         table->setItem(0, column, new QTableWidgetItem(names.at(column)));
     }
     table->resizeColumnsToContents();
+    nameColumns();
 }
 
 /// Shows the selected model's number of ETAs and omega, and the widgets for them where the
@@ -125,6 +127,7 @@ void MainWindow::refresh__1_tw_etaDefinition()
                                        : QString::number(value, 'g', 6));
         }
     }
+    renewOmegaFindings();
 }
 
 void MainWindow::on__1_tw_etaDefinition_cellChanged(int row, int column)
@@ -135,17 +138,19 @@ void MainWindow::on__1_tw_etaDefinition_cellChanged(int row, int column)
         || column >= definition->numEtas) {
         return;
     }
+    const QString typed = item->text();
     bool isNumber = false;
-    const double value = item->text().toDouble(&isNumber);
+    const double value = typed.toDouble(&isNumber);
     if (isNumber) {
         definition->omega[row][column] = definition->omega[column][row] = value;
         definition->omegaColumns[row][column] = definition->omegaColumns[column][row] = -1;
-    } else if (const std::optional<int> reference = omegaColumnReference(item->text())) {
+    } else if (const std::optional<int> reference = omegaColumnReference(typed)) {
         definition->omegaColumns[row][column] = *reference;
         definition->omegaColumns[column][row] = *reference;
     }
     refresh_1_cp_typicalDRPlot();
     refresh__1_tw_etaDefinition();
+    showOmegaFindings(row, column, typed);
 }
 
 void MainWindow::on__1_tw_etaDefinition_currentCellChanged(int /*currentRow*/,

@@ -35,6 +35,7 @@ void MainWindow::refresh_2_tw_weightDefinition()
     ui->_2_tw_relativeWeight->setColumnCount(modelCount);
     showModelNames();
     refresh_2_tw_relativeWeight();
+    renewFormulaFindings();
 }
 
 void MainWindow::refresh_2_tw_relativeWeight()
@@ -44,15 +45,21 @@ void MainWindow::refresh_2_tw_relativeWeight()
     csvDisplay(table, calculate_relativeWeight(dataSet));
     fitColumns(table);
     const QVector<int> selected = make_ModelSelection(dataSet);
+    // One repaint below instead of an announcement per cell.
+    const QSignalBlocker quiet(table->model());
     for (int sample = 0; sample < qMin(selected.size(), table->rowCount()); ++sample) {
         for (int model = 0; model < table->columnCount(); ++model) {
             if (QTableWidgetItem* item = table->item(sample, model)) {
                 const bool isSelected = model == selected.at(sample);
                 item->setBackground(isSelected ? Qt::red : Qt::white);
                 item->setForeground(isSelected ? Qt::white : Qt::black);
+                if (isSelected || !item->toolTip().isEmpty()) {
+                    item->setToolTip(isSelected ? "Selected model of this bootstrap sample" : "");
+                }
             }
         }
     }
+    table->viewport()->update();
 }
 
 /// Renews the weights after a change on another page, if they have been shown before.
@@ -94,6 +101,7 @@ void MainWindow::on__2_tw_weightDefinition_cellChanged(int row, int /*column*/)
         endPoints[row].weightParser.expression = item->text();
     }
     refresh_2_tw_relativeWeight();
+    renewFormulaFindings(ui->_2_tw_weightDefinition, row);
 }
 
 void MainWindow::on__2_cb_logScale_stateChanged(int state)

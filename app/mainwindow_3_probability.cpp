@@ -8,7 +8,11 @@
 #include "app/progressloop.h"
 #include "ui_mainwindow.h"
 
+#include <QCryptographicHash>
+#include <QDataStream>
 #include <QElapsedTimer>
+
+#include <algorithm>
 
 namespace {
 
@@ -47,6 +51,13 @@ bool evaluateAll(EndpointRun& run, ProgressLoop* progress)
         }
     }
     return true;
+}
+
+/// Whether the endpoints of a data set, [model][sample][dose], hold every model's.
+bool isComplete(const QVector<Table>& endpoints)
+{
+    return std::none_of(endpoints.begin(), endpoints.end(),
+                        [](const Table& samples) { return samples.contains(QVector<double>()); });
 }
 
 } // namespace
@@ -171,6 +182,58 @@ QVector<Table>* MainWindow::cacheEntry(int dataSet)
     return &entry;
 }
 
+void MainWindow::keepInCache(int dataSet, const QVector<Table>& endpoints)
+{
+    doseChoiceCash[dataSet] = endpoints;
+    cacheOrigins.resize(qMax(cacheOrigins.size(), dataSet + 1));
+    cacheOrigins[dataSet] = cacheOrigin();
+}
+
+/// What endpoints computed now depend on.
+MainWindow::CacheOrigin MainWindow::cacheOrigin() const
+{
+    QCryptographicHash endpoints(QCryptographicHash::Sha1);
+    QCryptographicHash weights(QCryptographicHash::Sha1);
+    const auto add = [](QCryptographicHash& hash, const auto&... values) {
+        QByteArray bytes;
+        QDataStream stream(&bytes, QIODevice::WriteOnly);
+        (stream << ... << values);
+        hash.addData(bytes);
+    };
+    add(endpoints, resultsVersion, possibleDoses);
+    add(weights, ui->_2_cb_logScale->isChecked(), usesIndividualOfv());
+    for (const endPoint& definition : endPoints) {
+        add(endpoints, definition.endPointParser.expression, definition.colNumTHETA1,
+            definition.omega, definition.omegaColumns, definition.populationSummary,
+            definition.numSimulations);
+        add(weights, definition.weightParser.expression, definition.colNumOFV);
+    }
+    return {endpoints.result(), weights.result()};
+}
+
+/// Whether the cache would be used although it was made from something else. Averaging
+/// needs the models that had a weight then; selection looks for those that it lacks.
+QStringList MainWindow::cacheFindings() const
+{
+    const CacheOrigin now = cacheOrigin();
+    const int dataSetCount = qMin(doseChoiceCash.size(), rawResults.value(0).size());
+    int misfits = 0;
+    for (int dataSet = 0; ui->_4_cb_useCash->isChecked() && dataSet < dataSetCount; ++dataSet) {
+        const QVector<Table>& entry = doseChoiceCash.at(dataSet);
+        const CacheOrigin origin = cacheOrigins.value(dataSet);
+        const bool isUsed = !entry.isEmpty() && entry.size() == endPoints.size();
+        const bool hasModels = isSelecting() || origin.weights == now.weights || isComplete(entry);
+        misfits += isUsed && (origin.endpoints != now.endpoints || !hasModels) ? 1 : 0;
+    }
+    if (misfits == 0) {
+        return {};
+    }
+    return {QString("The cache of %1 of %2 data sets was made with other data, doses, endpoints or "
+                    "weights and will be used all the same: press \"Clear Cash\".")
+                .arg(misfits)
+                .arg(dataSetCount)};
+}
+
 /// The endpoints by which a data set is judged with model averaging, [model][sample][dose];
 /// none if the user aborts. A cached entry is trusted as it is.
 std::optional<QVector<Table>> MainWindow::averagedEndpoints(int dataSet, const Table& weights,
@@ -189,7 +252,7 @@ std::optional<QVector<Table>> MainWindow::averagedEndpoints(int dataSet, const T
         return std::nullopt;
     }
     if (cached != nullptr) {
-        *cached = run.endpoints();
+        keepInCache(dataSet, run.endpoints());
     }
     return run.endpoints();
 }
@@ -218,8 +281,8 @@ std::optional<QVector<Table>> MainWindow::selectedEndpoints(int dataSet, Progres
     if (cached == nullptr) {
         return run.endpoints();
     }
-    *cached = run.endpoints();
-    return QVector<Table>{pickSelected(*cached, selected)};
+    keepInCache(dataSet, run.endpoints());
+    return QVector<Table>{pickSelected(run.endpoints(), selected)};
 }
 
 /// The dose as model 0's endpoint expression calls it.

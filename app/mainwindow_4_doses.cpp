@@ -66,6 +66,7 @@ void MainWindow::on__4_pb_startCalculation_clicked()
     // Newly computed doses count as newly selected: they are to be seen.
     doseChoiceSource.dataSet = -1;
     refresh_4_tw_doseChoice();
+    renewFindings(ui->_4_cb_useCash);
 }
 
 QVector<double> MainWindow::find_dose(QVector<double> pos, QVector<double> targets)
@@ -117,4 +118,5 @@ void MainWindow::on__4_tw_doseChoice_currentCellChanged(int /*currentRow*/, int 
 void MainWindow::on__4_pb_clearCash_clicked()
 {
     doseChoiceCash.clear();
+    renewFindings(ui->_4_cb_useCash);
 }

@@ -98,8 +98,12 @@ void MainWindow::clearResults()
 {
     rawResults.clear();
     rawResultsHeaders.clear();
+    ++resultsVersion;
     rawResultsSource = {};
     doseChoiceSource = {};
+    importCheckUp = {};
+    showCheckUp();
+    showStatus();
 }
 
 QString MainWindow::rawResultsFileName(const QString& directory, int model, int dataSet) const
@@ -186,6 +190,8 @@ void MainWindow::showModels(const QStringList& modelNames)
     refresh_0_cp_rawResHistoGram();
     refresh_1_tw_rawResLabels();
     refresh__1_tw_etaDefinition();
+    renewCheckUp();
+    renewFormulaFindings();
 }
 
 void MainWindow::showDataSetSelectors(bool visible)
@@ -235,6 +241,7 @@ void MainWindow::showModelNames()
     ui->_1_tw_endPoints->setVerticalHeaderLabels(names);
     ui->_2_tw_weightDefinition->setVerticalHeaderLabels(names);
     ui->_2_tw_relativeWeight->setHorizontalHeaderLabels(names);
+    showCheckUp();
 }
 
 void MainWindow::showMessage(const QString& text)
@@ -270,4 +277,7 @@ void MainWindow::readColumnNumber(QLineEdit* edit, const QString& text, int& col
     for (endPoint& definition : endPoints) {
         definition.*endPointColumn = number;
     }
+    renewCheckUp();
+    renewFormulaFindings();
+    nameColumns();
 }

@@ -173,11 +173,13 @@ void MainWindow::loadModels()
     loadWeights(project);
     loadTarget(project);
     loadDoseChoice(project);
+    renewAllFindings();
 }
 
 /// Items 1 and 2, which are emptied before they are read.
 void MainWindow::loadResults(const DecodedProject& project)
 {
+    ++resultsVersion;
     rawResultsSource = {};
     doseChoiceSource = {};
     rawResults = project.items.rawResults;
@@ -285,5 +287,7 @@ void MainWindow::loadDoseChoice(const DecodedProject& project)
     }
     if (project.completeItems >= 17) {
         doseChoiceCash = items.doseChoiceCash;
+        // What it was made from is not in the file; taken to be what was saved with it.
+        cacheOrigins.fill(cacheOrigin(), doseChoiceCash.size());
     }
 }

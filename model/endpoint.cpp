@@ -226,8 +226,6 @@ void endPoint::bindWeightNames()
     }
 }
 
-/// Omega for one bootstrap row: elements that come from a column take the row's value, in
-/// a copy, so that the definition keeps what was entered.
 QVector<QVector<double>> endPoint::omegaOf(const QVector<double>& row) const
 {
     QVector<QVector<double>> matrix = omega;

@@ -70,6 +70,10 @@ public:
     /// Changes the number of ETAs; new elements of omega are 0 and come from no column.
     void resizeOmega(int size);
 
+    /// Omega for a bootstrap row: elements that come from a column take the row's value,
+    /// NaN beyond the row.
+    QVector<QVector<double>> omegaOf(const QVector<double>& row) const;
+
     /// Takes over the doses and compiles the endpoint expression if its tree is missing or
     /// belongs to an earlier text; to be called before the endpoint is evaluated.
     void bringUpToDate(const QVector<double>& currentDoses);
@@ -77,7 +81,6 @@ public:
 private:
     void bindEndpointNames();
     void bindWeightNames();
-    QVector<QVector<double>> omegaOf(const QVector<double>& row) const;
     int simulatedIndividuals() const;
     int dosesPerGroup(const MultiNormalSampler& sampler) const;
     endPointParserContainer population(const QVector<double>& values,

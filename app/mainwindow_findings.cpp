@@ -1,0 +1,308 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What the user should know about data and inputs, in tooltips, tints and the status bar.
+// Nothing here changes the analysis, draws a random number or redraws a chart.
+
+#include "app/analysis/heading.h"
+#include "app/analysis/inputcheck.h"
+#include "app/mainwindow.h"
+#include "model/diagnosis.h"
+#include "ui_mainwindow.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QSignalBlocker>
+#include <QThread>
+
+#include <limits>
+
+namespace {
+
+/// Drawn over a background of any colour.
+const QColor findingTint(255, 176, 0, 90);
+
+QColor blended(const QColor& base)
+{
+    const double share = findingTint.alphaF();
+    return QColor::fromRgbF(base.redF() + share * (findingTint.redF() - base.redF()),
+                            base.greenF() + share * (findingTint.greenF() - base.greenF()),
+                            base.blueF() + share * (findingTint.blueF() - base.blueF()));
+}
+
+/// The background of a table's item.
+QVariant tint(bool hasFindings)
+{
+    return hasFindings ? QVariant(QBrush(findingTint)) : QVariant();
+}
+
+/// A tooltip that shows the text as it stands, even if a file's name looks like markup.
+QString plainToolTip(const QString& text)
+{
+    return Qt::mightBeRichText(text) ? "<pre>" + text.toHtmlEscaped() + "</pre>" : text;
+}
+
+/// Shows findings on a cell. Silent, so that no edit handler runs.
+void showOnItem(QTableWidgetItem* item, const QString& text)
+{
+    if (item == nullptr || item->toolTip() == text) {
+        return;
+    }
+    const QSignalBlocker quiet(item->tableWidget());
+    item->setToolTip(text);
+    item->setData(Qt::BackgroundRole, tint(!text.isEmpty()));
+}
+
+/// Shows findings on any other input, above what its description says.
+void showOnWidget(QWidget* input, const QStringList& findings)
+{
+    QStringList lines = findings;
+    lines.append(input->accessibleDescription());
+    input->setToolTip(plainToolTip(lines.join('\n')));
+    const bool isButton = qobject_cast<QAbstractButton*>(input) != nullptr;
+    const QPalette::ColorRole role = isButton ? QPalette::Window : QPalette::Base;
+    QPalette palette; // what is not set here follows the application's
+    if (!findings.isEmpty()) {
+        palette.setColor(role, blended(palette.color(role)));
+    }
+    input->setAutoFillBackground(isButton && !findings.isEmpty());
+    input->setPalette(palette);
+}
+
+QStringList lines(const QVector<Diagnosis>& diagnoses)
+{
+    QStringList texts;
+    for (const Diagnosis& diagnosis : diagnoses) {
+        texts.append(
+            QString("Character %1: %2").arg(diagnosis.position + 1).arg(diagnosis.message));
+    }
+    return texts;
+}
+
+int widestRow(const Table& rows)
+{
+    int width = 0;
+    for (const QVector<double>& row : rows) {
+        width = qMax(width, row.size());
+    }
+    return width;
+}
+
+} // namespace
+
+/// Registers the checks of the inputs, and follows what is current.
+void MainWindow::connectFindings()
+{
+    inputChecks = {
+        {ui->_1_le_possibleDoses, [this] { return checkDoses(ui->_1_le_possibleDoses->text()); }},
+        {ui->_4_le_probabilities, [this] { return checkLevels(ui->_4_le_probabilities->text()); }},
+        {ui->_3_le_lowerBound,
+         [this] {
+             return checkBound(ui->_3_le_lowerBound->text(), lowerBoundPlaced, lowerBound)
+                    + checkInterval(lowerBound, upperBound);
+         }},
+        {ui->_3_le_upperBound,
+         [this] {
+             return checkBound(ui->_3_le_upperBound->text(), upperBoundPlaced, upperBound)
+                    + checkInterval(lowerBound, upperBound);
+         }},
+        {ui->_1_sb_numSimulations,
+         [this] {
+             return checkIndividuals(ui->_1_sb_numSimulations->value(),
+                                     QThread::idealThreadCount());
+         }},
+        {ui->_4_cb_useCash, [this] { return cacheFindings(); }},
+    };
+    for (const InputCheck& check : qAsConst(inputChecks)) {
+        renewFindings(check.input);
+    }
+    for (QLineEdit* edit : {ui->_1_le_possibleDoses, ui->_4_le_probabilities, ui->_3_le_lowerBound,
+                            ui->_3_le_upperBound}) {
+        connect(edit, &QLineEdit::textChanged, this, [this, edit] { renewFindings(edit); });
+    }
+    for (QLineEdit* edit : {ui->_3_le_lowerBound, ui->_3_le_upperBound}) {
+        connect(edit, &QLineEdit::editingFinished, this, [this] {
+            renewFindings(ui->_3_le_lowerBound);
+            renewFindings(ui->_3_le_upperBound);
+        });
+    }
+    connect(ui->_1_sb_numSimulations, qOverload<int>(&QSpinBox::valueChanged), this,
+            [this] { renewFindings(ui->_1_sb_numSimulations); });
+    connect(ui->_4_cb_useCash, &QCheckBox::toggled, this,
+            [this] { renewFindings(ui->_4_cb_useCash); });
+    for (QTableWidget* table : {ui->_1_tw_endPoints, ui->_1_tw_etaDefinition,
+                                ui->_2_tw_weightDefinition, ui->_2_tw_relativeWeight}) {
+        connect(table, &QTableWidget::currentCellChanged, this,
+                [this, table] { makeCurrent(table); });
+    }
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget* /*old*/, QWidget* now) {
+        if (now != nullptr && now->window() == this) {
+            makeCurrent(now);
+        }
+    });
+    connect(ui->__mainToolBox, &QToolBox::currentChanged, this, [this] {
+        renewFindings(ui->_4_cb_useCash);
+        makeCurrent(nullptr);
+    });
+}
+
+/// Checks the imported results, and tells what was found where models are named.
+void MainWindow::renewCheckUp()
+{
+    QStringList names;
+    for (const endPoint& definition : qAsConst(endPoints)) {
+        names.append(definition.name);
+    }
+    importCheckUp = checkUp(rawResults, rawResultsHeaders, names, colNumOFV, colNumTHETA1);
+    showCheckUp();
+    showStatus();
+}
+
+/// Shows the check-up on the model selector and on the names of the models.
+void MainWindow::showCheckUp()
+{
+    ui->_0_sb_model->setToolTip(
+        plainToolTip(importCheckUp.models.value(ui->_0_sb_model->value()).text));
+    for (int model = 0; model < endPoints.size(); ++model) {
+        const ModelCheckUp found = importCheckUp.models.value(model);
+        for (QTableWidgetItem* item : {ui->_1_tw_endPoints->verticalHeaderItem(model),
+                                       ui->_2_tw_weightDefinition->verticalHeaderItem(model),
+                                       ui->_2_tw_relativeWeight->horizontalHeaderItem(model)}) {
+            if (item != nullptr) {
+                item->setToolTip(plainToolTip(found.text));
+                item->setData(Qt::BackgroundRole, tint(!found.findings.isEmpty()));
+            }
+        }
+    }
+}
+
+/// Diagnoses all endpoint and weight expressions anew.
+void MainWindow::renewFormulaFindings()
+{
+    for (int model = 0; model < endPoints.size(); ++model) {
+        renewFormulaFindings(ui->_1_tw_endPoints, model);
+        renewFormulaFindings(ui->_2_tw_weightDefinition, model);
+    }
+}
+
+/// Diagnoses a model's expression in one of the two tables.
+void MainWindow::renewFormulaFindings(const QTableWidget* table, int model)
+{
+    QTableWidgetItem* item = table->item(model, 0);
+    if (item == nullptr) {
+        return;
+    }
+    const Table rows = rawResults.value(model).value(0);
+    const RowColumns columns{widestRow(rows), colNumTHETA1, colNumOFV};
+    const auto diagnoses = table == ui->_1_tw_endPoints ? diagnoseEndpoint(item->text(), columns)
+                                                        : diagnoseWeight(item->text(), columns);
+    showOnItem(item, plainToolTip(lines(diagnoses).join('\n')));
+    showStatus();
+}
+
+/// Checks the covariance matrix of the selected model, as the first row of its results
+/// makes it.
+void MainWindow::renewOmegaFindings()
+{
+    const endPoint* definition = selectedEndPoint();
+    if (definition == nullptr) {
+        return;
+    }
+    const QTableWidget* table = ui->_1_tw_etaDefinition;
+    const Table rows = rawResults.value(table->currentRow()).value(0);
+    const int width = widestRow(rows);
+    const QString ofMatrix = definition->usesEtas
+                                 ? checkCovariance(definition->omegaOf(rows.value(0))).join('\n')
+                                 : QString();
+    for (int row = 0; row < table->rowCount(); ++row) {
+        for (int column = 0; column < table->columnCount(); ++column) {
+            QTableWidgetItem* item = table->item(row, column);
+            const QStringList found = checkOmegaElement(item->text(), width);
+            showOnItem(item,
+                       found.isEmpty() ? ofMatrix : (found + QStringList(ofMatrix)).join('\n'));
+        }
+    }
+    showStatus();
+}
+
+/// Tells of a typed text that the cell did not take over, until something else changes.
+void MainWindow::showOmegaFindings(int row, int column, const QString& typed)
+{
+    const QStringList found = checkOmegaElement(typed, std::numeric_limits<int>::max());
+    if (!found.isEmpty()) {
+        showOnItem(ui->_1_tw_etaDefinition->item(row, column), plainToolTip(found.join('\n')));
+        showStatus();
+    }
+}
+
+void MainWindow::renewFindings(QWidget* input)
+{
+    showOnWidget(input, findingsOn(input));
+    showStatus();
+}
+
+/// What an input's check finds now; of a table, what stands on its current cell.
+QStringList MainWindow::findingsOn(const QWidget* input) const
+{
+    for (const InputCheck& check : inputChecks) {
+        if (check.input == input) {
+            return check.findings();
+        }
+    }
+    const auto* table = qobject_cast<const QTableWidget*>(input);
+    const QTableWidgetItem* item = table == nullptr ? nullptr : table->currentItem();
+    return item == nullptr ? QStringList() : item->toolTip().split('\n', Qt::SkipEmptyParts);
+}
+
+void MainWindow::makeCurrent(QWidget* input)
+{
+    statusInput = input;
+    showStatus();
+}
+
+/// Tells in the status bar the first finding on what was made current last, else on the
+/// formula that is current on the page, else what was imported.
+void MainWindow::showStatus()
+{
+    QStringList found = findingsOn(statusInput);
+    const QWidget* page = ui->__mainToolBox->currentWidget();
+    for (const QTableWidget* formulas : {ui->_1_tw_endPoints, ui->_2_tw_weightDefinition}) {
+        if (found.isEmpty() && page->isAncestorOf(formulas)) {
+            found = findingsOn(formulas);
+        }
+    }
+    const QString text = found.isEmpty() ? importCheckUp.summary : found.first();
+    if (text != ui->statusBar->currentMessage()) {
+        ui->statusBar->showMessage(text);
+    }
+}
+
+/// After a change of everything.
+void MainWindow::renewAllFindings()
+{
+    renewCheckUp();
+    renewFormulaFindings();
+    renewOmegaFindings();
+    for (const InputCheck& check : qAsConst(inputChecks)) {
+        renewFindings(check.input);
+    }
+}
+
+/// Names the data column under every heading of the results and every label of page "1",
+/// where the pieces of the heading line may stand apart from their columns.
+void MainWindow::nameColumns()
+{
+    const auto nameItems = [this](int model, int dataSet, const auto& itemOf) {
+        const QStringList names = columnNames(rawResultsHeaders.value(model));
+        const Table rows = rawResults.value(model).value(dataSet);
+        for (int column = 0; column < rawResultsHeaders.value(model).size(); ++column) {
+            if (QTableWidgetItem* item = itemOf(column)) {
+                item->setToolTip(
+                    plainToolTip(describeColumn(column, names, rows, colNumOFV, colNumTHETA1)));
+            }
+        }
+    };
+    nameItems(ui->_0_sb_model->value(), qMax(0, ui->_0_sb_data->value()),
+              [this](int column) { return ui->_0_tw_RawResults->horizontalHeaderItem(column); });
+    nameItems(ui->_1_tw_endPoints->currentRow(), 0,
+              [this](int column) { return ui->_1_tw_rawResLabels->item(0, column); });
+}
