@@ -1,14 +1,19 @@
 # SPDX-FileCopyrightText: Velmora contributors
 # SPDX-License-Identifier: GPL-3.0-or-later
 
+# What every test gets: no display, the user's own settings left alone, and a time limit.
+function(velmora_set_up_test name)
+  set_tests_properties(${name} PROPERTIES
+    TIMEOUT 60
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C;XDG_CONFIG_HOME=${PROJECT_BINARY_DIR}/test-settings;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0")
+endfunction()
+
 # A test program from <name>.cpp in the current folder, linked with the given
-# libraries. It needs no display, and leaves the user's own settings alone.
+# libraries.
 function(velmora_add_test name)
   add_executable(${name} ${name}.cpp)
   set_target_properties(${name} PROPERTIES AUTOMOC ON)
   target_link_libraries(${name} PRIVATE ${ARGN} velmora_options Qt5::Test)
   add_test(NAME ${name} COMMAND ${name})
-  set_tests_properties(${name} PROPERTIES
-    TIMEOUT 60
-    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C;XDG_CONFIG_HOME=${PROJECT_BINARY_DIR}/test-settings;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0")
+  velmora_set_up_test(${name})
 endfunction()

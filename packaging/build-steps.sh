@@ -3,11 +3,12 @@
 # For sourcing by run.sh and test.sh, which run from the project's root.
 # shellcheck shell=bash
 
-# Installs what is missing of packaging/debian-packages.txt; asks nothing.
+# Installs what is missing of a list of packages, that for building if none is given;
+# asks nothing: ensure_packages [LIST]
 ensure_packages() {
-    local line missing=()
+    local list=${1:-packaging/debian-packages.txt} line missing=()
     if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
-        echo "Not a Debian system: packaging/debian-packages.txt lists what has to be there." >&2
+        echo "Not a Debian system: $list lists what has to be there." >&2
         return 0
     fi
     while read -r line || [ -n "$line" ]; do
@@ -15,7 +16,7 @@ ensure_packages() {
         # shellcheck disable=SC2016 # dpkg-query's own variable
         [ "$(dpkg-query -W -f '${db:Status-Status}' "$line" 2>/dev/null)" = installed ] \
             || missing+=("$line")
-    done <packaging/debian-packages.txt
+    done <"$list"
     [ "${#missing[@]}" -gt 0 ] || return 0
 
     local as_root=()

@@ -116,11 +116,20 @@ void chooseDoses(Tour& tour, const QString& name)
     tour.savePicture("4-dose-choice-" + name);
 
     QTextStream out(stdout);
-    out << "\nDose chosen by model " << name << ", effect over placebo above 0.4:\n";
+    out << "\nDose chosen by model " << QString(name).replace('-', ' ') << ", effect over placebo above 0.4:\n";
     for (int level = 0; level < doses->columnCount(); ++level) {
         out << "  probability above " << doses->horizontalHeaderItem(level)->text()
             << " %: " << doses->item(0, level)->text() << '\n';
     }
+}
+
+/// By both methods, in files with this at the end of their names.
+void decide(Tour& tour, const QString& suffix)
+{
+    computeProbability(tour, ModelAverage, "average" + suffix);
+    chooseDoses(tour, "average" + suffix);
+    computeProbability(tour, ModelSelection, "selection" + suffix);
+    chooseDoses(tour, "selection" + suffix);
 }
 
 } // namespace
@@ -131,12 +140,7 @@ void playBiomarkerStudy(Tour& tour, const QString& dataFolder)
     viewResults(tour);
     defineEndpoints(tour);
     weighModels(tour);
-    computeProbability(tour, ModelAverage, "average-without-eta");
-    computeProbability(tour, ModelSelection, "selection-without-eta");
-
+    decide(tour, "-without-eta");
     addBetweenSubjectVariability(tour);
-    computeProbability(tour, ModelAverage, "average");
-    chooseDoses(tour, "average");
-    computeProbability(tour, ModelSelection, "selection");
-    chooseDoses(tour, "selection");
+    decide(tour, "");
 }
