@@ -218,8 +218,9 @@ BlockEvaluator::BlockEvaluator(const Program& compiledProgram, const QVector<int
     std::copy(program.constants.begin(), program.constants.end(),
               scalars.begin() + program.variableSlots.size());
     planColumns(varyingSlots);
-    chunkSize = qBound(1, maximalColumnNumbers / qMax(1, columnCount), usualChunkSize);
-    columns.resize(columnCount * chunkSize);
+    const int ownColumns = columnCount - inputs.size();
+    chunkSize = qBound(1, maximalColumnNumbers / qMax(1, ownColumns), usualChunkSize);
+    columns.resize(ownColumns * chunkSize);
 }
 
 /// Sorts the instructions into those that are computed once and those that are computed
@@ -287,22 +288,24 @@ void BlockEvaluator::evaluate(const ValueBlock& block, double* results)
     }
     for (int first = 0; first < block.count; first += chunkSize) {
         const int count = qMin(chunkSize, block.count - first);
-        runChunk(block, first, count);
-        std::copy_n(column(resultReference), count, results + first);
+        runChunk(block, first, count, results + first);
     }
 }
 
-void BlockEvaluator::runChunk(const ValueBlock& block, int first, int count)
+void BlockEvaluator::runChunk(const ValueBlock& block, int first, int count, double* results)
 {
-    for (int i = 0; i < inputs.size(); ++i) {
-        const double* source =
-            block.varying.constData() + qptrdiff(inputs.at(i)) * block.count + first;
-        std::copy_n(source, count, column(i));
+    if (varyingInstructions.isEmpty()) {
+        std::copy_n(operand(resultReference, block, first), count, results);
+        return;
     }
     for (const VaryingInstruction& instruction : qAsConst(varyingInstructions)) {
-        double* result = column(instruction.column);
-        const double* left = operand(instruction.left);
-        const double* right = operand(instruction.right);
+        // The last one gives the value of the expression.
+        const bool isLast = &instruction == &varyingInstructions.constLast();
+        double* result =
+            isLast ? results
+                   : columns.data() + qptrdiff(instruction.column - inputs.size()) * chunkSize;
+        const double* left = operand(instruction.left, block, first);
+        const double* right = operand(instruction.right, block, first);
         if (!isBinary(instruction.code)) {
             visitUnaryOperator(instruction.code, [=](auto apply) {
                 for (int i = 0; i < count; ++i) {
@@ -329,13 +332,13 @@ void BlockEvaluator::runChunk(const ValueBlock& block, int first, int count)
     }
 }
 
-const double* BlockEvaluator::operand(int reference) const
+const double* BlockEvaluator::operand(int reference, const ValueBlock& block, int first) const
 {
-    return reference < 0 ? scalars.constData() + ~reference
-                         : columns.constData() + qptrdiff(reference) * chunkSize;
-}
-
-double* BlockEvaluator::column(int number)
-{
-    return columns.data() + qptrdiff(number) * chunkSize;
+    if (reference < 0) {
+        return scalars.constData() + ~reference;
+    }
+    if (reference < inputs.size()) {
+        return block.varying.constData() + qptrdiff(inputs.at(reference)) * block.count + first;
+    }
+    return columns.constData() + qptrdiff(reference - inputs.size()) * chunkSize;
 }

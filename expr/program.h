@@ -84,19 +84,18 @@ private:
     };
 
     void planColumns(const QVector<int>& varyingSlots);
-    void runChunk(const ValueBlock& block, int first, int count);
-    const double* operand(int reference) const;
-    double* column(int number);
+    void runChunk(const ValueBlock& block, int first, int count, double* results);
+    const double* operand(int reference, const ValueBlock& block, int first) const;
 
     Program program;
     QVector<int> scalarInstructions; ///< indices into program.instructions
     QVector<VaryingInstruction> varyingInstructions;
     QVector<int> inputs;     ///< indices into the block's varying slots that are read
-    int columnCount = 0;     ///< columns 0 .. inputs.size()-1 hold the inputs
+    int columnCount = 0;     ///< columns 0 .. inputs.size()-1 are the block's own
     int resultReference = 0; ///< column number, or ~value number of a scalar
     int chunkSize = 0;       ///< individuals per pass
     QVector<double> scalars; ///< [value number]
-    QVector<double> columns; ///< [column][individual of the chunk]
+    QVector<double> columns; ///< [column behind the inputs][individual of the chunk]
 };
 
 #endif
