@@ -72,7 +72,10 @@ void ProgressLoop::look()
     }
     QElapsedTimer duration;
     duration.start();
+    // Between two looks the bar would paint itself at every step.
+    bar->setUpdatesEnabled(true);
     QCoreApplication::processEvents();
-    pauseNs = qBound(shortestPauseNs, 20 * duration.nsecsElapsed(), longestPauseNs);
+    bar->setUpdatesEnabled(false);
+    pauseNs = qBound(shortestPauseNs, 40 * duration.nsecsElapsed(), longestPauseNs);
     sinceLook.start();
 }
