@@ -8,9 +8,10 @@
 
 namespace {
 
-/// Samples are evaluated ahead until this many random numbers are drawn for them: enough
-/// that a parallel section takes far longer than its start.
-constexpr int preparedNumbers = 1 << 18;
+/// Samples are evaluated ahead until this many random numbers are drawn for them (8 MB):
+/// enough that a parallel section takes far longer than its threads need to wake up, which
+/// on a busy machine is milliseconds.
+constexpr int preparedNumbers = 1 << 20;
 /// Samples evaluated ahead at the most, so that the user sees the work go on.
 constexpr int preparedSamples = 64;
 
