@@ -2,12 +2,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "bench/comparison.h"
 #include "bench/inputs.h"
+#include "bench/measurements.h"
+#include "bench/report.h"
 #include "bench/subjects.h"
 #include "expr/parser.h"
 
 #include <muParser.h>
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <memory>
 
@@ -19,6 +23,7 @@ constexpr int smallBlockCount = 50;
 
 using Formula = double (*)(const double*);
 using PlainLoop = void (*)(const double* vectors, int slotCount, double* results);
+using PlainFunction = double (*)(QVector<double> values);
 
 /// The formula inlined into the loop, so that evaluations overlap.
 template <Formula formula>
@@ -28,6 +33,13 @@ void evaluateInlined(const double* vectors, int slotCount, double* results)
         results[i] = formula(vectors);
         vectors += slotCount;
     }
+}
+
+/// The formula as a function that takes its vector by value, as evaluate_tree does.
+template <Formula formula>
+double evaluateByValue(QVector<double> values)
+{
+    return formula(values.constData());
 }
 
 // The expressions by hand. v[2] is the dose; from v[3] on the other names follow in their
@@ -74,25 +86,29 @@ struct ExpressionCase
 {
     const char* name;
     const char* text;
-    Formula formula;
     PlainLoop inlined;
+    PlainFunction byValue;
 };
+
+template <Formula formula>
+constexpr ExpressionCase byHand(const char* name, const char* text)
+{
+    return {name, text, evaluateInlined<formula>, evaluateByValue<formula>};
+}
 
 /// With ETAs only these vary between the value vectors, as between simulated individuals;
 /// otherwise all names do, as between bootstrap samples and doses.
-constexpr ExpressionCase cases[] = {
-    {"emax", "THETA1+THETA2*DOSE/(THETA3+DOSE)", emax, evaluateInlined<emax>},
-    {"sigmoidEmax", "THETA1+THETA2*DOSE^THETA4/(THETA3^THETA4+DOSE^THETA4)", sigmoidEmax,
-     evaluateInlined<sigmoidEmax>},
-    {"etaEmax", "THETA1+ETA1+THETA2*exp(ETA2)*DOSE/(THETA3*exp(ETA3)+DOSE)", etaEmax,
-     evaluateInlined<etaEmax>},
-    {"decay", "THETA1*exp((0-THETA2)*DOSE)", decay, evaluateInlined<decay>},
-    {"defaultWeight", "(0-3-ofv/2)", defaultWeight, evaluateInlined<defaultWeight>},
-    {"thirtyOperations",
-     "THETA1*(1+THETA2*(COL5-70)/70)*exp((0-THETA3)*DOSE/(THETA4+DOSE))"
-     "+THETA5*DOSE^THETA6/(THETA7^THETA6+DOSE^THETA6)*(1-exp((0-THETA8)*COL6))"
-     "-THETA9*log(1+COL7/THETA10)+COL8*COL9",
-     thirtyOperations, evaluateInlined<thirtyOperations>},
+const ExpressionCase cases[] = {
+    byHand<emax>("emax", "THETA1+THETA2*DOSE/(THETA3+DOSE)"),
+    byHand<sigmoidEmax>("sigmoidEmax", "THETA1+THETA2*DOSE^THETA4/(THETA3^THETA4+DOSE^THETA4)"),
+    byHand<etaEmax>("etaEmax", "THETA1+ETA1+THETA2*exp(ETA2)*DOSE/(THETA3*exp(ETA3)+DOSE)"),
+    byHand<decay>("decay", "THETA1*exp((0-THETA2)*DOSE)"),
+    byHand<defaultWeight>("defaultWeight", "(0-3-ofv/2)"),
+    byHand<thirtyOperations>(
+        "thirtyOperations",
+        "THETA1*(1+THETA2*(COL5-70)/70)*exp((0-THETA3)*DOSE/(THETA4+DOSE))"
+        "+THETA5*DOSE^THETA6/(THETA7^THETA6+DOSE^THETA6)*(1-exp((0-THETA8)*COL6))"
+        "-THETA9*log(1+COL7/THETA10)+COL8*COL9"),
 };
 
 double inputFor(const QString& name, InputNumbers& numbers)
@@ -112,20 +128,22 @@ class ExpressionInputs
 public:
     explicit ExpressionInputs(const ExpressionCase& expressionCase);
 
-    QVector<double> plain();
-    QVector<double> inlined();
-    QVector<double> blockWise();
-    QVector<double> smallBlocks();
-    QVector<double> vectorByVector();
-    QVector<double> muParser();
+    // All values, by each of the ways.
+    const QVector<double>& inlined();
+    const QVector<double>& blockWise();
+    const QVector<double>& smallBlocks();
+    const QVector<double>& byValue();
+    const QVector<double>& vectorByVector();
+    const QVector<double>& muParser();
+
     bool agree();
 
 private:
     void drawValues();
     ValueBlock block(int first, int count) const;
 
-    Formula formula;
     PlainLoop inlinedLoop;
+    PlainFunction function;
     parser expression;
     int slotCount = 0;
     QVector<int> varyingSlots;
@@ -135,12 +153,14 @@ private:
     QVector<ValueBlock> blocks;
     mu::Parser otherParser;
     std::vector<double> bound; ///< [slot], read by otherParser
+    QVector<double> results;
 };
 
 ExpressionInputs::ExpressionInputs(const ExpressionCase& expressionCase)
-    : formula(expressionCase.formula)
-    , inlinedLoop(expressionCase.inlined)
+    : inlinedLoop(expressionCase.inlined)
+    , function(expressionCase.byValue)
     , expression(QString(expressionCase.text))
+    , results(vectorCount)
 {
     expression.generate_tree();
     slotCount = expression.variables.size();
@@ -193,34 +213,20 @@ ValueBlock ExpressionInputs::block(int first, int count) const
     return result;
 }
 
-QVector<double> ExpressionInputs::plain()
+const QVector<double>& ExpressionInputs::inlined()
 {
-    QVector<double> results(vectorCount);
-    const double* values = flat.data();
-    for (double& result : results) {
-        result = formula(values);
-        values += slotCount;
-    }
-    return results;
-}
-
-QVector<double> ExpressionInputs::inlined()
-{
-    QVector<double> results(vectorCount);
     inlinedLoop(flat.data(), slotCount, results.data());
     return results;
 }
 
-QVector<double> ExpressionInputs::blockWise()
+const QVector<double>& ExpressionInputs::blockWise()
 {
-    QVector<double> results(vectorCount);
     expression.evaluateBlock(wholeBlock, results.data());
     return results;
 }
 
-QVector<double> ExpressionInputs::smallBlocks()
+const QVector<double>& ExpressionInputs::smallBlocks()
 {
-    QVector<double> results(vectorCount);
     double* next = results.data();
     for (const ValueBlock& values : qAsConst(blocks)) {
         expression.evaluateBlock(values, next);
@@ -229,58 +235,82 @@ QVector<double> ExpressionInputs::smallBlocks()
     return results;
 }
 
-QVector<double> ExpressionInputs::vectorByVector()
+const QVector<double>& ExpressionInputs::byValue()
 {
-    QVector<double> results(vectorCount);
-    double* next = results.data();
-    for (const QVector<double>& values : qAsConst(vectors)) {
-        *next++ = expression.evaluate_tree(values);
-    }
+    std::transform(vectors.cbegin(), vectors.cend(), results.begin(), function);
     return results;
 }
 
-QVector<double> ExpressionInputs::muParser()
+const QVector<double>& ExpressionInputs::vectorByVector()
 {
-    QVector<double> results(vectorCount);
-    double* next = results.data();
-    for (const QVector<double>& values : qAsConst(vectors)) {
-        std::copy(values.begin(), values.end(), bound.begin());
-        *next++ = otherParser.Eval();
-    }
+    std::transform(
+        vectors.cbegin(), vectors.cend(), results.begin(),
+        [this](const QVector<double>& values) { return expression.evaluate_tree(values); });
+    return results;
+}
+
+const QVector<double>& ExpressionInputs::muParser()
+{
+    std::transform(vectors.cbegin(), vectors.cend(), results.begin(),
+                   [this](const QVector<double>& values) {
+                       std::copy(values.begin(), values.end(), bound.begin());
+                       return otherParser.Eval();
+                   });
     return results;
 }
 
 bool ExpressionInputs::agree()
 {
-    const QVector<double> expected = plain();
-    return sameBits(inlined(), expected) && sameBits(blockWise(), expected)
-           && sameBits(smallBlocks(), expected) && sameBits(vectorByVector(), expected)
+    const QVector<double> expected = inlined();
+    return sameBits(blockWise(), expected) && sameBits(smallBlocks(), expected)
+           && sameBits(byValue(), expected) && sameBits(vectorByVector(), expected)
            && sameWithin(muParser(), expected, 1e-12);
+}
+
+void registerCase(const ExpressionCase& expressionCase)
+{
+    const auto inputs = std::make_shared<ExpressionInputs>(expressionCase);
+    const auto way = [inputs](const char* name,
+                              const QVector<double>& (ExpressionInputs::*results)()) {
+        return Comparison::Way{name, [inputs, results](benchmark::State& /*state*/) {
+                                   benchmark::DoNotOptimize((*inputs.*results)().constData());
+                               }};
+    };
+    Comparison comparison;
+    comparison.subject = std::string("expression/") + expressionCase.name;
+    comparison.ways = {way("inlined", &ExpressionInputs::inlined),
+                       way("block", &ExpressionInputs::blockWise),
+                       way("blocksOf50", &ExpressionInputs::smallBlocks),
+                       way("byValue", &ExpressionInputs::byValue),
+                       way("single", &ExpressionInputs::vectorByVector),
+                       way("muParser", &ExpressionInputs::muParser)};
+    comparison.agree = [inputs] { return inputs->agree(); };
+    comparison.items = vectorCount;
+    comparison.unit = benchmark::kMicrosecond;
+    registerComparison(comparison);
+}
+
+/// The geometric mean of the expressions' ratios.
+Report::Ratio typicalRatio(const std::string& work, const std::string& limit)
+{
+    return [work, limit](const Measurements& measurements) {
+        double logarithms = 0.0;
+        for (const ExpressionCase& expressionCase : cases) {
+            const std::string subject = std::string("expression/") + expressionCase.name + '/';
+            logarithms += std::log(measurements.ratio(subject + work, subject + limit));
+        }
+        return std::exp(logarithms / double(std::size(cases)));
+    };
 }
 
 } // namespace
 
-void registerExpressions()
+void registerExpressions(Report& report)
 {
     for (const ExpressionCase& expressionCase : cases) {
-        const auto inputs = std::make_shared<ExpressionInputs>(expressionCase);
-        const auto way = [inputs](const char* name,
-                                  QVector<double> (ExpressionInputs::*results)()) {
-            return Comparison::Way{name, [inputs, results] {
-                                       benchmark::DoNotOptimize((inputs.get()->*results)().data());
-                                   }};
-        };
-        Comparison comparison;
-        comparison.subject = std::string("expression/") + expressionCase.name;
-        comparison.ways = {way("plain", &ExpressionInputs::plain),
-                           way("inlined", &ExpressionInputs::inlined),
-                           way("block", &ExpressionInputs::blockWise),
-                           way("blocksOf50", &ExpressionInputs::smallBlocks),
-                           way("single", &ExpressionInputs::vectorByVector),
-                           way("muParser", &ExpressionInputs::muParser)};
-        comparison.agree = [inputs] { return inputs->agree(); };
-        comparison.items = vectorCount;
-        comparison.unit = benchmark::kMicrosecond;
-        registerComparison(comparison);
+        registerCase(expressionCase);
     }
+    report.addRow("expr_block", 1.5, typicalRatio("block", "inlined"));
+    report.addRow("expr_single", 6, typicalRatio("single", "byValue"));
+    report.addLeast("muParser in expr_block", 4.5, typicalRatio("muParser", "inlined"));
 }

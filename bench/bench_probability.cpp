@@ -1,46 +1,21 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/analysis/probability.h"
 #include "bench/comparison.h"
 #include "bench/inputs.h"
+#include "bench/processors.h"
+#include "bench/report.h"
+#include "bench/study.h"
 #include "bench/subjects.h"
+#include "tests/support/randomnumbers.h"
 
 #include <QThread>
 
 #include <cmath>
-#include <cstdint>
 #include <memory>
-
-// qrand() is the generator that the hand-written loop has to share.
-QT_WARNING_DISABLE_DEPRECATED
 
 namespace {
 
-constexpr int sampleCount = 1000;
-constexpr int simulationCount = 100;
-const QVector<double> doses{0, 10, 20, 30, 40, 50, 60, 70, 80, 90, 100};
 const QVector<double> modelWeights{0.4, 0.3, 0.2, 0.1};
-constexpr TargetInterval target{0.6, 1.2};
-
-const char* const etaExpressions[] = {
-    "THETA1+ETA1+(THETA2+ETA2)*DOSE/THETA3",
-    "THETA1+ETA1+(THETA2+ETA2)*DOSE/(THETA3+DOSE)",
-    "THETA1+ETA1+(THETA2+ETA2)*DOSE^THETA4/(THETA3^THETA4+DOSE^THETA4)",
-    "THETA1+ETA1+(THETA2+ETA2)*(1-exp((0-DOSE)/THETA3))",
-};
-
-const char* const typicalExpressions[] = {
-    "THETA1+THETA2*DOSE/THETA3",
-    "THETA1+THETA2*DOSE/(THETA3+DOSE)",
-    "THETA1+THETA2*DOSE^THETA4/(THETA3^THETA4+DOSE^THETA4)",
-    "THETA1+THETA2*(1-exp((0-DOSE)/THETA3))",
-};
-
-struct Curve
-{
-    QVector<Table> endpoints; ///< [model][sample][dose]
-    QVector<double> probability;
-};
 
 bool sameCurve(const Curve& first, const Curve& second)
 {
@@ -91,24 +66,36 @@ Exponential exponential(const double* theta, double dose)
     return {theta[0], theta[1], 1 - std::exp(-dose / theta[2])};
 }
 
-double uniform()
+/// The numbers of qrand() after qsrand(1), without its calls.
+class Generator
 {
-    return qrand() / 2147483647.0;
-}
+public:
+    double normal()
+    {
+        const double first = uniform();
+        const double second = uniform();
+        return std::sqrt(-2.0 * std::log(first)) * std::cos(6.283185307179586 * second);
+    }
 
-double standardNormal()
-{
-    const double first = uniform();
-    const double second = uniform();
-    return std::sqrt(-2.0 * std::log(first)) * std::cos(6.283185307179586 * second);
-}
+private:
+    double uniform()
+    {
+        const quint64 product = quint64(state) * 48271U;
+        state = quint32(product & 0x7fffffffU) + quint32(product >> 31U);
+        state = state >= 0x7fffffffU ? state - 0x7fffffffU : state;
+        return int(state) / 2147483647.0;
+    }
+
+    quint32 state = 1;
+};
 
 template <typename Model>
-QVector<double> simulatePlain(const QVector<double>& row, Model (*modelAt)(const double*, double))
+QVector<double> simulate(const QVector<double>& row, Model (*modelAt)(const double*, double),
+                         Generator& generator)
 {
-    // As many individuals as the processors get in even shares; the mean counts all.
-    const int processors = qMax(1, QThread::idealThreadCount());
-    const int individuals = simulationCount / processors * processors;
+    // As many individuals as the threads get in even shares; the mean counts all.
+    const int threads = qMax(1, QThread::idealThreadCount());
+    const int individuals = simulationCount / threads * threads;
     const double* omega = row.constData() + OmegaColumn;
     const double factor11 = std::sqrt(omega[0]);
     const double factor21 = omega[1] / factor11;
@@ -119,8 +106,8 @@ QVector<double> simulatePlain(const QVector<double>& row, Model (*modelAt)(const
         const Model model = modelAt(row.constData() + ThetaColumn, dose);
         double sum = 0.0;
         for (int individual = 0; individual < individuals; ++individual) {
-            const double first = standardNormal();
-            const double second = standardNormal();
+            const double first = generator.normal();
+            const double second = generator.normal();
             sum += model(factor11 * first, factor21 * first + factor22 * second);
         }
         endpoints.append(sum / simulationCount);
@@ -129,7 +116,7 @@ QVector<double> simulatePlain(const QVector<double>& row, Model (*modelAt)(const
 }
 
 template <typename Model>
-QVector<double> evaluatePlain(const QVector<double>& row, Model (*modelAt)(const double*, double))
+QVector<double> evaluate(const QVector<double>& row, Model (*modelAt)(const double*, double))
 {
     QVector<double> endpoints;
     endpoints.reserve(doses.size());
@@ -139,58 +126,27 @@ QVector<double> evaluatePlain(const QVector<double>& row, Model (*modelAt)(const
     return endpoints;
 }
 
-class ProbabilityInputs
+template <typename Model>
+QVector<double> endpointsOf(const QVector<double>& row, Model (*modelAt)(const double*, double),
+                            Generator* generator)
 {
-public:
-    explicit ProbabilityInputs(bool withEtas);
-
-    Curve plain() const;
-    Curve product();
-
-private:
-    template <typename Model>
-    QVector<double> plainEndpoints(const QVector<double>& row,
-                                   Model (*modelAt)(const double*, double)) const
-    {
-        return usesEtas ? simulatePlain(row, modelAt) : evaluatePlain(row, modelAt);
-    }
-
-    bool usesEtas;
-    QVector<endPoint> endPoints;
-    RawResults rawResults; ///< one data set
-};
-
-ProbabilityInputs::ProbabilityInputs(bool withEtas)
-    : usesEtas(withEtas)
-{
-    InputNumbers numbers;
-    for (const char* expression : withEtas ? etaExpressions : typicalExpressions) {
-        endPoint definition;
-        definition.endPointParser.expression = expression;
-        definition.numSimulations = simulationCount;
-        definition.bringUpToDate(doses);
-        definition.resizeOmega(withEtas ? 2 : 0);
-        if (withEtas) {
-            definition.omegaColumns = {{OmegaColumn, OmegaColumn + 1},
-                                       {OmegaColumn + 1, OmegaColumn + 2}};
-        }
-        endPoints.append(definition);
-        rawResults.append({bootstrapTable(numbers, sampleCount)});
-    }
+    return generator != nullptr ? simulate(row, modelAt, *generator) : evaluate(row, modelAt);
 }
 
-Curve ProbabilityInputs::plain() const
+Curve curveByHand(const RawResults& rawResults, Variability variability)
 {
-    qsrand(1);
+    Generator numbers;
+    Generator* const generator = variability == Variability::TwoEtas ? &numbers : nullptr;
+    const int sampleCount = rawResults.constFirst().constFirst().size();
     Curve curve{QVector<Table>(modelWeights.size()), QVector<double>(doses.size(), 0.0)};
     for (int sample = 0; sample < sampleCount; ++sample) {
-        const auto row = [this, sample](int model) -> const QVector<double>& {
+        const auto row = [&rawResults, sample](int model) -> const QVector<double>& {
             return rawResults.at(model).at(0).at(sample);
         };
-        curve.endpoints[0].append(plainEndpoints(row(0), linear));
-        curve.endpoints[1].append(plainEndpoints(row(1), emax));
-        curve.endpoints[2].append(plainEndpoints(row(2), sigmoidEmax));
-        curve.endpoints[3].append(plainEndpoints(row(3), exponential));
+        curve.endpoints[0].append(endpointsOf(row(0), linear, generator));
+        curve.endpoints[1].append(endpointsOf(row(1), emax, generator));
+        curve.endpoints[2].append(endpointsOf(row(2), sigmoidEmax, generator));
+        curve.endpoints[3].append(endpointsOf(row(3), exponential, generator));
         for (int model = 0; model < modelWeights.size(); ++model) {
             const double step = modelWeights.at(model) / sampleCount * 100;
             const QVector<double>& endpoints = curve.endpoints.at(model).constLast();
@@ -204,36 +160,82 @@ Curve ProbabilityInputs::plain() const
     return curve;
 }
 
-Curve ProbabilityInputs::product()
+/// The same curve by hand and by Velmora.
+class Probability
 {
-    qsrand(1);
-    const Table weights(sampleCount, modelWeights);
-    EndpointRun run(endPoints, rawResults, 0, averagingPlan(weights, false, endPoints.size()));
-    for (int sample = 0; sample < sampleCount; ++sample) {
-        run.evaluateNext();
+public:
+    explicit Probability(Variability studyVariability)
+        : variability(studyVariability)
+        , study(makeStudy({}, variability))
+        , definitions(definitionsOf(study))
+    {
     }
-    return {run.endpoints(),
-            probabilityByAveraging(run.endpoints(), weights, false, doses.size(), target)};
-}
 
-void registerCurve(const char* subject, bool withEtas)
+    Curve byHand() const { return curveByHand(study.rawResults, variability); }
+
+    Curve byVelmora()
+    {
+        seedRandomNumbers(1);
+        const int sampleCount = study.rawResults.constFirst().constFirst().size();
+        return computeCurve(definitions, study.rawResults, Table(sampleCount, modelWeights), false);
+    }
+
+private:
+    Variability variability;
+    ProjectItems study;
+    QVector<endPoint> definitions;
+};
+
+void registerCurve(const char* subject, const std::shared_ptr<Probability>& probability)
 {
-    const auto inputs = std::make_shared<ProbabilityInputs>(withEtas);
     Comparison comparison;
     comparison.subject = subject;
     comparison.ways = {
-        {"plain", [inputs] { benchmark::DoNotOptimize(inputs->plain().probability.data()); }},
-        {"velmora", [inputs] { benchmark::DoNotOptimize(inputs->product().probability.data()); }},
+        {"plain",
+         [probability](benchmark::State& /*state*/) {
+             benchmark::DoNotOptimize(probability->byHand().probability.constData());
+         }},
+        {"velmora",
+         [probability](benchmark::State& /*state*/) {
+             benchmark::DoNotOptimize(probability->byVelmora().probability.constData());
+         }},
     };
-    comparison.agree = [inputs] { return sameCurve(inputs->product(), inputs->plain()); };
-    comparison.items = std::int64_t(sampleCount) * modelWeights.size() * doses.size();
+    comparison.agree = [probability] {
+        return sameCurve(probability->byVelmora(), probability->byHand());
+    };
+    comparison.repetitions = 15;
+    registerComparison(comparison);
+}
+
+/// With as many threads in the pool as processors.
+void registerThreads(const char* subject, const std::shared_ptr<Probability>& probability)
+{
+    const auto onProcessors = [probability](int count) {
+        return [probability, count](benchmark::State& /*state*/) {
+            const Processors processors(count);
+            benchmark::DoNotOptimize(probability->byVelmora().probability.constData());
+        };
+    };
+    Comparison comparison;
+    comparison.subject = subject;
+    comparison.ways = {{"one", onProcessors(1)}, {"two", onProcessors(2)}};
+    comparison.clock = Clock::Wall;
+    comparison.repetitions = 25;
     registerComparison(comparison);
 }
 
 } // namespace
 
-void registerProbability()
+void registerProbability(Report& report)
 {
-    registerCurve("probability/twoEtas", true);
-    registerCurve("probability/withoutEtas", false);
+    const auto withEtas = std::make_shared<Probability>(Variability::TwoEtas);
+    registerCurve("probability/twoEtas", withEtas);
+    registerThreads("probability/threads", withEtas);
+    registerCurve("probability/withoutEtas", std::make_shared<Probability>(Variability::None));
+    report.addRow("pos_eta", 1.3,
+                  timeRatio("probability/twoEtas/velmora", "probability/twoEtas/plain"));
+    report.addRow("pos_eta_threads", 0.75,
+                  timeRatio("probability/threads/two", "probability/threads/one"));
+    report.addRow("pos_plain", 4,
+                  timeRatio("probability/withoutEtas/velmora", "probability/withoutEtas/plain"));
 }

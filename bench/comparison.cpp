@@ -2,75 +2,64 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "bench/comparison.h"
 
-#include <algorithm>
-#include <ctime>
-#include <limits>
 #include <memory>
 #include <optional>
 
 namespace {
 
-struct Progress
+struct Registered
 {
     Comparison comparison;
     std::optional<bool> agrees;
-    double yardstick = std::numeric_limits<double>::infinity(); ///< processor ticks per run
 };
 
-bool agrees(Progress& progress)
+bool agrees(Registered& registered)
 {
-    if (!progress.agrees) {
-        progress.agrees = progress.comparison.agree();
+    if (!registered.agrees) {
+        const std::function<bool()>& agree = registered.comparison.agree;
+        registered.agrees = !agree || agree();
     }
-    return *progress.agrees;
+    return *registered.agrees;
 }
 
-void time(benchmark::State& state, Progress& progress, std::size_t way)
+void time(benchmark::State& state, Registered& registered, std::size_t way)
 {
-    if (!agrees(progress)) {
+    if (!agrees(registered)) {
         state.SkipWithError("the ways differ in their results");
         return;
     }
-    const Comparison& comparison = progress.comparison;
-    const std::function<void()>& run = comparison.ways.at(way).run;
-    const std::clock_t start = std::clock();
+    const Comparison& comparison = registered.comparison;
     for (auto _ : state) {
-        run();
+        comparison.ways[way].run(state);
         benchmark::ClobberMemory();
     }
-    const double ticks = double(std::clock() - start) / double(state.iterations());
-    if (way == 0) {
-        progress.yardstick = std::min(progress.yardstick, ticks);
-    }
-    if (progress.yardstick < std::numeric_limits<double>::infinity()) {
-        state.counters["ratio"] = ticks / progress.yardstick;
-    }
     using benchmark::Counter;
-    state.counters["each"] =
-        Counter(double(comparison.items), Counter::kIsIterationInvariantRate | Counter::kInvert);
-    if (comparison.bytes) {
-        state.SetBytesProcessed(state.iterations() * comparison.bytes());
+    if (comparison.items > 1) {
+        state.counters["each"] = Counter(double(comparison.items),
+                                         Counter::kIsIterationInvariantRate | Counter::kInvert);
     }
-}
-
-double least(const std::vector<double>& repetitions)
-{
-    return *std::min_element(repetitions.begin(), repetitions.end());
 }
 
 } // namespace
 
 void registerComparison(const Comparison& comparison)
 {
-    const auto progress = std::make_shared<Progress>();
-    progress->comparison = comparison;
+    const auto registered = std::make_shared<Registered>();
+    registered->comparison = comparison;
     for (std::size_t way = 0; way < comparison.ways.size(); ++way) {
         const std::string name = comparison.subject + '/' + comparison.ways[way].name;
-        const auto body = [progress, way](benchmark::State& state) { time(state, *progress, way); };
-        // Of the whole process: parallel sections count with all their threads.
-        benchmark::RegisterBenchmark(name.c_str(), body)
-            ->Unit(comparison.unit)
-            ->MeasureProcessCPUTime()
-            ->ComputeStatistics("min", least);
+        const auto body = [registered, way](benchmark::State& state) {
+            time(state, *registered, way);
+        };
+        auto* const added = benchmark::RegisterBenchmark(name.c_str(), body)
+                                ->Unit(comparison.unit)
+                                ->Repetitions(comparison.repetitions)
+                                ->MinTime(comparison.shortestSampleSeconds);
+        if (comparison.clock == Clock::Wall) {
+            added->UseRealTime();
+        } else {
+            // Of the whole process: parallel sections count with all their threads.
+            added->MeasureProcessCPUTime();
+        }
     }
 }

@@ -10,31 +10,37 @@
 #include <string>
 #include <vector>
 
-/// Several ways of doing the same work. The first one is the yardstick, written by hand for
-/// this very work: the counter "ratio" of each is its processor time over the yardstick's
-/// least.
+/// Processor: time that the processors spend on all threads of this program. It leaves out
+/// what other programs take, and what is waited for.
+enum class Clock { Processor, Wall };
+
+/// Several ways of doing the same work, or work of several sizes.
 struct Comparison
 {
     struct Way
     {
         std::string name;
-        std::function<void()> run;
+        /// Does the work once. By the state it can leave a part out of the time.
+        std::function<void(benchmark::State&)> run;
     };
 
     std::string subject;
     std::vector<Way> ways;
     /// Whether the ways give the same results. Called once, before anything is timed; false
-    /// leaves the comparison out with an error.
+    /// leaves the comparison out with an error. Empty if there is nothing to compare.
     std::function<bool()> agree;
+    Clock clock = Clock::Processor;
+    /// Samples of each way. Those of all ways that are registered are taken in random order,
+    /// so that a busy moment of the machine meets all of them.
+    int repetitions = 30;
+    /// Work shorter than this is repeated within a sample, whose mean counts.
+    double shortestSampleSeconds = 0.005;
     /// Units of work in a run; the counter "each" is the time of one.
     std::int64_t items = 1;
-    /// Bytes read in a run; empty if that says nothing.
-    std::function<std::int64_t()> bytes;
     benchmark::TimeUnit unit = benchmark::kMillisecond;
 };
 
-/// Adds one benchmark per way, named subject/way. With repetitions the row "min" holds the
-/// least time and ratio.
+/// Adds one benchmark per way, named subject/way.
 void registerComparison(const Comparison& comparison);
 
 #endif

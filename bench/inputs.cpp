@@ -28,6 +28,22 @@ Table bootstrapTable(InputNumbers& numbers, int sampleCount)
     return table;
 }
 
+QByteArray rawResultsText(const Table& table)
+{
+    QByteArray text;
+    for (int column = 1; column <= InputColumnCount; ++column) {
+        text += (column > 1 ? ",\"column" : "\"column") + QByteArray::number(column) + '"';
+    }
+    for (const QVector<double>& row : table) {
+        char separator = '\n';
+        for (const double number : row) {
+            text += separator + QByteArray::number(number);
+            separator = ',';
+        }
+    }
+    return text + '\n';
+}
+
 bool sameBits(const Table& first, const Table& second)
 {
     return std::equal(first.begin(), first.end(), second.begin(), second.end(),

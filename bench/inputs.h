@@ -5,6 +5,7 @@
 
 #include "app/analysis/tables.h"
 
+#include <QByteArray>
 #include <QVector>
 
 #include <random>
@@ -26,6 +27,10 @@ enum InputColumn { OfvColumn = 19, ThetaColumn = 20, OmegaColumn = 24, InputColu
 /// Bootstrap rows as of a model with four THETAs and two ETAs, [sample][column]: THETA1 to
 /// THETA4 from ThetaColumn on, OMEGA(1,1), OMEGA(2,1) and OMEGA(2,2) from OmegaColumn on.
 Table bootstrapTable(InputNumbers& numbers, int sampleCount);
+
+/// Bootstrap rows as the text of a raw_results file, below a quoted heading, with 6
+/// significant digits.
+QByteArray rawResultsText(const Table& table);
 
 /// Whether two tables hold the same numbers, bit for bit.
 bool sameBits(const Table& first, const Table& second);

@@ -1,19 +1,122 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "bench/measurements.h"
+#include "bench/processors.h"
+#include "bench/report.h"
 #include "bench/subjects.h"
 
-#include <benchmark/benchmark.h>
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <cstdio>
+#include <vector>
+
+namespace {
+
+struct Subject
+{
+    const char* name;
+    void (*registerAll)(Report&);
+};
+
+/// In the order of the rows.
+constexpr Subject subjects[] = {
+    {"expressions", registerExpressions},
+    {"probability", registerProbability},
+    {"recalculation", registerRecalculation},
+    {"growth", registerGrowth},
+    {"csv", registerCsv},
+    {"folder", registerFolderImport},
+    {"project", registerProjectFile},
+    {"editing", registerEditing},
+};
+
+/// Leaves out what the pages say to developers.
+void showSevere(QtMsgType type, const QMessageLogContext& /*context*/, const QString& text)
+{
+    if (type == QtCriticalMsg || type == QtFatalMsg) {
+        std::fprintf(stderr, "%s\n", qPrintable(text));
+    }
+}
+
+bool isSubject(const QString& name)
+{
+    return std::any_of(std::begin(subjects), std::end(subjects),
+                       [&name](const Subject& subject) { return name == subject.name; });
+}
+
+void printHelp()
+{
+    std::puts("Usage: velmora-bench [--output FILE] [--benchmark_...] [SUBJECT...]\n\n"
+              "Measures Velmora beside the same work written by hand and prints the ratios.\n"
+              "The exit code is 1 if a ratio exceeds its bar.\n\n"
+              "  --output FILE    write the ratios to this file, too\n"
+              "  --benchmark_...  options of the benchmark library, as --benchmark_filter=REGEX\n"
+              "  SUBJECT          measure this only, of:");
+    for (const Subject& subject : subjects) {
+        std::printf("                     %s\n", subject.name);
+    }
+}
+
+/// Takes the benchmark library's options out of the arguments.
+std::vector<char*> initializeBenchmarks(int argc, char** argv)
+{
+    static char interleaving[] = "--benchmark_enable_random_interleaving=true";
+    std::vector<char*> arguments(argv, argv + argc);
+    arguments.insert(arguments.begin() + 1, interleaving);
+    int count = int(arguments.size());
+    benchmark::Initialize(&count, arguments.data(), printHelp);
+    arguments.resize(std::size_t(count));
+    return arguments;
+}
+
+/// One subject after another, each with its own data.
+void measure(const QStringList& chosen, Report& report)
+{
+    Measurements measurements;
+    for (const Subject& subject : subjects) {
+        if (chosen.isEmpty() || chosen.contains(subject.name)) {
+            const Processors one(1);
+            subject.registerAll(report);
+            benchmark::RunSpecifiedBenchmarks(&measurements);
+            benchmark::ClearRegisteredBenchmarks();
+        }
+    }
+    report.conclude(measurements);
+}
+
+} // namespace
 
 int main(int argc, char** argv)
 {
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
-        return 1;
+    qInstallMessageHandler(showSevere);
+    // Windows are painted in memory, and no settings of the user are read or changed.
+    const QTemporaryDir settings;
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("XDG_CONFIG_HOME", settings.path().toLocal8Bit());
+    std::vector<char*> remaining = initializeBenchmarks(argc, argv);
+    int count = int(remaining.size());
+    const QApplication application(count, remaining.data());
+    QLocale::setDefault(QLocale::c());
+
+    QCommandLineParser arguments;
+    arguments.addOption({"output", QString(), "file"});
+    arguments.process(application);
+    const QStringList chosen = arguments.positionalArguments();
+    if (!std::all_of(chosen.begin(), chosen.end(), isSubject)) {
+        printHelp();
+        return 2;
     }
-    registerExpressions();
-    registerProbability();
-    registerCsv();
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+
+    Report report;
+    measure(chosen, report);
+    report.print();
+    const QString output = arguments.value("output");
+    if (!output.isEmpty() && !report.write(output.toStdString())) {
+        std::fprintf(stderr, "cannot write %s\n", qPrintable(output));
+        return 2;
+    }
+    return report.isGood() ? 0 : 1;
 }

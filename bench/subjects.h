@@ -3,15 +3,35 @@
 #ifndef VELMORA_BENCH_SUBJECTS_H
 #define VELMORA_BENCH_SUBJECTS_H
 
-// Each subject registers its comparisons.
+class Report;
 
-/// One evaluation of typical expressions.
-void registerExpressions();
+// Each subject registers its benchmarks and adds the rows in its comment to the report.
+// Unless said otherwise a row is a ratio of processor times, the program being kept on one
+// processor.
 
-/// The probability curve of one data set.
-void registerProbability();
+/// expr_block, expr_single: one evaluation of typical expressions.
+void registerExpressions(Report& report);
 
-/// Reading a raw_results file.
-void registerCsv();
+/// pos_eta, pos_eta_threads (wall time on two processors to one), pos_plain: the
+/// probability curve of one data set.
+void registerProbability(Report& report);
+
+/// recalculate: the curve in the window to the curve alone.
+void registerRecalculation(Report& report);
+
+/// linear_samples, linear_datasets: how the time grows with the data.
+void registerGrowth(Report& report);
+
+/// csv_read: one raw_results file.
+void registerCsv(Report& report);
+
+/// csv_folder: the import of a folder to its files read alone.
+void registerFolderImport(Report& report);
+
+/// project_file: saved and loaded to the same bytes written and read, in wall time.
+void registerProjectFile(Report& report);
+
+/// edit_latency: wall time from a key to the painted window, in 50 ms.
+void registerEditing(Report& report);
 
 #endif

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: Velmora contributors
 # SPDX-License-Identifier: GPL-3.0-or-later
-# For sourcing by run.sh and test.sh, which run from the project's root.
+# For sourcing by run.sh, test.sh and bench.sh, which run from the project's root.
 # shellcheck shell=bash
 
 # Installs what is missing of a list of packages, that for building if none is given;

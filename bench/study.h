@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_BENCH_STUDY_H
+#define VELMORA_BENCH_STUDY_H
+
+#include "app/analysis/probability.h"
+#include "io/projectfile.h"
+
+/// Individuals simulated per dose, as the window proposes.
+constexpr int simulationCount = 100;
+
+const QVector<double> doses{0, 10, 20, 30, 40, 50, 60, 70, 80, 90, 100};
+constexpr TargetInterval target{0.6, 1.2};
+
+enum class Variability { None, TwoEtas };
+
+struct StudySize
+{
+    int models = 4;
+    int dataSets = 1;
+    int samples = 1000;
+};
+
+/// A made-up study with these doses and this target, as a project: a linear, an emax, a
+/// sigmoid emax and an exponential model, averaged by the weights of every sample.
+ProjectItems makeStudy(const StudySize& size, Variability variability);
+
+/// The definitions that the window makes of the study.
+QVector<endPoint> definitionsOf(const ProjectItems& study);
+
+/// The weights of a data set that the window finds for the definitions, [sample][model].
+Table weightsOf(QVector<endPoint>& endPoints, const RawResults& rawResults);
+
+struct Curve
+{
+    QVector<Table> endpoints; ///< [model][sample][dose]
+    QVector<double> probability;
+};
+
+/// The curve of data set 0 by model averaging with the weights of every sample, or with
+/// the same for all. weights is [sample][model].
+Curve computeCurve(QVector<endPoint>& endPoints, const RawResults& rawResults, const Table& weights,
+                   bool individualWeights);
+
+#endif
