@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "io/csv.h"
+#include "io/csvexport.h"
 
 #include <QTableWidget>
 #include <QTemporaryDir>
@@ -61,6 +62,20 @@ private slots:
         QCOMPARE(content(), QByteArray("c\n1\n"));
         csvwrite(path, Table(), {"a"});
         QVERIFY(content().isEmpty());
+    }
+    void exports()
+    {
+        const TextRows rows{{"ofv", "a,b", "\"q\""}, {"1\t2", "", "x\r\ny"}, {}, {u8"θ"}};
+        QCOMPARE(tabSeparated(rows), QString(u8"ofv\ta,b\t\"q\"\n1 2\t\tx  y\n\nθ"));
+        const QByteArray lines = u8"ofv,\"a,b\",\"\"\"q\"\"\"\r\n1\t2,,\"x\r\ny\"\r\n\r\nθ\r\n";
+        QCOMPARE(commaSeparated(rows), lines);
+        QVERIFY(tabSeparated({}).isEmpty() && commaSeparated({}).isEmpty());
+
+        QVERIFY(writeFile(path, "old and long") && writeFile(path, lines) && content() == lines);
+        for (const QString& name :
+             {folder.path(), folder.filePath("none/a"), QString("/dev/full")}) {
+            QVERIFY(!writeFile(name, "1"));
+        }
     }
     void displays()
     {
