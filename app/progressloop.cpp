@@ -3,7 +3,9 @@
 #include "app/progressloop.h"
 
 #include <QCoreApplication>
+#include <QMainWindow>
 #include <QProgressBar>
+#include <QStatusBar>
 
 #include <limits>
 
@@ -27,6 +29,16 @@ ProgressLoop::ProgressLoop(QWidget* parent, const QString& label, const QString&
     dialog.setAutoClose(false);
     dialog.setValue(0);
     elapsed.start();
+    if (const auto* window = qobject_cast<QMainWindow*>(parent->window())) {
+        statusBar = window->findChild<QStatusBar*>(QString(), Qt::FindDirectChildrenOnly);
+    }
+}
+
+ProgressLoop::~ProgressLoop()
+{
+    if (statusBefore) {
+        statusBar->showMessage(*statusBefore);
+    }
 }
 
 void ProgressLoop::setLabel(const QString& label)
@@ -36,6 +48,7 @@ void ProgressLoop::setLabel(const QString& label)
 
 bool ProgressLoop::advance(int value)
 {
+    stepsDone = value;
     if (dialog.isVisible()) {
         // Not the dialog's own setValue(), which would process events at every step.
         bar->setValue(value);
@@ -72,10 +85,25 @@ void ProgressLoop::look()
     }
     QElapsedTimer duration;
     duration.start();
+    tellRemainingTime();
     // Between two looks the bar would paint itself at every step.
     bar->setUpdatesEnabled(true);
     QCoreApplication::processEvents();
     bar->setUpdatesEnabled(false);
     pauseNs = qBound(shortestPauseNs, 40 * duration.nsecsElapsed(), longestPauseNs);
     sinceLook.start();
+}
+
+void ProgressLoop::tellRemainingTime()
+{
+    const qint64 now = elapsed.elapsed();
+    remainingTime.update(stepsDone, now);
+    const std::optional<qint64> remaining = remainingTime.at(now, dialog.maximum());
+    if (statusBar == nullptr || !remaining) {
+        return;
+    }
+    if (!statusBefore) {
+        statusBefore = statusBar->currentMessage();
+    }
+    statusBar->showMessage(remainingTimeText(*remaining));
 }

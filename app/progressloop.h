@@ -3,18 +3,26 @@
 #ifndef VELMORA_APP_PROGRESSLOOP_H
 #define VELMORA_APP_PROGRESSLOOP_H
 
+#include "app/remainingtime.h"
+
 #include <QElapsedTimer>
 #include <QProgressDialog>
 
+#include <optional>
+
 class QProgressBar;
+class QStatusBar;
 
 /// The progress dialog of a long loop in a slot, modal to its window.
 /// It appears when the loop takes, or is about to take, more than half a second. While it
-/// is hidden no events are processed, so that no other slot can run inside the loop.
+/// is hidden no events are processed, so that no other slot can run inside the loop. While
+/// it is shown the window's status bar tells about how long the rest takes.
 class ProgressLoop
 {
 public:
     ProgressLoop(QWidget* parent, const QString& label, const QString& abortText, int maximum);
+    ~ProgressLoop();
+    Q_DISABLE_COPY(ProgressLoop)
 
     void setLabel(const QString& label);
 
@@ -31,6 +39,7 @@ public:
 
 private:
     void look();
+    void tellRemainingTime();
 
     QProgressDialog dialog;
     QProgressBar* bar; ///< the dialog's own
@@ -38,6 +47,10 @@ private:
     QElapsedTimer sinceLook;
     qint64 pauseNs = 0;
     bool givenUp = false;
+    int stepsDone = 0;
+    RemainingTime remainingTime;
+    QStatusBar* statusBar = nullptr;     ///< of the window, if it has one
+    std::optional<QString> statusBefore; ///< what the status bar said until the loop spoke
 };
 
 #endif

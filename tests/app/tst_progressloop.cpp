@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/progressloop.h"
+#include "tests/support/windowtest.h"
+
+class TestProgressLoop : public WindowTest
+{
+    Q_OBJECT
+
+private slots:
+    void estimatesTheRemainingTime()
+    {
+        // clang-format off
+        const std::tuple<int, qint64, qint64, QString> loops[] = { // of 10 steps
+            {0, 500, 900, ""}, {1, 1000, 1000, "About 9 s left"}, {1, 1000, 5000, "About 5 s left"},
+            {1, 1000, 99000, "About 1 s left"}, {5, 65000, 65000, "About 1 min 5 s left"},
+            {1, 460000, 460000, "About 1 h 9 min left"}, {10, 460000, 460000, "About 1 s left"}};
+        // clang-format on
+        for (const auto& [steps, time, now, text] : loops) {
+            RemainingTime estimate;
+            estimate.update(steps, time);
+            estimate.update(steps, now);
+            const auto remaining = estimate.at(now, 10);
+            QCOMPARE(remaining ? remainingTimeText(*remaining) : QString(), text);
+        }
+        openWindow();
+        the<QStatusBar>("statusBar")->showMessage("before");
+        {
+            ProgressLoop loop(window.get(), "Calculating...", "Abort", 1000000);
+            QTRY_VERIFY(loop.advance(500) && loop.advance(501)
+                        && the<QStatusBar>("statusBar")->currentMessage().startsWith("About "));
+        }
+        QCOMPARE(the<QStatusBar>("statusBar")->currentMessage(), "before");
+    }
+};
+
+QTEST_MAIN(TestProgressLoop)
+#include "tst_progressloop.moc"
