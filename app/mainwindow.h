@@ -160,6 +160,8 @@ private:
     QPointer<QWidget> statusInput; ///< what was made current last
 
     // Page "-1": import
+    void importFiles(QStringList paths);
+    void importFolder(const QString& directory);
     void clearResults();
     QString rawResultsFileName(const QString& directory, int model, int dataSet) const;
     void readFirstModel(const QString& directory, ProgressLoop& progress);
@@ -239,6 +241,7 @@ private:
     void drawComparison(const QVector<LevelComparison>& comparisons);
 
     // Menu "File"
+    void openProject(const QString& path);
     void showFileError(const QString& error);
     ProjectItems projectItems() const;
     void loadResults(const DecodedProject& project);

@@ -30,13 +30,19 @@ QString modelNameOf(const QString& path)
 
 void MainWindow::on___pb_importFbF_clicked()
 {
-    QStringList paths =
+    const QStringList paths =
         QFileDialog::getOpenFileNames(this, "Select PsN bootstrap raw_results files.");
     if (paths.isEmpty()) {
         showMessage(noFileText);
         ui->__mainToolBox->setCurrentIndex(0);
         return;
     }
+    importFiles(paths);
+}
+
+/// Imports one model per file; at least one file.
+void MainWindow::importFiles(QStringList paths)
+{
     paths.sort(Qt::CaseSensitive);
     ui->__lb_directory->setText(paths.first().section('/', 0, -2));
 
@@ -55,10 +61,17 @@ void MainWindow::on___pb_importFbF_clicked()
 
 void MainWindow::on___pb_import_clicked()
 {
-    clearResults();
+    clearResults(); // even if the dialog is cancelled
     const QString directory = QFileDialog::getExistingDirectory(
         this, "Select the directory where PsN bootstrap raw_results files are.", QString(),
         QFileDialog::ShowDirsOnly);
+    importFolder(directory);
+}
+
+/// Imports every model and data set whose file's name fits the template.
+void MainWindow::importFolder(const QString& directory)
+{
+    clearResults();
     ui->__lb_directory->setText(directory);
 
     int modelCount = 0;

@@ -150,9 +150,13 @@ ProjectItems MainWindow::projectItems() const
 void MainWindow::loadModels()
 {
     const QString path = QFileDialog::getOpenFileName(this, "Open...", "", "");
-    if (path.isEmpty()) {
-        return;
+    if (!path.isEmpty()) {
+        openProject(path);
     }
+}
+
+void MainWindow::openProject(const QString& path)
+{
     ui->__lb_directory->setText(path);
     if (isDevice(path)) {
         showFileError("Not a regular file");
