@@ -162,6 +162,7 @@ private:
     // Page "-1": import
     void importFiles(QStringList paths);
     void importFolder(const QString& directory);
+    void acceptDrops();
     void clearResults();
     QString rawResultsFileName(const QString& directory, int model, int dataSet) const;
     void readFirstModel(const QString& directory, ProgressLoop& progress);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Page "-1": import of raw_results files.
 
+#include "app/droptarget.h"
 #include "app/mainwindow.h"
 #include "app/progressloop.h"
 #include "io/csv.h"
@@ -124,6 +125,27 @@ QString MainWindow::rawResultsFileName(const QString& directory, int model, int 
     return directory + "/raw_results_" + ui->_m1_le_modelNumPrefex->text() + QString::number(model)
            + ui->_m1_le_dataNumberPrefex->text() + QString::number(dataSet)
            + ui->_m1_le_dataNumberSuffix->text();
+}
+
+/// Lets files that are dropped on the page be imported as though chosen by its buttons, and
+/// a project be opened.
+void MainWindow::acceptDrops()
+{
+    new DropTarget(ui->page_6, [this](DroppedKind kind, const QStringList& paths) {
+        switch (kind) {
+        case DroppedKind::ResultFiles:
+            importFiles(paths);
+            break;
+        case DroppedKind::Folder:
+            importFolder(paths.first());
+            break;
+        case DroppedKind::Project:
+            openProject(paths.first());
+            break;
+        case DroppedKind::Unknown:
+            break;
+        }
+    });
 }
 
 /// Reads the data sets of model 0, whose number is that of every model.

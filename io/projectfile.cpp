@@ -258,3 +258,23 @@ DecodedProject readProject(const uchar* data, qint64 size)
     });
     return project;
 }
+
+bool startsAsProject(const QByteArray& start, qint64 size)
+{
+    constexpr int countSize = sizeof(quint32);
+    int position = 0;
+    for (const qint64 elementSize : {countSize, countSize, countSize, int(sizeof(double))}) {
+        if (start.size() - position < countSize) {
+            return false;
+        }
+        const quint32 count = qFromBigEndian<quint32>(start.constData() + position);
+        position += countSize;
+        if (count > (size - position) / elementSize) {
+            return false;
+        }
+        if (count == 0) {
+            return true; // the counts below are those of other items
+        }
+    }
+    return true;
+}

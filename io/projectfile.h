@@ -3,6 +3,7 @@
 #ifndef VELMORA_IO_PROJECTFILE_H
 #define VELMORA_IO_PROJECTFILE_H
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -75,5 +76,9 @@ bool writeProject(const ProjectItems& items, QIODevice* device);
 /// last item are ignored. Any bytes are safe to read; a list never claims more elements
 /// than the bytes that are left can hold, so memory stays within ten times the size.
 DecodedProject readProject(const uchar* data, qint64 size);
+
+/// Whether a file of this size that starts with these bytes can be a project: whether the
+/// counts at the start of item 1 are such as the size allows. No text starts like that.
+bool startsAsProject(const QByteArray& start, qint64 size);
 
 #endif

@@ -84,6 +84,21 @@ private slots:
             QVERIFY2(decode(file) >= 0, file.toHex());
         }
     }
+    void knowsProjectsByTheirStart()
+    {
+        const QByteArray full = encode(someItems());
+        for (const int size : {16, 17, full.size()}) {
+            QVERIFY(startsAsProject(full.left(size), full.size()));
+        }
+        QVERIFY(startsAsProject(none, none.size()));
+        // clang-format off
+        for (const QByteArray& file : {QByteArray(), full.left(3), QByteArray("ofv,THETA1\n1,2\n"),
+                 QByteArray("\0\0\0\1\0\0\0\1\0\0\0\1\0\0\0\2 one double", 27),
+                 QByteArray("\0\0\0\1ftypmp42 and a whole film", 29)}) {
+            QVERIFY2(!startsAsProject(file, file.size()), file);
+        }
+        // clang-format on
+    }
     void writes()
     {
         ProjectItems items = someItems();
