@@ -3,6 +3,7 @@
 #include "app/analysis/dosesearch.h"
 #include "app/analysis/numberlist.h"
 #include "app/analysis/probability.h"
+#include "app/analysis/summary.h"
 #include "app/analysis/truth.h"
 #include "app/analysis/weights.h"
 #include "tests/support/compare.h"
@@ -160,6 +161,23 @@ private slots:
         QVERIFY(almostEqual(summariseComparison(counts, {80, 50, 30, 100}),
                             {{1 / 3.0, 0.5}, {2, 1}, {1 / 3.0, 0.5}, {1, 1}, {4, 2}, {1, 1}}));
         QVERIFY(std::isnan(summariseComparison({}, {50}).at(2).at(1))); // mean over no level
+    }
+
+    void summarises()
+    {
+        AnalysisSummary summary;
+        QVERIFY(!summaryText(summary).contains("calculated")); // where there are no results
+        summary.models.resize(2);
+        summary.models[0].sampleCounts = {5, 3, 4};
+        summary.relativeWeights = {{0.5, 0.5}, {notANumber, notANumber}, {1, 0}};
+        summary.selectedModels = {0, -1, 0};
+        summary.levels = {12.5, 50};
+        summary.doseChoice = {{notANumber}, {0.3}, {0.3}, {}};
+        const QString text = summaryText(summary);
+        for (const char* line : {"\t3\t3 to 5\t", "\t0\t0\t", "\t0.75\t2\n", "\t0.25\t0\n",
+                                 "\n12.5\t0.3\t2\n", "\n12.5\tnone\t1\n"}) {
+            QVERIFY2(text.contains(line), line);
+        }
     }
 };
 
