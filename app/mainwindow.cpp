@@ -59,6 +59,7 @@ MainWindow::MainWindow(QWidget* parent)
     fitFonts();
     connectPlots();
     openKeyboardWays();
+    addExports();
     acceptDrops();
     connect(ui->actionSave, &QAction::triggered, this, &MainWindow::saveModels);
     connect(ui->actionOpen, &QAction::triggered, this, &MainWindow::loadModels);

@@ -16,6 +16,7 @@
 #include <functional>
 #include <optional>
 
+class QAction;
 class QCustomPlot;
 class QLineEdit;
 class QPen;
@@ -23,6 +24,7 @@ class QTableWidget;
 class QTableWidgetItem;
 class Ui_MainWindow;
 class ProgressLoop;
+struct AnalysisSummary;
 struct DecodedProject;
 struct LevelComparison;
 struct ProjectItems;
@@ -117,6 +119,9 @@ private:
     QVector<QVector<Table>> doseChoiceCash; ///< endpoints, [dataSet][model][sample][dose]
     Ui_MainWindow* ui;
 
+    /// Names of the files that the models were imported from, without folders and with * for
+    /// the number of the data set, [model]; empty after Open.
+    QStringList sourceFiles;
     /// What a histogram showed last; -1 until the first one after an import or a load.
     struct HistogramSource
     {
@@ -165,6 +170,7 @@ private:
     void acceptDrops();
     void clearResults();
     QString rawResultsFileName(const QString& directory, int model, int dataSet) const;
+    QString fileNameTemplate(int model, const QString& dataSet) const;
     void readFirstModel(const QString& directory, ProgressLoop& progress);
     void readFurtherModel(const QString& directory, int model, int dataSetCount,
                           ProgressLoop& progress);
@@ -265,6 +271,12 @@ private:
     void makeCurrent(QWidget* input);
     void showStatus();
     void nameColumns();
+    // What leaves the window
+    void addExports();
+    void addTableExports(QAction* summary);
+    void addChartExports(QAction* summary);
+    AnalysisSummary analysisSummary();
+    void addResults(AnalysisSummary& summary);
 
     // Looks
     void openKeyboardWays();

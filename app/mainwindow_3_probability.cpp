@@ -103,6 +103,7 @@ void MainWindow::refresh_3_cp_PoS()
     plot->clearGraphs();
     QCPGraph* graph = plot->addGraph();
     graph->setPen(curvePen());
+    graph->setName(QString("data set %1").arg(dataSet));
 
     const auto showState = [&](int sample) {
         progress.setLabel(

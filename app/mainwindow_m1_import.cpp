@@ -55,6 +55,7 @@ void MainWindow::importFiles(QStringList paths)
         rawResultsHeaders.append(csvWithHeaderReadHeader(path));
         rawResults[model].append(csvWithHeaderReadToDouble(path));
         names.append(modelNameOf(path));
+        sourceFiles.append(path.section('/', -1));
     }
     showDataSetSelectors(false);
     showImport(names);
@@ -84,6 +85,9 @@ void MainWindow::importFolder(const QString& directory)
         return;
     }
     rawResults.resize(modelCount);
+    for (int model = 0; model < modelCount; ++model) {
+        sourceFiles.append(fileNameTemplate(model, "*"));
+    }
     {
         ProgressLoop progress(this, "Importing Simulation Data...", "Abort Import", modelCount);
         readFirstModel(directory, progress);
@@ -113,6 +117,7 @@ void MainWindow::clearResults()
     rawResults.clear();
     rawResultsHeaders.clear();
     ++resultsVersion;
+    sourceFiles.clear();
     rawResultsSource = {};
     doseChoiceSource = {};
     importCheckUp = {};
@@ -122,9 +127,13 @@ void MainWindow::clearResults()
 
 QString MainWindow::rawResultsFileName(const QString& directory, int model, int dataSet) const
 {
-    return directory + "/raw_results_" + ui->_m1_le_modelNumPrefex->text() + QString::number(model)
-           + ui->_m1_le_dataNumberPrefex->text() + QString::number(dataSet)
-           + ui->_m1_le_dataNumberSuffix->text();
+    return directory + '/' + fileNameTemplate(model, QString::number(dataSet));
+}
+
+QString MainWindow::fileNameTemplate(int model, const QString& dataSet) const
+{
+    return "raw_results_" + ui->_m1_le_modelNumPrefex->text() + QString::number(model)
+           + ui->_m1_le_dataNumberPrefex->text() + dataSet + ui->_m1_le_dataNumberSuffix->text();
 }
 
 /// Lets files that are dropped on the page be imported as though chosen by its buttons, and

@@ -186,6 +186,7 @@ void MainWindow::loadResults(const DecodedProject& project)
     ++resultsVersion;
     rawResultsSource = {};
     doseChoiceSource = {};
+    sourceFiles.clear();
     rawResults = project.items.rawResults;
     if (project.completeItems >= 2 || project.endsInsideItem) {
         rawResultsHeaders = project.items.rawResultsHeaders;
