@@ -271,6 +271,7 @@ private:
     void makeCurrent(QWidget* input);
     void showStatus();
     void nameColumns();
+
     // What leaves the window
     void addExports();
     void addTableExports(QAction* summary);

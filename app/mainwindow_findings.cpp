@@ -139,6 +139,12 @@ void MainWindow::connectFindings()
             makeCurrent(now);
         }
     });
+    // A menu clears the status bar when it is closed.
+    connect(ui->statusBar, &QStatusBar::messageChanged, this, [this](const QString& text) {
+        if (text.isEmpty()) {
+            showStatus();
+        }
+    });
     connect(ui->__mainToolBox, &QToolBox::currentChanged, this, [this] {
         renewFindings(ui->_4_cb_useCash);
         makeCurrent(nullptr);
