@@ -105,6 +105,9 @@ void MainWindow::fitFonts()
             table->horizontalHeader()->setFont(font);
         }
     }
+    QFont narrowFont = font;
+    narrowFont.setStretch(QFont::SemiCondensed);
+    ui->_5_tw_aveUnderEstOverEst->horizontalHeader()->setFont(narrowFont);
     for (QCustomPlot* plot : findChildren<QCustomPlot*>()) {
         setAxisFonts(plot->xAxis, font);
         setAxisFonts(plot->yAxis, font);

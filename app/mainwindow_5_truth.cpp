@@ -235,5 +235,7 @@ void MainWindow::drawComparison(const QVector<LevelComparison>& comparisons)
     plot->graph(0)->setData(levels, nominal, true);
     setAxisRange(plot->yAxis, 0, all.first());
     setAxisRange(plot->xAxis, doseChoiceVector);
+    plot->xAxis->setLabel("Probability level");
+    plot->yAxis->setLabel("Data sets");
     plot->replot();
 }
