@@ -29,12 +29,6 @@ QColor blended(const QColor& base)
                             base.blueF() + share * (findingTint.blueF() - base.blueF()));
 }
 
-/// The background of a table's item.
-QVariant tint(bool hasFindings)
-{
-    return hasFindings ? QVariant(QBrush(findingTint)) : QVariant();
-}
-
 /// A tooltip that shows the text as it stands, even if a file's name looks like markup.
 QString plainToolTip(const QString& text)
 {
@@ -49,7 +43,7 @@ void showOnItem(QTableWidgetItem* item, const QString& text)
     }
     const QSignalBlocker quiet(item->tableWidget());
     item->setToolTip(text);
-    item->setData(Qt::BackgroundRole, tint(!text.isEmpty()));
+    item->setData(Qt::BackgroundRole, text.isEmpty() ? QVariant() : QBrush(findingTint));
 }
 
 /// Shows findings on any other input, above what its description says.
@@ -168,6 +162,8 @@ void MainWindow::showCheckUp()
 {
     ui->_0_sb_model->setToolTip(
         plainToolTip(importCheckUp.models.value(ui->_0_sb_model->value()).text));
+    // Headings are painted without regard to transparency.
+    const QBrush headingTint(blended(palette().color(QPalette::Button)));
     for (int model = 0; model < endPoints.size(); ++model) {
         const ModelCheckUp found = importCheckUp.models.value(model);
         for (QTableWidgetItem* item : {ui->_1_tw_endPoints->verticalHeaderItem(model),
@@ -175,7 +171,8 @@ void MainWindow::showCheckUp()
                                        ui->_2_tw_relativeWeight->horizontalHeaderItem(model)}) {
             if (item != nullptr) {
                 item->setToolTip(plainToolTip(found.text));
-                item->setData(Qt::BackgroundRole, tint(!found.findings.isEmpty()));
+                item->setData(Qt::BackgroundRole,
+                              found.findings.isEmpty() ? QVariant() : headingTint);
             }
         }
     }
