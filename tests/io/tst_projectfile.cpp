@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "io/projectfile.h"
+#include "tests/support/projectbytes.h"
 
 #include <QtTest>
 
@@ -8,22 +8,6 @@ class TestProjectFile : public QObject
 {
     Q_OBJECT
 
-    QByteArray bytes;  // of the items last encoded
-    QVector<int> ends; // offset behind each item, [item], 0 for item 0
-    const QByteArray none = encode({});
-
-    QByteArray encode(const ProjectItems& i)
-    {
-        QDataStream stream(&bytes, QIODevice::WriteOnly | QIODevice::Truncate);
-        stream.setVersion(15);
-        ends = {0};
-        const auto put = [&](auto&... item) { ((stream << item, ends.append(bytes.size())), ...); };
-        put(i.rawResults, i.rawResultsHeaders, i.possibleDoses, i.endPointExpressions, i.omegas,
-            i.omegaColumns, i.populationSummary, i.weightExpressions, i.logScale);
-        put(i.averageOrSelection, i.oneOrIndividualOfv, i.lowerBound, i.upperBound, i.doseChoice,
-            i.doseChoiceLabels, i.doseChoiceVector, i.doseChoiceCash);
-        return bytes;
-    }
     static ProjectItems someItems()
     {
         ProjectItems i;
@@ -39,27 +23,16 @@ class TestProjectFile : public QObject
         i.doseChoice = {i.doseChoiceVector = i.omegas.at(0).at(2), {}};
         return i;
     }
-    /// The number of items found; -1 unless they are those of the file and the others default.
-    int decode(QByteArray file)
+    static int decode(const QByteArray& file)
     {
-        const std::vector<uchar> exact(file.begin(), file.end()); // no spare byte behind
-        const DecodedProject decoded = readProject(exact.data(), file.size());
-        const int complete = decoded.completeItems;
-        encode(decoded.items);
-        if (complete > 8 && file.at(ends.at(8)) != 0) {
-            file[ends.at(8)] = 1; // a flag that is set may be any other byte
-        }
-        const int end = ends.at(complete);
-        const bool right = bytes == file.left(end) + none.right(bytes.size() - end);
-        const bool cut = complete < 17 && end < file.size();
-        return right && decoded.endsInsideItem == cut ? complete : -1;
+        ProjectItems items;
+        return readItemCount(file, items);
     }
 
 private slots:
     void reads()
     {
-        const QByteArray full = encode(someItems());
-        const QVector<int> itemEnds = ends;
+        const auto [full, itemEnds] = ProjectBytes(someItems());
         QCOMPARE(decode(full + "more"), 17);
         for (int size = 0, item = 0; size <= full.size(); ++size) {
             item += int(item < 17 && size == itemEnds.at(item + 1));
@@ -107,7 +80,7 @@ private slots:
             items.doseChoiceVector += QVector<double>(large, 0.1);
             QBuffer buffer;
             QVERIFY(!writeProject(items, &buffer) && buffer.open(QIODevice::WriteOnly));
-            QVERIFY(writeProject(items, &buffer) && buffer.data() == encode(items));
+            QVERIFY(writeProject(items, &buffer) && buffer.data() == ProjectBytes(items).bytes);
             QFile disk("/dev/full");
             QVERIFY(!disk.open(QIODevice::WriteOnly) || !writeProject(items, &disk));
         }
