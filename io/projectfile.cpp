@@ -84,7 +84,7 @@ private:
     {
         return write(qint32(list.size()))
                && std::all_of(list.begin(), list.end(),
-                              [this](const auto& element) { return write(element); });
+                              [this](const auto& element) { return this->write(element); });
     }
 
     /// Writes values of the size of Unit.
