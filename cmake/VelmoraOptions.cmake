@@ -18,6 +18,8 @@ endif()
 if(VELMORA_SANITIZE)
   target_compile_options(velmora_options INTERFACE
     -fsanitize=${VELMORA_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  # Qt checks every access to a container, which may hide faults from the sanitizers.
+  target_compile_definitions(velmora_options INTERFACE QT_FORCE_ASSERTS)
   target_link_options(velmora_options INTERFACE -fsanitize=${VELMORA_SANITIZE})
 endif()
 
