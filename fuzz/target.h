@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_FUZZ_TARGET_H
+#define VELMORA_FUZZ_TARGET_H
+
+#include <QtGlobal>
+
+// What a fuzzing target defines; the fuzzer's own main function calls them.
+
+/// Called once, before the first input.
+extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv);
+
+/// Called for every input. Ends the program where the input shows a fault.
+extern "C" int LLVMFuzzerTestOneInput(const uchar* data, size_t size);
+
+/// Ends the program, by which the fuzzer keeps the input.
+inline void require(bool condition, const char* promise)
+{
+    if (!condition) {
+        qFatal("broken: %s", promise);
+    }
+}
+
+#endif
