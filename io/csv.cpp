@@ -4,6 +4,7 @@
 
 #include <QDebug>
 #include <QFile>
+#include <QFileInfo>
 #include <QTextStream>
 
 #include <algorithm>
@@ -121,8 +122,9 @@ bool isAscii(const QByteArray& text)
 
 bool openForReading(QFile& file)
 {
-    // Qt warns when an empty name is opened, and a cancelled file dialog gives one.
-    return file.exists() && file.open(QIODevice::ReadOnly);
+    // Regular files only: a pipe lets the program wait, and a device may never end. Qt warns
+    // when an empty name is opened, and a cancelled file dialog gives one.
+    return QFileInfo(file).isFile() && file.open(QIODevice::ReadOnly);
 }
 
 QVector<QVector<double>> readTable(const QString& path, Heading heading)

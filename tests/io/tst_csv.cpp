@@ -7,6 +7,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <sys/stat.h>
+
 using Table = QVector<QVector<double>>;
 
 class TestCsv : public QObject
@@ -50,7 +52,9 @@ private slots:
     }
     void writes()
     {
-        for (const QString& name : {QString(), folder.path(), folder.filePath("missing")}) {
+        const QString pipe = folder.filePath("pipe");
+        QCOMPARE(mkfifo(qPrintable(pipe), 0600), 0);
+        for (const QString& name : {QString(), folder.path(), folder.filePath("missing"), pipe}) {
             QVERIFY(csvReadToDouble(name).isEmpty() && csvWithHeaderReadHeader(name).isEmpty());
         }
         QTest::ignoreMessage(QtDebugMsg, "Error, unable to save");
