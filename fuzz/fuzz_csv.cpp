@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A CSV file.
 
+#include "app/analysis/checkup.h"
 #include "fuzz/target.h"
 #include "io/csv.h"
 #include "tests/support/literalvalue.h"
@@ -53,7 +54,8 @@ void checkRows(const Table& rows, const QVector<QStringList>& lines)
         for (int column = 0; column < fields.size(); ++column) {
             const double number = rows.at(row).at(column);
             require(sameBits(number, plainNumber(fields.at(column))), "fields convert as texts do");
-            require(!isDigits(fields.at(column)) || number == fields.at(column).toLongLong(),
+            require(!isDigits(fields.at(column))
+                        || number == double(fields.at(column).toLongLong()),
                     "digits are the number they say");
         }
     }
@@ -91,6 +93,11 @@ void checkFile(const StudyFiles& files, const QByteArray& content)
     lines = lines.mid(1);
     checkRows(csvWithHeaderReadToDouble(path), lines);
     checkWriting(table, files.path("written.csv"));
+
+    const Table samples = csvWithHeaderReadToDouble(path);
+    const QStringList header = csvWithHeaderReadHeader(path);
+    const ImportCheckUp found = checkUp({{samples, table}, {table, {}}}, {header}, {"m"}, 2, 3);
+    require(found.models.size() == 2 && !found.summary.isEmpty(), "every model is looked through");
 }
 
 } // namespace

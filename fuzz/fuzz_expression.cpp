@@ -4,7 +4,7 @@
 
 #include "fuzz/target.h"
 #include "tests/support/literalvalue.h"
-#include "tests/support/logcapture.h"
+#include "tests/support/ordinaryarithmetic.h"
 
 #include <limits>
 
@@ -54,6 +54,19 @@ void checkNames(const parser& expression)
     require(QStringList(names).removeDuplicates() == 0, "every name has one slot");
     require(parser(expression.expression).extract_variables() == names,
             "extracting and compiling list the same names");
+}
+
+void checkDiagnoses(const QString& expression)
+{
+    const QVector<Diagnosis> diagnoses = diagnose(expression);
+    int last = 0;
+    for (const Diagnosis& diagnosis : diagnoses) {
+        require(diagnosis.position >= last && diagnosis.length >= 0
+                    && diagnosis.position + diagnosis.length <= expression.size(),
+                "findings are places of the text in their order");
+        last = diagnosis.position;
+    }
+    require(isTrue(expression, diagnoses), "what has no findings is ordinary arithmetic");
 }
 
 /// Value vectors one by one: as long as they should be, longer and shorter.
@@ -139,10 +152,12 @@ int LLVMFuzzerTestOneInput(const uchar* data, size_t size)
     expression.generate_tree();
     checkNames(expression);
     if (expression.tree.isEmpty() || end > longestCompared) {
+        diagnose(expression.expression);
         const LogCapture quiet;
         expression.evaluate_tree(numbers(choices, expression.variables.size()));
         return 0;
     }
+    checkDiagnoses(expression.expression);
     checkSingleValues(expression, choices);
     checkBlocks(expression, choices);
     return 0;
