@@ -34,6 +34,6 @@ done
 source packaging/build-steps.sh
 mkdir -p build/bench
 rm -f build/bench/ratios.csv
-ensure_packages
+ensure_packages packaging/debian-packages.txt
 build_preset release velmora-bench
 exec build/release/velmora-bench --output build/bench/ratios.csv "$@"

@@ -30,7 +30,7 @@ done
 
 # shellcheck source=packaging/build-steps.sh
 source packaging/build-steps.sh
-ensure_packages
+ensure_packages packaging/debian-packages.txt
 build_preset release velmora velmora-tour
 
 if [ "$empty" = yes ]; then

@@ -34,6 +34,6 @@ done
 
 # shellcheck source=packaging/build-steps.sh
 source packaging/build-steps.sh
-ensure_packages
+ensure_packages packaging/debian-packages.txt
 build_preset "$preset"
 ctest --preset "$preset" --parallel "$(nproc)"

@@ -59,7 +59,8 @@ private slots:
     }
     void knowsProjectsByTheirStart()
     {
-        const QByteArray full = encode(someItems());
+        const QByteArray full = ProjectBytes(someItems()).bytes;
+        const QByteArray none = ProjectBytes({}).bytes;
         for (const int size : {16, 17, full.size()}) {
             QVERIFY(startsAsProject(full.left(size), full.size()));
         }
