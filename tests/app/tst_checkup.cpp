@@ -144,89 +144,66 @@ private slots:
         QVERIFY(checkUsual({{samples(1, 9)}}).models.first().text.contains("fit or, if that is"));
     }
 
-    void findsFaultsOfSamples_data()
-    {
-        QTest::addColumn<Table>("table");
-        QTest::addColumn<QStringList>("findings");
-        const Table good = samples(0, 9);
-        Table bootstrap = with(with(good, 3, 1, 0), 7, 1, 0);
-        const auto row = [](const char* name, const Table& table, const QStringList& findings) {
-            QTest::newRow(name) << table << findings;
-        };
-        row("not converged", bootstrap, {"2 of 10 samples (20 %) did not converge"});
-        row("fit not converged", with(good, 0, 1, 0),
-            {"1 of 10 samples (10 %) did not converge", "the original fit did not converge"});
-        row("convergence unknown", with(good, 2, 1, notANumber),
-            {"1 of 10 samples (10 %) left open whether they converged"});
-        row("near a boundary", with(good, 5, 2, 1),
-            {"1 of 10 samples (10 %) ended near a boundary"});
-        row("no OFV", with(good, 9, 3, notANumber), {"1 of 10 samples (10 %) came without an OFV"});
-        row("run failed", resized(good, 4, 3),
-            {"1 of 10 samples (10 %) came without an OFV",
-             "1 of 10 samples (10 %) came with another number of columns than 6 (3)"});
-        row("wide rows", resized(resized(good, 1, 9), 2, 7),
-            {"2 of 10 samples (20 %) came with another number of columns than 6 (7 to 9)"});
-        row("no samples", {}, {"no samples"});
-        row("gap", without(good, 4),
-            {"5 of 9 samples (55.6 %) fell into a row with another sample number of linear",
-             "not as many samples as linear (9, not 10)", "sample numbers left out: 1"});
-        row("no fit", samples(1, 10),
-            {"10 of 10 samples (100 %) fell into a row with another sample number of linear",
-             "the original fit is missing"});
-        row("number again", with(good, 9, 0, 8),
-            {"1 of 10 samples (10 %) fell into a row with another sample number of linear",
-             "sample numbers used again: 1"});
-        row("numbers", with(with(good, 9, 0, notANumber), 0, 0, -1e300),
-            {"1 of 10 samples (10 %) fell *", "sample numbers left out: 1000000000",
-             "samples without a number: 1"});
-    }
-
     void findsFaultsOfSamples()
     {
-        QFETCH(Table, table);
-        QFETCH(QStringList, findings);
-        const ImportCheckUp result = checkUsual({{samples(0, 9)}, {table}});
-        QCOMPARE(result.models.first().findings, QStringList());
-        QVERIFY(match(result.models.last().findings, findings));
-        QVERIFY(result.models.last().text.endsWith("\n- " + result.models.last().findings.last()));
-    }
-
-    void findsFaultsOfHeadings_data()
-    {
-        QTest::addColumn<QString>("heading");
-        QTest::addColumn<int>("colNumOFV");
-        QTest::addColumn<int>("colNumTHETA1");
-        QTest::addColumn<QStringList>("findings");
-        const auto row = [](const char* name, const QString& heading, int colNumOFV,
-                            int colNumTHETA1, const QStringList& findings) {
-            QTest::newRow(name) << heading << colNumOFV << colNumTHETA1 << findings;
-        };
-        const QString thetas = "model,a,b,ofv,THETA1,THETA2";
-        row("ofv elsewhere", usualHeading, 3, 5,
-            {"ofv is column 4, weights read column 3, named estimate_near_boundary"});
-        row("ofv beyond the row", usualHeading, 20, 5, {"ofv is column 4, weights read column 20"});
-        row("no ofv", "model,a,b,c,d,e", 20, 5,
-            {"no column is named ofv; weights read column 20",
-             "10 of 10 samples (100 %) came without an OFV"});
-        row("THETA1 elsewhere", thetas, 4, 6, {"THETA1 is column 5, endpoints read column 6, *"});
-        row("labels", usualHeading, 4, 4,
-            {"the parameters follow ofv from column 5 on, endpoints read * column 4, named ofv"});
-        row("later THETA", usualHeading, 4, 6, {});
-        row("fewer names", "model,a,b,ofv,CL", 4, 5, {"the heading has 5 names, the samples 6 *"});
-        row("numbers", "0,1,0,101.5,2,NA", 4, 5, {"the heading is made of numbers: *"});
-        row("semicolons", QString(usualHeading).replace("',", "';"), 4, 5,
-            {"columns are parted by semicolons, not by commas, and cannot be read"});
+        const Table good = samples(0, 9);
+        const std::pair<Table, QStringList> cases[] = {
+            // clang-format off
+            {with(with(good, 3, 1, 0), 7, 1, 0), {"2 of 10 samples (20 %) did not converge"}},
+            {with(good, 0, 1, 0), {"1 of 10 samples (10 %) did not converge", "the original fit did not converge"}},
+            {with(good, 2, 1, notANumber), {"1 of 10 samples (10 %) left open whether they converged"}},
+            {with(good, 5, 2, 1), {"1 of 10 samples (10 %) ended near a boundary"}},
+            {with(good, 9, 3, notANumber), {"1 of 10 samples (10 %) came without an OFV"}},
+            {resized(good, 4, 3), // a run that failed
+             {"1 of 10 samples (10 %) came without an OFV",
+              "1 of 10 samples (10 %) came with another number of columns than 6 (3)"}},
+            {resized(resized(good, 1, 9), 2, 7),
+             {"2 of 10 samples (20 %) came with another number of columns than 6 (7 to 9)"}},
+            {{}, {"no samples"}},
+            {without(good, 4),
+             {"5 of 9 samples (55.6 %) fell into a row with another sample number of linear",
+              "not as many samples as linear (9, not 10)", "sample numbers left out: 1"}},
+            {samples(1, 10),
+             {"10 of 10 samples (100 %) fell into a row with another sample number of linear",
+              "the original fit is missing"}},
+            {with(good, 9, 0, 8),
+             {"1 of 10 samples (10 %) fell into a row with another sample number of linear",
+              "sample numbers used again: 1"}},
+            {with(with(good, 9, 0, notANumber), 0, 0, -1e300),
+             {"1 of 10 samples (10 %) fell *", "sample numbers left out: 1000000000", "samples without a number: 1"}}};
+        // clang-format on
+        for (const auto& [table, findings] : cases) {
+            const ImportCheckUp result = checkUsual({{good}, {table}});
+            QCOMPARE(result.models.first().findings, QStringList());
+            QVERIFY(match(result.models.last().findings, findings));
+            QVERIFY(
+                result.models.last().text.endsWith("\n- " + result.models.last().findings.last()));
+        }
     }
 
     void findsFaultsOfHeadings()
     {
-        QFETCH(QString, heading);
-        QFETCH(int, colNumOFV);
-        QFETCH(int, colNumTHETA1);
-        QFETCH(QStringList, findings);
-        const ImportCheckUp result =
-            checkUp({{samples(0, 9)}}, {pieces(heading)}, {"emax"}, colNumOFV, colNumTHETA1);
-        QVERIFY(match(result.models.first().findings, findings));
+        const QString thetas = "model,a,b,ofv,THETA1,THETA2";
+        const std::tuple<QString, int, int, QStringList> cases[] = {
+            // clang-format off
+            {usualHeading, 3, 5, {"ofv is column 4, weights read column 3, named estimate_near_boundary"}},
+            {usualHeading, 20, 5, {"ofv is column 4, weights read column 20"}},
+            {"model,a,b,c,d,e", 20, 5,
+             {"no column is named ofv; weights read column 20", "10 of 10 samples (100 %) came without an OFV"}},
+            {thetas, 4, 6, {"THETA1 is column 5, endpoints read column 6, *"}},
+            {usualHeading, 4, 4,
+             {"the parameters follow ofv from column 5 on, endpoints read * column 4, named ofv"}},
+            {usualHeading, 4, 6, {}},
+            {"model,a,b,ofv,CL", 4, 5, {"the heading has 5 names, the samples 6 *"}},
+            {"0,1,0,101.5,2,NA", 4, 5, {"the heading is made of numbers: *"}},
+            {QString(usualHeading).replace("',", "';"), 4, 5,
+             {"columns are parted by semicolons, not by commas, and cannot be read"}}};
+        // clang-format on
+        for (const auto& [heading, colNumOFV, colNumTHETA1, findings] : cases) {
+            const ImportCheckUp result =
+                checkUp({{samples(0, 9)}}, {pieces(heading)}, {"emax"}, colNumOFV, colNumTHETA1);
+            QVERIFY(match(result.models.first().findings, findings));
+        }
     }
 
     void survivesUnevenResults()
