@@ -295,12 +295,13 @@ void MainWindow::renewAllFindings()
 void MainWindow::nameColumns()
 {
     const auto nameItems = [this](int model, int dataSet, const auto& itemOf) {
-        const QStringList names = columnNames(rawResultsHeaders.value(model));
-        const Table rows = rawResults.value(model).value(dataSet);
-        for (int column = 0; column < rawResultsHeaders.value(model).size(); ++column) {
+        const QStringList pieces = rawResultsHeaders.value(model);
+        const QStringList descriptions =
+            describeColumns(pieces.size(), columnNames(pieces),
+                            rawResults.value(model).value(dataSet), colNumOFV, colNumTHETA1);
+        for (int column = 0; column < pieces.size(); ++column) {
             if (QTableWidgetItem* item = itemOf(column)) {
-                item->setToolTip(
-                    plainToolTip(describeColumn(column, names, rows, colNumOFV, colNumTHETA1)));
+                item->setToolTip(plainToolTip(descriptions.at(column)));
             }
         }
     };

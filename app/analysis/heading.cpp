@@ -5,6 +5,7 @@
 #include "model/binding.h"
 
 #include <QRegularExpression>
+#include <QSet>
 
 #include <cmath>
 
@@ -73,27 +74,19 @@ int countOutsideQuotes(const QString& line, QChar separator)
     return count;
 }
 
-/// Whether the column's name belongs behind the THETAs.
-bool endsThetas(const QStringList& names, int column)
+/// The first column behind THETA1 whose name belongs behind the THETAs; count if none.
+int thetasEnd(const QStringList& names, int colNumTHETA1, int count)
 {
     static const QRegularExpression other("^((OMEGA|SIGMA)\\(|shrinkage_|EI\\d+$)");
-    const QString& name = names.at(column);
-    const bool isStandardError = name.startsWith("se") && names.contains(name.mid(2));
-    return isStandardError || other.match(name).hasMatch();
-}
-
-/// n of the THETAn that reads the column, 0 for none.
-int thetaOf(int column, const QStringList& names, int colNumTHETA1)
-{
-    if (column < colNumTHETA1 - 1 || colNumTHETA1 < 1) {
-        return 0;
-    }
-    for (int other = colNumTHETA1; other <= column && other < names.size(); ++other) {
-        if (endsThetas(names, other)) {
-            return 0;
+    const QSet<QString> known(names.begin(), names.end());
+    for (int column = qMax(0, colNumTHETA1); column < qMin(names.size(), count); ++column) {
+        const QString& name = names.at(column);
+        const bool isStandardError = name.startsWith("se") && known.contains(name.mid(2));
+        if (isStandardError || other.match(name).hasMatch()) {
+            return column;
         }
     }
-    return column - colNumTHETA1 + 2;
+    return count;
 }
 
 QString firstValue(int column, const QVector<double>& row)
@@ -152,27 +145,30 @@ int columnNamed(const QStringList& names, const QString& name)
     return -1;
 }
 
-QString describeColumn(int column, const QStringList& names, const Table& rows, int colNumOFV,
-                       int colNumTHETA1)
+QStringList describeColumns(int count, const QStringList& names, const Table& rows, int colNumOFV,
+                            int colNumTHETA1)
 {
-    if (column < 0) {
-        return {};
+    QStringList descriptions;
+    const int firstTheta = colNumTHETA1 < 1 ? count : colNumTHETA1 - 1;
+    const int endOfThetas = thetasEnd(names, colNumTHETA1, count);
+    for (int column = 0; column < count; ++column) {
+        QStringList parts{QString("COL%1").arg(column + 1)};
+        const bool readByWeights = column == colNumOFV - 1;
+        const bool readByEndpoints = column == endpointOfvColumn - 1;
+        if (readByWeights || readByEndpoints) {
+            parts.append(readByWeights && readByEndpoints ? "read as ofv"
+                         : readByWeights                  ? "read as ofv by weights"
+                                                          : "read as ofv by endpoints");
+        }
+        if (column >= firstTheta && column < endOfThetas) {
+            parts.append(QString("read as THETA%1").arg(column - firstTheta + 1));
+        }
+        const QString name = names.value(column);
+        parts.append(name.isEmpty() ? "without a name" : "named " + name);
+        if (!rows.isEmpty()) {
+            parts.append(firstValue(column, rows.first()));
+        }
+        descriptions.append(parts.join(", "));
     }
-    QStringList parts{QString("COL%1").arg(column + 1)};
-    const bool readByWeights = column == colNumOFV - 1;
-    const bool readByEndpoints = column == endpointOfvColumn - 1;
-    if (readByWeights || readByEndpoints) {
-        parts.append(readByWeights && readByEndpoints ? "read as ofv"
-                     : readByWeights                  ? "read as ofv by weights"
-                                                      : "read as ofv by endpoints");
-    }
-    if (const int theta = thetaOf(column, names, colNumTHETA1)) {
-        parts.append(QString("read as THETA%1").arg(theta));
-    }
-    const QString name = names.value(column);
-    parts.append(name.isEmpty() ? "without a name" : "named " + name);
-    if (!rows.isEmpty()) {
-        parts.append(firstValue(column, rows.first()));
-    }
-    return parts.join(", ");
+    return descriptions;
 }

@@ -22,12 +22,12 @@ QChar foreignSeparator(const QStringList& headingPieces);
 /// 0-based column of that name, in any case; -1 if there is none. The first of several.
 int columnNamed(const QStringList& names, const QString& name);
 
-/// What stands in a 0-based column and which names of expressions read it, for a tooltip:
-/// "COL21, read as THETA1, named CL, first value 12.3". THETAs are told up to the first
-/// column that by its name is another kind of parameter or a standard error; labels that
-/// the model's author chose do not show where the OMEGAs begin. Column settings are 1-based.
-/// Empty for a negative column.
-QString describeColumn(int column, const QStringList& names, const Table& rows, int colNumOFV,
-                       int colNumTHETA1);
+/// What stands in each of so many columns and which names of expressions read it, for
+/// tooltips, [column]: "COL21, read as THETA1, named CL, first value 12.3". THETAs are told
+/// up to the first column that by its name is another kind of parameter or a standard error;
+/// labels that the model's author chose do not show where the OMEGAs begin. Column settings
+/// are 1-based.
+QStringList describeColumns(int count, const QStringList& names, const Table& rows, int colNumOFV,
+                            int colNumTHETA1);
 
 #endif

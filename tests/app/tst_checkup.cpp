@@ -116,15 +116,15 @@ private slots:
             {3, thetas, 1, 4, "COL4, read as THETA1, named OMEGA(1,1), first value 1"},
             {1, thetas, 1, 1, "COL2, read as THETA2, named THETA1, first value 1.23457e+06"},
             {0, thetas, 1, -1, "COL1, read as ofv by weights, named ofv, first value -5.5"},
-            {-1, thetas, 0, 0, ""}};
+            {1, {}, 1, 1, "COL2, read as THETA2, without a name, first value 1.23457e+06"}};
         // clang-format on
 
         for (const auto& [column, names, colNumOFV, colNumTHETA1, text] : cases) {
-            QCOMPARE(describeColumn(column, names, rows, colNumOFV, colNumTHETA1), text);
+            QCOMPARE(describeColumns(6, names, rows, colNumOFV, colNumTHETA1).at(column), text);
         }
-        QCOMPARE(describeColumn(19, {}, {}, 20, 99), QString("COL20, read as ofv, without a name"));
-        QCOMPARE(describeColumn(19, {}, {}, 1, 99),
-                 QString("COL20, read as ofv by endpoints, without a name"));
+        QCOMPARE(describeColumns(20, {}, {}, 20, 99).last(), "COL20, read as ofv, without a name");
+        QCOMPARE(describeColumns(20, {}, {}, 1, 99).last(),
+                 "COL20, read as ofv by endpoints, without a name");
     }
 
     void findsNothingInUsualFiles()
