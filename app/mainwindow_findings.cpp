@@ -210,18 +210,17 @@ void MainWindow::renewOmegaFindings()
     if (definition == nullptr) {
         return;
     }
+    const Table rows = rawResults.value(ui->_1_tw_endPoints->currentRow()).value(0);
+    // Without data nothing lies beyond a row, and no matrix is used.
+    const int width = rows.isEmpty() ? std::numeric_limits<int>::max() : widestRow(rows);
+    const QStringList ofMatrix = definition->highestEta > 0 && !rows.isEmpty()
+                                     ? checkCovariance(definition->omegaOf(rows.first()))
+                                     : QStringList();
     const QTableWidget* table = ui->_1_tw_etaDefinition;
-    const Table rows = rawResults.value(table->currentRow()).value(0);
-    const int width = widestRow(rows);
-    const QString ofMatrix = definition->usesEtas
-                                 ? checkCovariance(definition->omegaOf(rows.value(0))).join('\n')
-                                 : QString();
     for (int row = 0; row < table->rowCount(); ++row) {
         for (int column = 0; column < table->columnCount(); ++column) {
             QTableWidgetItem* item = table->item(row, column);
-            const QStringList found = checkOmegaElement(item->text(), width);
-            showOnItem(item,
-                       found.isEmpty() ? ofMatrix : (found + QStringList(ofMatrix)).join('\n'));
+            showOnItem(item, (checkOmegaElement(item->text(), width) + ofMatrix).join('\n'));
         }
     }
     showStatus();

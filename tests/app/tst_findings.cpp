@@ -100,6 +100,9 @@ private slots:
         QVERIFY(isTinted("_1_tw_etaDefinition", 0));
         edit("_1_tw_etaDefinition", 0, 0, "1");
         QVERIFY(!isTinted("_1_tw_etaDefinition", 0));
+        edit("_1_tw_etaDefinition", 0, 0, "COL21");
+        the<QTableWidget>("_1_tw_etaDefinition")->setCurrentCell(-1, -1);
+        QVERIFY(!isTinted("_1_tw_etaDefinition", 0)); // whatever cell is current
     }
 
     void resultsAndColumns()
