@@ -12,6 +12,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QSignalBlocker>
+#include <QTextDocumentFragment>
 #include <QThread>
 
 #include <limits>
@@ -33,6 +34,14 @@ QColor blended(const QColor& base)
 QString plainToolTip(const QString& text)
 {
     return Qt::mightBeRichText(text) ? "<pre>" + text.toHtmlEscaped() + "</pre>" : text;
+}
+
+/// The text that an item's tooltip shows.
+QString plainText(const QTableWidgetItem& item)
+{
+    const QString toolTip = item.toolTip();
+    return Qt::mightBeRichText(toolTip) ? QTextDocumentFragment::fromHtml(toolTip).toPlainText()
+                                        : toolTip;
 }
 
 /// Shows findings on a cell. Silent, so that no edit handler runs.
@@ -123,8 +132,9 @@ void MainWindow::connectFindings()
             [this] { renewFindings(ui->_1_sb_numSimulations); });
     connect(ui->_4_cb_useCash, &QCheckBox::toggled, this,
             [this] { renewFindings(ui->_4_cb_useCash); });
-    for (QTableWidget* table : {ui->_1_tw_endPoints, ui->_1_tw_etaDefinition,
-                                ui->_2_tw_weightDefinition, ui->_2_tw_relativeWeight}) {
+    for (QTableWidget* table :
+         {ui->_1_tw_endPoints, ui->_1_tw_etaDefinition, ui->_1_tw_rawResLabels,
+          ui->_2_tw_weightDefinition, ui->_2_tw_relativeWeight}) {
         connect(table, &QTableWidget::currentCellChanged, this,
                 [this, table] { makeCurrent(table); });
     }
@@ -252,7 +262,7 @@ QStringList MainWindow::findingsOn(const QWidget* input) const
     }
     const auto* table = qobject_cast<const QTableWidget*>(input);
     const QTableWidgetItem* item = table == nullptr ? nullptr : table->currentItem();
-    return item == nullptr ? QStringList() : item->toolTip().split('\n', Qt::SkipEmptyParts);
+    return item == nullptr ? QStringList() : plainText(*item).split('\n', Qt::SkipEmptyParts);
 }
 
 void MainWindow::makeCurrent(QWidget* input)

@@ -31,10 +31,11 @@ private slots:
         for (const auto& [table, row, wrong, piece, right] :
              {std::tuple{"_1_tw_endPoints", 0, "-THETA1", "(0-x)", "(0-THETA1)"},
               {"_1_tw_endPoints", 0, "0+THETA2", "THETA2", "(THETA1)"}, // beyond the row
-              {"_1_tw_endPoints", 1, "THETA1+<b>", "b", "THETA1+ETA1"},
+              {"_1_tw_endPoints", 1, "<b>(1)", "\"<b>(\"", "THETA1+ETA1"},
               {"_2_tw_weightDefinition", 1, "ofv+THETA1", "THETA1", "(ofv)"}}) {
             edit(table, row, 0, wrong);
-            QVERIFY2(tipOf(table, row).contains(piece) && isTinted(table, row), wrong);
+            QVERIFY2(tipOf(table, row).contains(QString(piece).toHtmlEscaped()), wrong);
+            QVERIFY2(isTinted(table, row), wrong);
             QVERIFY2(status().contains(piece), qPrintable(status()));
             edit(table, row, 0, right);
             QVERIFY2(tipOf(table, row).isEmpty() && !isTinted(table, row), right);
@@ -133,6 +134,13 @@ private slots:
                  qPrintable(drifted->toolTip()));
         user::clickCell(reach<QTableWidget>("_1_tw_endPoints"), 0, 0);
         QVERIFY(tipOf("_1_tw_rawResLabels", 0, 2).contains("OMEGA(2,1)"));
+        for (const int column : {2, 0}) {
+            user::clickCell(the<QTableWidget>("_1_tw_rawResLabels"), 0, column);
+            QCOMPARE(status(), tipOf("_1_tw_rawResLabels", 0, column));
+        }
+        QStatusTipEvent ofMenu(""); // as a menu sends it
+        QApplication::sendEvent(window.get(), &ofMenu);
+        QCOMPARE(status(), tipOf("_1_tw_rawResLabels", 0));
 
         edit("_2_tw_weightDefinition", 0, 0, "1");
         edit("_2_tw_weightDefinition", 1, 0, "2");
