@@ -100,12 +100,14 @@ void MainWindow::connectFindings()
         {ui->_4_le_probabilities, [this] { return checkLevels(ui->_4_le_probabilities->text()); }},
         {ui->_3_le_lowerBound,
          [this] {
-             return checkBound(ui->_3_le_lowerBound->text(), lowerBoundPlaced, lowerBound)
+             return checkBound(ui->_3_le_lowerBound->text(), lowerBoundPlaced,
+                               lowerSubstitute.value)
                     + checkInterval(lowerBound, upperBound);
          }},
         {ui->_3_le_upperBound,
          [this] {
-             return checkBound(ui->_3_le_upperBound->text(), upperBoundPlaced, upperBound)
+             return checkBound(ui->_3_le_upperBound->text(), upperBoundPlaced,
+                               upperSubstitute.value)
                     + checkInterval(lowerBound, upperBound);
          }},
         {ui->_1_sb_numSimulations,

@@ -161,11 +161,11 @@ QStringList checkLevels(const QString& text)
     return remarks;
 }
 
-QStringList checkBound(const QString& text, bool placed, double used)
+QStringList checkBound(const QString& text, bool placed, double substitute)
 {
     if (placed || !isNumber(text)) {
         const QString meaning = text.trimmed().isEmpty() ? "No bound" : quoted(text);
-        return {meaning + " stands for " + numberText(used)
+        return {meaning + " stands for " + numberText(substitute)
                 + "; endpoints beyond it are outside the interval."};
     }
     return std::isnan(text.toDouble()) ? QStringList("No endpoint lies within a bound of NaN.")

@@ -19,8 +19,8 @@ QStringList checkDoses(const QString& text);
 QStringList checkLevels(const QString& text);
 
 /// Of a bound of the target interval: that its text, placed by the program or no number,
-/// stands for the finite value used; NaN.
-QStringList checkBound(const QString& text, bool placed, double used);
+/// stands for the substitute, from when it is taken over; NaN.
+QStringList checkBound(const QString& text, bool placed, double substitute);
 
 /// Of the target interval, lower < endpoint <= upper: that nothing can lie in it.
 QStringList checkInterval(double lower, double upper);

@@ -284,8 +284,8 @@ private slots:
     {
         QVERIFY(match(checkBound("-inf", true, -10), {"\"-inf\" stands for -10; *"}));
         QVERIFY(match(checkBound("", false, 10), {"No bound stands for 10; *"}));
-        QVERIFY(match(checkBound("nan", false, notANumber), {"*NaN."}));
-        QCOMPARE(checkBound("inf", false, qInf()) + checkBound(" 0.4", false, 0.4), QStringList());
+        QVERIFY(match(checkBound("nan", false, 10), {"*NaN."}));
+        QCOMPARE(checkBound("inf", false, 10) + checkBound(" 0.4", false, 10), QStringList());
 
         // Said exactly where no endpoint counts, an endpoint equal to the upper bound included.
         for (const auto& [lower, upper] :

@@ -92,6 +92,11 @@ private slots:
             type(input, right);
             QCOMPARE(widget->palette().base().color(), plain);
         }
+        auto* bound = reach<QLineEdit>("_3_le_upperBound");
+        bound->setFocus();
+        bound->selectAll();
+        QTest::keyClicks(bound, "abc"); // not taken over yet
+        QVERIFY2(status().contains("\"abc\" stands for 10"), qPrintable(status()));
         edit("_1_tw_etaDefinition", 0, 0, "COL30"); // of 21
         QVERIFY(tipOf("_1_tw_etaDefinition", 0).contains("30"));
         QVERIFY(status().contains("30"));
