@@ -266,6 +266,7 @@ private:
     void renewOmegaFindings();
     void showOmegaFindings(int row, int column, const QString& typed);
     void renewFindings(QWidget* input);
+    void renewResultFindings();
     void renewAllFindings();
     QStringList findingsOn(const QWidget* input) const;
     void makeCurrent(QWidget* input);

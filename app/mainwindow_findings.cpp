@@ -290,12 +290,18 @@ void MainWindow::showStatus()
     }
 }
 
-/// After a change of everything.
-void MainWindow::renewAllFindings()
+/// After a change of the results.
+void MainWindow::renewResultFindings()
 {
     renewCheckUp();
     renewFormulaFindings();
     renewOmegaFindings();
+}
+
+/// After a change of everything.
+void MainWindow::renewAllFindings()
+{
+    renewResultFindings();
     for (const InputCheck& check : qAsConst(inputChecks)) {
         renewFindings(check.input);
     }

@@ -98,6 +98,7 @@ void MainWindow::importFolder(const QString& directory)
             goesOn = progress.advance(model + 1);
         }
         if (!goesOn) {
+            renewResultFindings();
             return;
         }
     }
@@ -120,9 +121,7 @@ void MainWindow::clearResults()
     sourceFiles.clear();
     rawResultsSource = {};
     doseChoiceSource = {};
-    importCheckUp = {};
-    showCheckUp();
-    showStatus();
+    renewResultFindings();
 }
 
 QString MainWindow::rawResultsFileName(const QString& directory, int model, int dataSet) const
@@ -234,8 +233,7 @@ void MainWindow::showModels(const QStringList& modelNames)
     refresh_0_cp_rawResHistoGram();
     refresh_1_tw_rawResLabels();
     refresh__1_tw_etaDefinition();
-    renewCheckUp();
-    renewFormulaFindings();
+    renewResultFindings();
 }
 
 void MainWindow::showDataSetSelectors(bool visible)

@@ -41,9 +41,13 @@ private slots:
             QVERIFY2(tipOf(table, row).isEmpty() && !isTinted(table, row), right);
             QVERIFY2(!status().contains(piece), qPrintable(status()));
         }
-        // Columns of the results count from where the settings say.
+        // Columns of the results count from where the settings say, as long as there are any.
         type("_m1_le_colNumTHETA1", "22");
         QVERIFY(tipOf("_1_tw_endPoints", 0).contains("THETA1"));
+        const QString notFound = "raw results file cannot be found in this folder, check the namr "
+                                 "format definition.";
+        pressAndAnswer("__pb_import", {StudyFiles().path()}, notFound);
+        QVERIFY(tipOf("_1_tw_endPoints", 0).isEmpty());
     }
 
     void findingsHaveNoEffect()
