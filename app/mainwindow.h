@@ -222,7 +222,8 @@ private:
     QVector<Table>* cacheEntry(int dataSet);
     void keepInCache(int dataSet, const QVector<Table>& endpoints);
     CacheOrigin cacheOrigin() const;
-    QStringList cacheFindings() const;
+    QStringList cacheFindings();
+    QVector<int> selectionOf(int dataSet);
     bool isSelecting() const;
     bool usesIndividualOfv() const;
     QString doseName();

@@ -204,17 +204,29 @@ MainWindow::CacheOrigin MainWindow::cacheOrigin() const
     add(endpoints, resultsVersion, possibleDoses);
     add(weights, ui->_2_cb_logScale->isChecked(), usesIndividualOfv());
     for (const endPoint& definition : endPoints) {
-        add(endpoints, definition.endPointParser.expression, definition.colNumTHETA1,
-            definition.omega, definition.omegaColumns, definition.populationSummary,
-            definition.numSimulations);
+        add(endpoints, definition.endPointParser.expression, definition.colNumTHETA1);
+        if (definition.highestEta > 0) {
+            add(endpoints, definition.omega, definition.omegaColumns, definition.populationSummary,
+                definition.numSimulations);
+        }
         add(weights, definition.weightParser.expression, definition.colNumOFV);
     }
     return {endpoints.result(), weights.result()};
 }
 
+/// The model selected for each sample of a data set.
+QVector<int> MainWindow::selectionOf(int dataSet)
+{
+    QVector<int> selected = make_ModelSelection(dataSet);
+    if (!selected.isEmpty() && !usesIndividualOfv()) {
+        selected.fill(selected.first());
+    }
+    return selected;
+}
+
 /// Whether the cache would be used although it was made from something else. Averaging
-/// needs the models that had a weight then; selection looks for those that it lacks.
-QStringList MainWindow::cacheFindings() const
+/// takes the models that had a weight then; selection computes anew where it lacks one.
+QStringList MainWindow::cacheFindings()
 {
     const CacheOrigin now = cacheOrigin();
     const int dataSetCount = qMin(doseChoiceCash.size(), rawResults.value(0).size());
@@ -222,9 +234,14 @@ QStringList MainWindow::cacheFindings() const
     for (int dataSet = 0; ui->_4_cb_useCash->isChecked() && dataSet < dataSetCount; ++dataSet) {
         const QVector<Table>& entry = doseChoiceCash.at(dataSet);
         const CacheOrigin origin = cacheOrigins.value(dataSet);
-        const bool isUsed = !entry.isEmpty() && entry.size() == endPoints.size();
-        const bool hasModels = isSelecting() || origin.weights == now.weights || isComplete(entry);
-        misfits += isUsed && (origin.endpoints != now.endpoints || !hasModels) ? 1 : 0;
+        const bool isWhole = isComplete(entry);
+        const bool fits = origin.endpoints == now.endpoints
+                          && (isWhole || isSelecting() || origin.weights == now.weights);
+        if (fits || entry.isEmpty() || entry.size() != endPoints.size()) {
+            continue;
+        }
+        const bool isUsed = isWhole || !isSelecting() || holdsSelected(entry, selectionOf(dataSet));
+        misfits += isUsed ? 1 : 0;
     }
     if (misfits == 0) {
         return {};
@@ -262,12 +279,9 @@ std::optional<QVector<Table>> MainWindow::averagedEndpoints(int dataSet, const T
 /// cache holds all models, so that it serves other selections too.
 std::optional<QVector<Table>> MainWindow::selectedEndpoints(int dataSet, ProgressLoop* progress)
 {
-    QVector<int> selected = make_ModelSelection(dataSet);
+    const QVector<int> selected = selectionOf(dataSet);
     if (selected.isEmpty()) {
         return QVector<Table>();
-    }
-    if (!usesIndividualOfv()) {
-        selected.fill(selected.first());
     }
     QVector<Table>* cached = cacheEntry(dataSet);
     if (cached != nullptr && !cached->isEmpty() && holdsSelected(*cached, selected)) {

@@ -15,6 +15,8 @@
 #include <QTextDocumentFragment>
 #include <QThread>
 
+#include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace {
@@ -88,6 +90,31 @@ int widestRow(const Table& rows)
         width = qMax(width, row.size());
     }
     return width;
+}
+
+/// What is wrong with omega, looked at for as many bootstrap samples as take no time that
+/// one would notice where it comes from their columns.
+QStringList covarianceFindings(const endPoint& definition, const Table& samples)
+{
+    constexpr double products = 2e6;
+    const bool comesFromColumns =
+        std::any_of(definition.omegaColumns.begin(), definition.omegaColumns.end(),
+                    [](const QVector<int>& row) {
+                        return std::any_of(row.begin(), row.end(), [](int c) { return c >= 0; });
+                    });
+    const double most = products / std::pow(definition.numEtas, 3);
+    const int looked = comesFromColumns ? int(qBound(1.0, most, double(samples.size()))) : 1;
+    QStringList found;
+    int faulty = 0;
+    for (int sample = 0; sample < looked; ++sample) {
+        const QStringList ofSample = checkCovariance(definition.omegaOf(samples.at(sample)));
+        found = found.isEmpty() ? ofSample : found;
+        faulty += ofSample.isEmpty() ? 0 : 1;
+    }
+    if (comesFromColumns && faulty > 0) {
+        found.first().prepend(QString("In %1 of the first %2 samples: ").arg(faulty).arg(looked));
+    }
+    return found;
 }
 
 } // namespace
@@ -214,8 +241,7 @@ void MainWindow::renewFormulaFindings(const QTableWidget* table, int model)
     showStatus();
 }
 
-/// Checks the covariance matrix of the selected model, as the first row of its results
-/// makes it.
+/// Checks the covariance matrix of the selected model.
 void MainWindow::renewOmegaFindings()
 {
     const endPoint* definition = selectedEndPoint();
@@ -226,7 +252,7 @@ void MainWindow::renewOmegaFindings()
     // Without data nothing lies beyond a row, and no matrix is used.
     const int width = rows.isEmpty() ? std::numeric_limits<int>::max() : widestRow(rows);
     const QStringList ofMatrix = definition->highestEta > 0 && !rows.isEmpty()
-                                     ? checkCovariance(definition->omegaOf(rows.first()))
+                                     ? covarianceFindings(*definition, rows)
                                      : QStringList();
     const QTableWidget* table = ui->_1_tw_etaDefinition;
     for (int row = 0; row < table->rowCount(); ++row) {

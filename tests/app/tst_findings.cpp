@@ -44,8 +44,6 @@ private slots:
         // Columns of the results count from where the settings say, as long as there are any.
         type("_m1_le_colNumTHETA1", "22");
         QVERIFY(tipOf("_1_tw_endPoints", 0).contains("THETA1"));
-        const QString notFound = "raw results file cannot be found in this folder, check the namr "
-                                 "format definition.";
         pressAndAnswer("__pb_import", {StudyFiles().path()}, notFound);
         QVERIFY(tipOf("_1_tw_endPoints", 0).isEmpty());
     }
@@ -71,7 +69,7 @@ private slots:
 
     void inputs()
     {
-        importStudy({{{{2, 1}}}});
+        importStudy({{{{2, 1}, {2, -1}}}});
         edit("_1_tw_endPoints", 0, 0, "ETA1"); // shows the number of individuals
         const QByteArray divisible = QByteArray::number(2 * QThread::idealThreadCount());
         const QByteArray odd = QByteArray::number(2 * QThread::idealThreadCount() + 1);
@@ -110,9 +108,10 @@ private slots:
         QVERIFY(isTinted("_1_tw_etaDefinition", 0));
         edit("_1_tw_etaDefinition", 0, 0, "1");
         QVERIFY(!isTinted("_1_tw_etaDefinition", 0));
-        edit("_1_tw_etaDefinition", 0, 0, "COL21");
+        edit("_1_tw_etaDefinition", 0, 0, "COL21"); // 1, then -1
         the<QTableWidget>("_1_tw_etaDefinition")->setCurrentCell(-1, -1);
-        QVERIFY(!isTinted("_1_tw_etaDefinition", 0)); // whatever cell is current
+        const QString tip = tipOf("_1_tw_etaDefinition", 0); // whatever cell is current
+        QVERIFY2(tip.startsWith("In 1 of the first 2 samples"), qPrintable(tip));
     }
 
     void resultsAndColumns()
