@@ -62,4 +62,5 @@ export QT_QPA_PLATFORM=offscreen LC_ALL=C
 export XDG_CONFIG_HOME="$PWD/build/fuzz/settings"
 export LSAN_OPTIONS="suppressions=$PWD/tests/lsan.supp:print_suppressions=0"
 export UBSAN_OPTIONS=print_stacktrace=1
+[ ! -d /dev/shm ] || export TMPDIR=/dev/shm # the files of each input need no disk
 printf '%s\n' "$@" | xargs -P 2 -n 1 "$0" --one "$seconds"
