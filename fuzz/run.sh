@@ -35,9 +35,9 @@ run_target() {
         echo "$target: failed, see $log" >&2
         return 1
     fi
-    echo "$target: $(grep -c . <(ls "build/fuzz/corpus/$target")) inputs kept," \
-        "$(sed -n 's/^stat::number_of_executed_units: *//p' "$log") tried," \
-        "$(sed -n 's/.* DONE *\(cov: [0-9]* ft: [0-9]*\).*/\1/p' "$log")"
+    echo "$target: $(sed -n 's/^stat::number_of_executed_units: *//p' "$log") inputs tried," \
+        "$(find "build/fuzz/corpus/$target" -type f | wc -l) kept," \
+        "$(sed -n 's/.*DONE *cov: \([0-9]*\) .*/\1/p' "$log") edges covered"
 }
 
 if [ "${1-}" = --one ]; then # how this script calls itself, once for each target
