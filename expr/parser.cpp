@@ -9,8 +9,8 @@
 
 #include <algorithm>
 #include <cstring>
-#include <iterator>
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -36,14 +36,6 @@ constexpr OperatorRow operatorTable[] = {
     {"ATan(", ATanFunction, 100, true},   {"(", OpeningParenthesis, 100, true},
     {")", ClosingParenthesis, 100, true},
 };
-
-bool isFunctionText(const QString& text)
-{
-    return text.size() > 1 && text.endsWith('(')
-           && std::any_of(
-               std::begin(operatorTable), std::end(operatorTable),
-               [&text](const OperatorRow& row) { return text == QLatin1String(row.text); });
-}
 
 /// Moves the first alias of the group that is in the list to the front, or puts the
 /// group's first alias there.
@@ -95,13 +87,22 @@ QVector<parser_token> postfixOrder(const QVector<parser_token>& sequence)
     return output;
 }
 
+/// What evaluation needs of a token: the texts would cost more than the arithmetic.
+parser_token withoutTexts(const parser_token& token)
+{
+    parser_token bare;
+    bare.type = token.type;
+    bare.value = token.value;
+    return bare;
+}
+
 /// Evaluates any token sequence, well-formed or not. The operands read so far are a stack,
 /// and each operator takes its operands from the top and leaves its result there.
 double walk(const QVector<parser_token>& tree, const QVector<double>& values)
 {
     QVector<parser_token> stack;
     for (int next = 0; tree.size() > 1 && next < tree.size(); ++next) {
-        parser_token token = tree.at(next);
+        parser_token token = withoutTexts(tree.at(next));
         // With no operator left, the last token is taken for one, and refused.
         const bool isLast = next + 1 == tree.size();
         if (token.type != parser_token::Operator && !isLast) {
@@ -190,8 +191,9 @@ QStringList parser::extract_variables()
             pieces += name.split(text, Qt::SkipEmptyParts, Qt::CaseInsensitive);
         }
         names = pieces;
+        // Here already, so that a long expression of few names is cut fast.
+        names.removeDuplicates();
     }
-    names.removeDuplicates();
     names.erase(std::remove_if(names.begin(), names.end(),
                                [](const QString& name) {
                                    bool isNumber = false;
@@ -228,23 +230,25 @@ QVector<parser_token> parser::tokens() const
 {
     parser_token whole;
     whole.text = expression;
-    // The first cut also classifies the text where there is nothing to cut.
+    // The first cut also classifies the text where there is nothing to cut, and leaves no "$".
     QVector<parser_token> sequence =
         whole.split(operatorTexts.first(), parser_token::Operator, operatorCodes.first());
     for (int row = 1; row < operatorTexts.size(); ++row) {
         const QString& text = operatorTexts.at(row);
+        if (!expression.contains(text)) {
+            continue;
+        }
         QVector<parser_token> cut;
         cut.reserve(sequence.size());
         for (parser_token& token : sequence) {
-            const bool isFunction =
-                operatorCodes.at(row) == OpeningParenthesis && isFunctionText(token.text);
-            if (!isFunction && (token.text.contains(text) || token.text.contains('$'))) {
+            // The parenthesis of a function belongs to it.
+            if (token.type != parser_token::Operator && token.text.contains(text)) {
                 cut += token.split(text, parser_token::Operator, operatorCodes.at(row));
             } else {
-                cut.append(token);
+                cut.append(std::move(token));
             }
         }
-        sequence = cut;
+        sequence.swap(cut);
     }
     return sequence;
 }
