@@ -6,6 +6,7 @@
 #include <QtEndian>
 
 #include <algorithm>
+#include <csignal>
 #include <limits>
 #include <type_traits>
 #include <utility>
@@ -30,6 +31,27 @@ bool visitItems(Items& items, Visit visit)
            && visit(items.doseChoice) && visit(items.doseChoiceLabels)
            && visit(items.doseChoiceVector) && visit(items.doseChoiceCash);
 }
+
+/// While it lives, a write beyond the limit of file sizes (ulimit -f) fails like one on a
+/// full disk. Otherwise the system would end the program, and the analysis with it.
+class FileSizeSignalIgnored
+{
+public:
+#ifdef SIGXFSZ
+    FileSizeSignalIgnored()
+        : before(std::signal(SIGXFSZ, SIG_IGN))
+    {
+    }
+    ~FileSizeSignalIgnored()
+    {
+        std::signal(SIGXFSZ, before);
+    }
+
+private:
+    void (*before)(int);
+#endif
+    Q_DISABLE_COPY(FileSizeSignalIgnored)
+};
 
 /// Collects the bytes in a large buffer. Every function is false once a write has failed.
 class Writer
@@ -230,6 +252,7 @@ bool writeProject(const ProjectItems& items, QIODevice* device)
     if (!device->isWritable()) {
         return false;
     }
+    const FileSizeSignalIgnored noSignal;
     Writer writer(device);
     if (!visitItems(items, [&writer](const auto& item) { return writer.write(item); })
         || !writer.flush()) {

@@ -4,6 +4,10 @@
 
 #include <QtTest>
 
+#ifdef Q_OS_UNIX
+#include <sys/resource.h>
+#endif
+
 class TestProjectFile : public QObject
 {
     Q_OBJECT
@@ -85,6 +89,16 @@ private slots:
             QFile disk("/dev/full");
             QVERIFY(!disk.open(QIODevice::WriteOnly) || !writeProject(items, &disk));
         }
+#ifdef Q_OS_UNIX
+        QTemporaryFile limited;
+        rlimit usual{};
+        QVERIFY(limited.open() && getrlimit(RLIMIT_FSIZE, &usual) == 0);
+        const rlimit small{1000, usual.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &small);
+        const bool isWritten = writeProject(items, &limited); // that signal would end the test
+        setrlimit(RLIMIT_FSIZE, &usual);
+        QVERIFY(!isWritten);
+#endif
     }
 };
 
