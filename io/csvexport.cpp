@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "io/csvexport.h"
 
+#include "io/filesizelimit.h"
+
 #include <QFileInfo>
 #include <QSaveFile>
 
@@ -65,6 +67,7 @@ bool writeFile(const QString& path, const QByteArray& content)
     if (info.exists() && !info.isFile()) {
         return false; // a device would be replaced by a file, a pipe would let us wait
     }
+    const FileSizeSignalIgnored noSignal;
     // Unbuffered, so that a full disk is noticed by the write.
     QSaveFile file(path);
     return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)

@@ -2,11 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "io/projectfile.h"
 
+#include "io/filesizelimit.h"
+
 #include <QFileDevice>
 #include <QtEndian>
 
 #include <algorithm>
-#include <csignal>
 #include <limits>
 #include <type_traits>
 #include <utility>
@@ -31,27 +32,6 @@ bool visitItems(Items& items, Visit visit)
            && visit(items.doseChoice) && visit(items.doseChoiceLabels)
            && visit(items.doseChoiceVector) && visit(items.doseChoiceCash);
 }
-
-/// While it lives, a write beyond the limit of file sizes (ulimit -f) fails like one on a
-/// full disk. Otherwise the system would end the program, and the analysis with it.
-class FileSizeSignalIgnored
-{
-public:
-#ifdef SIGXFSZ
-    FileSizeSignalIgnored()
-        : before(std::signal(SIGXFSZ, SIG_IGN))
-    {
-    }
-    ~FileSizeSignalIgnored()
-    {
-        std::signal(SIGXFSZ, before);
-    }
-
-private:
-    void (*before)(int);
-#endif
-    Q_DISABLE_COPY(FileSizeSignalIgnored)
-};
 
 /// Collects the bytes in a large buffer. Every function is false once a write has failed.
 class Writer

@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_IO_FILESIZELIMIT_H
+#define VELMORA_IO_FILESIZELIMIT_H
+
+#include <QtGlobal>
+
+#include <csignal>
+
+/// While it lives, a write beyond the limit of file sizes (ulimit -f) fails like one on a
+/// full disk. Otherwise the system would end the program, and the analysis with it.
+class FileSizeSignalIgnored
+{
+public:
+    Q_DISABLE_COPY(FileSizeSignalIgnored)
+#ifdef SIGXFSZ
+    FileSizeSignalIgnored()
+        : before(std::signal(SIGXFSZ, SIG_IGN))
+    {
+    }
+    ~FileSizeSignalIgnored()
+    {
+        std::signal(SIGXFSZ, before);
+    }
+
+private:
+    void (*before)(int);
+#else
+    FileSizeSignalIgnored() {}
+#endif
+};
+
+#endif
