@@ -152,7 +152,7 @@ void EndpointRun::prepare()
     };
     QVector<Started> started;
     QVector<endPointParserContainer> containers;
-    int numbers = 0;
+    qint64 numbers = 0;
     for (int sample = nextSample;
          sample < sampleCount() && numbers < preparedNumbers && prepared.size() < preparedSamples;
          ++sample) {
@@ -170,6 +170,8 @@ void EndpointRun::prepare()
                 started.append({sample - nextSample, i, models.at(i)});
             } else {
                 next.endpoints[i] = definition.evaluateEndpoint(*row);
+                // With ETAs it drew more numbers than are held at a time.
+                numbers += definition.highestEta > 0 ? preparedNumbers : 0;
             }
         }
         prepared.enqueue(next);
