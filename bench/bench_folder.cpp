@@ -15,6 +15,7 @@
 #include <QSpinBox>
 #include <QTabWidget>
 
+#include <limits>
 #include <malloc.h>
 #include <memory>
 
@@ -68,7 +69,8 @@ private:
     benchmark::State& state;
 };
 
-/// Memory of this program in bytes: now, or the most that it ever had.
+/// Memory of this program in bytes: now, or the most that it ever had. NaN where the
+/// system does not tell.
 double memory(const char* field)
 {
     QFile file("/proc/self/status");
@@ -78,7 +80,7 @@ double memory(const char* field)
             return 1024.0 * line.simplified().split(' ').value(1).toDouble();
         }
     }
-    return 0.0;
+    return std::numeric_limits<double>::quiet_NaN();
 }
 
 /// Lets the most memory be that of now, where the system allows it.
