@@ -11,6 +11,7 @@
 #include <QTableWidget>
 
 #include <algorithm>
+#include <cmath>
 #include <memory>
 
 namespace {
@@ -20,7 +21,7 @@ constexpr int manySamples = 10000;
 constexpr int fewDataSets = 100;
 constexpr int manyDataSets = 1000;
 
-/// One data set, in the window and beside it.
+/// One data set, in the window and beside it. Each work tells whether it was done.
 class SampleStudy
 {
 public:
@@ -32,17 +33,26 @@ public:
     {
     }
 
-    void weigh() { benchmark::DoNotOptimize(weightsOf(definitions, study.rawResults)); }
+    bool weigh() { return weightsOf(definitions, study.rawResults).size() == sampleCount; }
 
-    void select()
+    bool select()
     {
-        benchmark::DoNotOptimize(
-            selectedModels(weightValues(definitions, study.rawResults, 0), sampleCount));
+        return selectedModels(weightValues(definitions, study.rawResults, 0), sampleCount).size()
+               == sampleCount;
     }
 
-    void recalculate() { press(ProbabilityPage, "_3_pb_calculatePoS"); }
+    bool recalculate()
+    {
+        press(ProbabilityPage, "_3_pb_calculatePoS");
+        const QVector<double> curve = window.curve("_3_cp_PoS");
+        return std::any_of(curve.begin(), curve.end(), [](double percent) { return percent > 0; });
+    }
 
-    void chooseDoses() { press(DosePage, "_4_pb_startCalculation"); }
+    bool chooseDoses()
+    {
+        press(DosePage, "_4_pb_startCalculation");
+        return window.widget<QTableWidget>("_4_tw_doseChoice")->rowCount() == 1;
+    }
 
 private:
     void press(Page page, const char* button)
@@ -60,7 +70,7 @@ private:
 struct SampleWork
 {
     const char* subject;
-    void (SampleStudy::*work)();
+    bool (SampleStudy::*work)();
     Variability variability;
 };
 
@@ -81,7 +91,9 @@ void registerSamples(Variability variability, int repetitions)
     for (const SampleWork& entry : sampleWorks) {
         if (entry.variability == variability) {
             const auto run = [work = entry.work](const std::shared_ptr<SampleStudy>& study) {
-                return [work, study](benchmark::State& /*state*/) { (study.get()->*work)(); };
+                return [work, study](benchmark::State& /*state*/) {
+                    require((study.get()->*work)(), "a work on many samples was not done");
+                };
             };
             Comparison comparison;
             comparison.subject = entry.subject;
@@ -99,7 +111,10 @@ double worstSampleGrowth(const Measurements& measurements)
         const std::string subject = entry.subject;
         ratios.push_back(measurements.ratio(subject + "/many", subject + "/few"));
     }
-    return *std::max_element(ratios.begin(), ratios.end());
+    // NaN, from a failed benchmark, counts as the worst.
+    return *std::max_element(ratios.begin(), ratios.end(), [](double first, double second) {
+        return first < second || (std::isnan(second) && !std::isnan(first));
+    });
 }
 
 void registerDataSets()

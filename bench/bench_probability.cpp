@@ -219,6 +219,10 @@ void registerThreads(const char* subject, const std::shared_ptr<Probability>& pr
     Comparison comparison;
     comparison.subject = subject;
     comparison.ways = {{"one", onProcessors(1)}, {"two", onProcessors(2)}};
+    comparison.agree = [probability] {
+        const Processors processors(2);
+        return sameCurve(probability->byVelmora(), probability->byHand());
+    };
     comparison.clock = Clock::Wall;
     comparison.repetitions = 25;
     registerComparison(comparison);
