@@ -23,7 +23,7 @@ constexpr int judgedSize = 1 << 16;
 
 bool startsAsTable(const QByteArray& start)
 {
-    const QByteArray heading = start.left(start.indexOf('\n'));
+    const QByteArray heading = start.mid(0, start.indexOf('\n')); // all without a line break
     return heading.contains(',')
            && std::none_of(heading.begin(), heading.end(), [](char character) {
                   return uchar(character) < ' ' && character != '\t' && character != '\r';

@@ -40,6 +40,8 @@ private slots:
         const QString first = files.writeRawResults("raw_results_b.csv", {{7, 1}});
         const QString second = files.writeRawResults("raw_results_a.csv", {{8, 1}});
         const QString picture = files.write("picture.csv", QByteArray("\x89PNG,\0\n", 7));
+        const QString wide = files.write("raw_results_c.csv", "a," + QByteArray(70000, 'b') + '\n'
+                                                                  + QByteArray(19, ',') + "6\n");
         const StudyFiles folder;
         folder.writeRawResults("raw_results_estimation_model0_data0.csv", {{5, 1}});
         const QString project = folder.path("analysis");
@@ -52,7 +54,7 @@ private slots:
         // clang-format off
         const std::tuple<QStringList, const char*, QString> drops[] = { // with model 0's OFV
             {{first, second}, "__pb_importFbF", "8"}, {{first}, "_m1_le_colNumOFV", "7"},
-            {{folder.path() + '/'}, "label_20", "5"}, {{second}, "tabWidget", "8"},
+            {{folder.path() + '/'}, "label_20", "5"}, {{second}, "tabWidget", "8"}, {{wide}, "page_6", "6"},
             {{project}, "page_6", "5"}, {{first, project}, "page_6", ""}, {{}, "page_6", ""},
             {{first, folder.path()}, "page_6", ""}, {{picture}, "page_6", ""},
             {{files.path("missing.csv")}, "_m1_le_colNumOFV", ""}, {{"/dev/null"}, "page_6", ""}};
