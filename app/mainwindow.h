@@ -5,6 +5,7 @@
 
 #include "app/analysis/checkup.h"
 #include "app/analysis/tables.h"
+#include "app/analysis/truth.h"
 #include "model/endpoint.h"
 
 #include <QColor>
@@ -26,7 +27,6 @@ class Ui_MainWindow;
 class ProgressLoop;
 struct AnalysisSummary;
 struct DecodedProject;
-struct LevelComparison;
 struct ProjectItems;
 
 /// The main window: owns the whole analysis state and serves the pages.
@@ -122,6 +122,10 @@ private:
     /// Names of the files that the models were imported from, without folders and with * for
     /// the number of the data set, [model]; empty after Open.
     QStringList sourceFiles;
+    /// What page "5" tells, which later doses leave as it is: the comparison, [level], and its
+    /// levels in percent.
+    QVector<LevelComparison> comparison;
+    QVector<double> comparedLevels;
     /// What a histogram showed last; -1 until the first one after an import or a load.
     struct HistogramSource
     {
@@ -246,7 +250,7 @@ private:
     bool readTrueModelTable();
     void showTheoreticalMeds();
     void setTheoreticalMed(int row, double dose);
-    void drawComparison(const QVector<LevelComparison>& comparisons);
+    void drawComparison();
 
     // Menu "File"
     void openProject(const QString& path);

@@ -96,18 +96,18 @@ void MainWindow::on__4_pb_compTruth_clicked()
     } else {
         isComparable = computeTheoreticalMeds();
     }
-    const QVector<LevelComparison> comparisons =
-        isComparable ? compareWithTruth(doseChoice, trueMEDs) : QVector<LevelComparison>();
+    comparison = isComparable ? compareWithTruth(doseChoice, trueMEDs) : QVector<LevelComparison>();
+    comparedLevels = doseChoiceVector;
     if (simRawResults.isEmpty() && !doseChoice.isEmpty()) {
         showTheoreticalMeds();
     }
     Table errors;
-    for (const LevelComparison& comparison : comparisons) {
-        errors.append(QVector<double>{comparison.meanAbsoluteError});
+    for (const LevelComparison& level : qAsConst(comparison)) {
+        errors.append(QVector<double>{level.meanAbsoluteError});
     }
-    csvDisplay(ui->_5_tw_Summary, summariseComparison(comparisons, doseChoiceVector));
+    csvDisplay(ui->_5_tw_Summary, summariseComparison(comparison, comparedLevels));
     csvDisplay(ui->_5_tw_aveUnderEstOverEst, errors);
-    drawComparison(comparisons);
+    drawComparison();
 }
 
 /// Asks for a file of true MEDs and rounds them up to candidate doses. A file that does not
@@ -196,10 +196,10 @@ void MainWindow::setTheoreticalMed(int row, double dose)
 
 /// Draws, per probability level, the data sets whose estimate is above, at and below the
 /// theoretical MED as stacked bands, and the nominal count as a line across them.
-void MainWindow::drawComparison(const QVector<LevelComparison>& comparisons)
+void MainWindow::drawComparison()
 {
     const QVector<double> levels =
-        doseChoiceVector.mid(0, qMin(comparisons.size(), doseChoiceVector.size()));
+        comparedLevels.mid(0, qMin(comparison.size(), comparedLevels.size()));
     if (levels.isEmpty()) {
         return;
     }
@@ -208,11 +208,11 @@ void MainWindow::drawComparison(const QVector<LevelComparison>& comparisons)
     QVector<double> overOrEqual;
     QVector<double> all;
     for (int i = 0; i < levels.size(); ++i) {
-        const LevelComparison& comparison = comparisons.at(i);
-        nominal.append(nominalCount(comparison, levels.at(i)));
-        over.append(comparison.over);
-        overOrEqual.append(comparison.over + comparison.equal);
-        all.append(comparison.all());
+        const LevelComparison& level = comparison.at(i);
+        nominal.append(nominalCount(level, levels.at(i)));
+        over.append(level.over);
+        overOrEqual.append(level.over + level.equal);
+        all.append(level.all());
     }
     QCustomPlot* plot = ui->_5_cp_truthVisualization;
     plot->clearGraphs();
@@ -234,7 +234,7 @@ void MainWindow::drawComparison(const QVector<LevelComparison>& comparisons)
     plot->graph(0)->setPen(pen);
     plot->graph(0)->setData(levels, nominal, true);
     setAxisRange(plot->yAxis, 0, all.first());
-    setAxisRange(plot->xAxis, doseChoiceVector);
+    setAxisRange(plot->xAxis, comparedLevels);
     plot->xAxis->setLabel("Probability level");
     plot->yAxis->setLabel("Data sets");
     plot->replot();

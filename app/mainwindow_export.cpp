@@ -3,7 +3,6 @@
 // What leaves the window: tables, charts and the summary of the analysis.
 
 #include "app/analysis/summary.h"
-#include "app/analysis/truth.h"
 #include "app/chartexport.h"
 #include "app/mainwindow.h"
 #include "app/tableexport.h"
@@ -71,15 +70,12 @@ void MainWindow::addTableExports(QAction* summary)
         summary);
     addTableExport(
         ui->_5_tw_Summary, "comparison_summary",
-        [this] {
-            return summariseComparison(compareWithTruth(doseChoice, trueMEDs), doseChoiceVector);
-        },
-        summary);
+        [this] { return summariseComparison(comparison, comparedLevels); }, summary);
     addTableExport(
         ui->_5_tw_aveUnderEstOverEst, "comparison_errors",
         [this] {
             Table numbers;
-            for (const LevelComparison& level : compareWithTruth(doseChoice, trueMEDs)) {
+            for (const LevelComparison& level : qAsConst(comparison)) {
                 numbers.append(QVector<double>{level.meanAbsoluteError});
             }
             return numbers;
@@ -158,6 +154,7 @@ void MainWindow::addResults(AnalysisSummary& summary)
     }
     summary.doseChoice = doseChoice;
     if (!trueMEDs.isEmpty()) {
-        summary.comparison = compareWithTruth(doseChoice, trueMEDs);
+        summary.comparison = comparison;
+        summary.comparedLevels = comparedLevels;
     }
 }

@@ -164,9 +164,10 @@ QString comparison(const AnalysisSummary& summary)
     }
     QString text = "\nComparison with the truth as last calculated\n"
                    + line({"Level (%)", "Over", "Equal", "Under", "Mean absolute error"});
-    for (int level = 0; level < qMin(summary.comparison.size(), summary.levels.size()); ++level) {
+    for (int level = 0; level < qMin(summary.comparison.size(), summary.comparedLevels.size());
+         ++level) {
         const LevelComparison& counts = summary.comparison.at(level);
-        text += line({typed(summary.levels.at(level)), QString::number(counts.over),
+        text += line({typed(summary.comparedLevels.at(level)), QString::number(counts.over),
                       QString::number(counts.equal), QString::number(counts.under),
                       calculated(counts.meanAbsoluteError)});
     }

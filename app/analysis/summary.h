@@ -47,7 +47,8 @@ struct AnalysisSummary
     QVector<double> probabilityDoses;
     QVector<double> probability;         ///< in percent, per entry of probabilityDoses
     Table doseChoice;                    ///< [dataSet][level]
-    QVector<LevelComparison> comparison; ///< [level]
+    QVector<LevelComparison> comparison; ///< [level], of the following
+    QVector<double> comparedLevels;      ///< in percent; the doses may have others since
 };
 
 /// The summary as lines of plain text; the cells of its tables are separated by tabs.

@@ -226,6 +226,8 @@ private slots:
     {
         defineStudy();
         compareWithTruth();
+        type("_4_le_probabilities", "40"); // the comparison stays that of 40 and 60
+        press("_4_pb_startCalculation");
         edit("_1_tw_endPoints", 1, 0, "THETA1+DOSE+ETA1");
         edit("_1_tw_etaDefinition", 0, 0, "COL3");
         chooseEntry(reach<QWidget>("_4_tw_doseChoice"), "Copy analysis summary");
@@ -237,7 +239,7 @@ private slots:
             "Columns: OFV 20, THETA1 21\nDoses: 0, 0.1, 2\n"
             "Population: Mean of the Population, 100 individuals\n"
             "Target: 1.05 < endpoint <= 10\nWeights: in log scale\n"
-            "Method: Model Selection, using individual ofv\nLevels (%): 40, 60\n\n"
+            "Method: Model Selection, using individual ofv\nLevels (%): 40\n\n"
             "Models\nModel\tFile\tData sets\tSamples\tEndpoint\tWeight\n"
             "model 0\traw_results_estimation_model0_data*.csv\t2\t2\tTHETA1*DOSE\t(0-1-ofv/2)\n"
             "model 1\traw_results_estimation_model1_data*.csv\t2\t2\tTHETA1+DOSE+ETA1\t(0-1-ofv/2)\n"
@@ -245,7 +247,8 @@ private slots:
             "Model\tMean\tSamples in which it is selected\nmodel 0\t0.5\t1\nmodel 1\t0.5\t1\n\n"
             "Probability of achieving the target as last calculated, data set 0\n"
             "Dose\tProbability (%)\n0\t0\n0.1\t50\n2\t50\n\n"
-            "Dose selection as last calculated\nLevel (%)\tDose\tData sets\n40\t0.1\t2\n60\t2\t1\n60\tnone\t1\n\n"
+            "Dose selection as last calculated\n"
+            "Level (%)\tDose\tData sets\n40\t0.1\t2\n\n"
             "Comparison with the truth as last calculated\nLevel (%)\tOver\tEqual\tUnder\tMean absolute error\n"
             "40\t1\t1\t0\t0.1\n60\t1\t0\t1\t2\n");
         // clang-format on
