@@ -122,6 +122,7 @@ private:
     /// Names of the files that the models were imported from, without folders and with * for
     /// the number of the data set, [model]; empty after Open.
     QStringList sourceFiles;
+    QString doseChoiceOrigin; ///< by which choices doseChoice was made, for the summary
     /// What page "5" tells, which later doses leave as it is: the comparison, [level], and its
     /// levels in percent.
     QVector<LevelComparison> comparison;
@@ -283,6 +284,7 @@ private:
     void addTableExports(QAction* summary);
     void addChartExports(QAction* summary);
     AnalysisSummary analysisSummary();
+    QString choicesText() const;
     void addResults(AnalysisSummary& summary);
 
     // Looks

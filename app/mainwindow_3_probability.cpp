@@ -103,7 +103,7 @@ void MainWindow::refresh_3_cp_PoS()
     plot->clearGraphs();
     QCPGraph* graph = plot->addGraph();
     graph->setPen(curvePen());
-    graph->setName(QString("data set %1").arg(dataSet));
+    graph->setName(QString("data set %1, %2").arg(dataSet).arg(choicesText()));
 
     const auto showState = [&](int sample) {
         progress.setLabel(
@@ -126,6 +126,8 @@ void MainWindow::refresh_3_cp_PoS()
         goesOn = progress.advance(sample);
         if (!goesOn) {
             showState(sample);
+            graph->setName(graph->name()
+                           + QString(", samples 0-%1 of %2 only").arg(sample).arg(sampleCount));
         }
     }
     if (sampleCount == 0) {

@@ -30,6 +30,7 @@ void MainWindow::on__4_pb_startCalculation_clicked()
         ProgressLoop progress(this, "Calculating...", "Abort Calculation", dataSetCount);
         doseChoice.clear();
         doseChoiceLabels.clear();
+        doseChoiceOrigin = choicesText();
         doseChoiceVector = parseNumberList(ui->_4_le_probabilities->text());
         for (const double level : qAsConst(doseChoiceVector)) {
             doseChoiceLabels.append(QString::number(level, 'g', 6));
@@ -51,6 +52,10 @@ void MainWindow::on__4_pb_startCalculation_clicked()
             }
             goesOn = progress.advance(dataSet + 1);
         }
+    }
+    if (doseChoice.size() < dataSetCount) {
+        doseChoiceOrigin +=
+            QString(", %1 of %2 data sets").arg(doseChoice.size()).arg(dataSetCount);
     }
     if (doseChoice.isEmpty()) {
         table->setRowCount(0);

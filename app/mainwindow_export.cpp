@@ -137,6 +137,15 @@ AnalysisSummary MainWindow::analysisSummary()
     return summary;
 }
 
+/// The choices of page "3", which a result that is calculated now depends on.
+QString MainWindow::choicesText() const
+{
+    return QString("%1, %2, %3 < endpoint <= %4")
+        .arg(ui->_3_cb_aveORselect->currentText(), ui->_3_cb_indOFVone->currentText(),
+             QString::number(lowerBound, 'g', std::numeric_limits<double>::digits10),
+             QString::number(upperBound, 'g', std::numeric_limits<double>::digits10));
+}
+
 void MainWindow::addResults(AnalysisSummary& summary)
 {
     if (ui->_2_tw_relativeWeight->rowCount() > 0) {
@@ -153,6 +162,7 @@ void MainWindow::addResults(AnalysisSummary& summary)
         }
     }
     summary.doseChoice = doseChoice;
+    summary.doseChoiceOrigin = doseChoiceOrigin;
     if (!trueMEDs.isEmpty()) {
         summary.comparison = comparison;
         summary.comparedLevels = comparedLevels;

@@ -280,6 +280,7 @@ void MainWindow::loadDoseChoice(const DecodedProject& project)
     const ProjectItems& items = project.items;
     if (project.completeItems >= 14) {
         doseChoice = items.doseChoice;
+        doseChoiceOrigin = "as the project has it";
     }
     if (project.completeItems >= 15) {
         doseChoiceLabels = items.doseChoiceLabels;

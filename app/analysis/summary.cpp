@@ -140,7 +140,8 @@ QString doses(const AnalysisSummary& summary)
         return {};
     }
     QString text =
-        "\nDose selection as last calculated\n" + line({"Level (%)", "Dose", "Data sets"});
+        QString("\nDose selection as last calculated, %1\n").arg(summary.doseChoiceOrigin)
+        + line({"Level (%)", "Dose", "Data sets"});
     for (int level = 0; level < summary.levels.size(); ++level) {
         std::map<double, int, decltype(&ascendingNanLast)> counts(&ascendingNanLast);
         for (const QVector<double>& dataSet : summary.doseChoice) {

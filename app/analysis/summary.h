@@ -47,6 +47,7 @@ struct AnalysisSummary
     QVector<double> probabilityDoses;
     QVector<double> probability;         ///< in percent, per entry of probabilityDoses
     Table doseChoice;                    ///< [dataSet][level]
+    QString doseChoiceOrigin;            ///< by which choices it was made
     QVector<LevelComparison> comparison; ///< [level], of the following
     QVector<double> comparedLevels;      ///< in percent; the doses may have others since
 };

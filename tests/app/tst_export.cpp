@@ -245,9 +245,9 @@ private slots:
             "model 1\traw_results_estimation_model1_data*.csv\t2\t2\tTHETA1+DOSE+ETA1\t(0-1-ofv/2)\n"
             "\nOmega of model 1\nCOL3\n\nRelative weights, data set 0\n"
             "Model\tMean\tSamples in which it is selected\nmodel 0\t0.5\t1\nmodel 1\t0.5\t1\n\n"
-            "Probability of achieving the target as last calculated, data set 0\n"
+            "Probability of achieving the target as last calculated, data set 0, Model Selection, using individual ofv, 1.05 < endpoint <= 10\n"
             "Dose\tProbability (%)\n0\t0\n0.1\t50\n2\t50\n\n"
-            "Dose selection as last calculated\n"
+            "Dose selection as last calculated, Model Selection, using individual ofv, 1.05 < endpoint <= 10\n"
             "Level (%)\tDose\tData sets\n40\t0.1\t2\n\n"
             "Comparison with the truth as last calculated\nLevel (%)\tOver\tEqual\tUnder\tMean absolute error\n"
             "40\t1\t1\t0\t0.1\n60\t1\t0\t1\t2\n");
