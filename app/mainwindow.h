@@ -158,6 +158,11 @@ private:
     };
     QVector<CacheOrigin> cacheOrigins; ///< [dataSet]
     int resultsVersion = 0;            ///< counts the imports and loads
+    QString resultsPlace;              ///< the directory or project that they came from
+    // The version of the results that these were calculated from.
+    int curveVersion = 0; ///< the probability curve shown
+    int doseChoiceVersion = 0;
+    int comparisonVersion = 0;
 
     /// An input other than a table cell, and what there is to say about it.
     struct InputCheck

@@ -103,6 +103,7 @@ void MainWindow::refresh_3_cp_PoS()
     plot->clearGraphs();
     QCPGraph* graph = plot->addGraph();
     graph->setPen(curvePen());
+    curveVersion = resultsVersion;
     graph->setName(QString("data set %1, %2").arg(dataSet).arg(choicesText()));
 
     const auto showState = [&](int sample) {

@@ -31,6 +31,7 @@ void MainWindow::on__4_pb_startCalculation_clicked()
         doseChoice.clear();
         doseChoiceLabels.clear();
         doseChoiceOrigin = choicesText();
+        doseChoiceVersion = resultsVersion;
         doseChoiceVector = parseNumberList(ui->_4_le_probabilities->text());
         for (const double level : qAsConst(doseChoiceVector)) {
             doseChoiceLabels.append(QString::number(level, 'g', 6));

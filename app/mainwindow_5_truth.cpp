@@ -97,6 +97,7 @@ void MainWindow::on__4_pb_compTruth_clicked()
         isComparable = computeTheoreticalMeds();
     }
     comparison = isComparable ? compareWithTruth(doseChoice, trueMEDs) : QVector<LevelComparison>();
+    comparisonVersion = resultsVersion;
     comparedLevels = doseChoiceVector;
     if (simRawResults.isEmpty() && !doseChoice.isEmpty()) {
         showTheoreticalMeds();

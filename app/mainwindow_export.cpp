@@ -109,7 +109,7 @@ AnalysisSummary MainWindow::analysisSummary()
     AnalysisSummary summary;
     summary.program = "Velmora " VELMORA_VERSION;
     summary.qtVersion = qVersion();
-    summary.directory = ui->__lb_directory->text();
+    summary.directory = resultsPlace;
     summary.colNumOFV = colNumOFV;
     summary.colNumTHETA1 = colNumTHETA1;
     for (int model = 0; model < endPoints.size(); ++model) {
@@ -148,6 +148,9 @@ QString MainWindow::choicesText() const
 
 void MainWindow::addResults(AnalysisSummary& summary)
 {
+    const auto since = [this](int version) {
+        return version == resultsVersion ? QString() : QString(", of results imported before");
+    };
     if (ui->_2_tw_relativeWeight->rowCount() > 0) {
         summary.weightsDataSet = qMax(0, ui->_2_sb_dataNumber->value());
         summary.relativeWeights = calculate_relativeWeight(summary.weightsDataSet);
@@ -155,15 +158,15 @@ void MainWindow::addResults(AnalysisSummary& summary)
     }
     if (ui->_3_cp_PoS->graphCount() > 0) {
         const QCPGraph* curve = ui->_3_cp_PoS->graph(0);
-        summary.probabilityName = curve->name();
+        summary.probabilityName = curve->name() + since(curveVersion);
         for (const QCPGraphData& point : *curve->data()) {
             summary.probabilityDoses.append(point.key);
             summary.probability.append(point.value);
         }
     }
     summary.doseChoice = doseChoice;
-    summary.doseChoiceOrigin = doseChoiceOrigin;
-    if (!trueMEDs.isEmpty()) {
+    summary.doseChoiceOrigin = doseChoiceOrigin + since(doseChoiceVersion);
+    if (!trueMEDs.isEmpty() && comparisonVersion == resultsVersion) {
         summary.comparison = comparison;
         summary.comparedLevels = comparedLevels;
     }

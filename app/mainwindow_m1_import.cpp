@@ -46,6 +46,7 @@ void MainWindow::importFiles(QStringList paths)
 {
     paths.sort(Qt::CaseSensitive);
     ui->__lb_directory->setText(paths.first().section('/', 0, -2));
+    resultsPlace = ui->__lb_directory->text();
 
     clearResults();
     rawResults.resize(paths.size());
@@ -75,6 +76,7 @@ void MainWindow::importFolder(const QString& directory)
 {
     clearResults();
     ui->__lb_directory->setText(directory);
+    resultsPlace = directory;
 
     int modelCount = 0;
     while (QFile::exists(rawResultsFileName(directory, modelCount, 0))) {

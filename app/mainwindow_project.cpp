@@ -184,6 +184,7 @@ void MainWindow::openProject(const QString& path)
 void MainWindow::loadResults(const DecodedProject& project)
 {
     ++resultsVersion;
+    resultsPlace = ui->__lb_directory->text();
     rawResultsSource = {};
     doseChoiceSource = {};
     sourceFiles.clear();
@@ -281,6 +282,7 @@ void MainWindow::loadDoseChoice(const DecodedProject& project)
     if (project.completeItems >= 14) {
         doseChoice = items.doseChoice;
         doseChoiceOrigin = "as the project has it";
+        doseChoiceVersion = resultsVersion;
     }
     if (project.completeItems >= 15) {
         doseChoiceLabels = items.doseChoiceLabels;
