@@ -116,7 +116,8 @@ void chooseDoses(Tour& tour, const QString& name)
     tour.savePicture("4-dose-choice-" + name);
 
     QTextStream out(stdout);
-    out << "\nDose chosen by model " << QString(name).replace('-', ' ') << ", effect over placebo above 0.4:\n";
+    out << "\nDose chosen by model " << QString(name).replace('-', ' ')
+        << ", effect over placebo above 0.4:\n";
     for (int level = 0; level < doses->columnCount(); ++level) {
         out << "  probability above " << doses->horizontalHeaderItem(level)->text()
             << " %: " << doses->item(0, level)->text() << '\n';

@@ -6,7 +6,6 @@
 
 #include <QtTest>
 
-
 namespace {
 
 parser compiled(const QString& expression)
