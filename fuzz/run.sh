@@ -26,10 +26,10 @@ run_target() {
     [ "$target" != window ] || seeds=project
     mkdir -p "build/fuzz/corpus/$target" build/fuzz/findings build/fuzz/logs
     local log="build/fuzz/logs/$target.log"
-    "build/fuzz/fuzz_$target" -max_total_time="$seconds" -timeout=120 -report_slow_units=60 -rss_limit_mb=2048 \
-        -dict="fuzz/dictionaries/$seeds" -artifact_prefix="build/fuzz/findings/$target-" \
-        -print_final_stats=1 "build/fuzz/corpus/$target" "fuzz/corpus/$seeds" \
-        >"$log" 2>&1 || status=$?
+    "build/fuzz/fuzz_$target" -max_total_time="$seconds" -timeout=120 -report_slow_units=60 \
+        -rss_limit_mb=2048 -dict="fuzz/dictionaries/$seeds" -print_final_stats=1 \
+        -artifact_prefix="build/fuzz/findings/$target-" \
+        "build/fuzz/corpus/$target" "fuzz/corpus/$seeds" >"$log" 2>&1 || status=$?
     if [ "$status" -ne 0 ]; then
         tail -n 60 "$log" >&2
         echo "$target: failed, see $log" >&2
