@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <ctime>
+#include <limits>
 #include <random>
 
 /// Random choices that a seed repeats.
@@ -52,7 +53,8 @@ public:
     {
         dice = Dice(seed);
         abortValue = dice.once(2) ? dice.roll(5) : -1;
-        patience = dice.once(4) ? dice.roll(20) : 40;
+        measureWait();
+        abortTime = lastLook + (dice.once(3) ? 0.1 * dice.roll(10) : 2.0);
         fixedFile.clear();
     }
 
@@ -97,6 +99,7 @@ private:
     void abort(QProgressDialog* dialog)
     {
         abortValue = -1;
+        abortTime = std::numeric_limits<double>::infinity();
         ++aborts;
         emit dialog->canceled();
     }
@@ -113,7 +116,7 @@ private:
             return;
         }
         if (auto* progress = qobject_cast<QProgressDialog*>(dialog)) {
-            if (patience-- == 0) {
+            if (lastLook > abortTime) {
                 abort(progress);
             }
             return;
@@ -203,7 +206,7 @@ private:
     QString fixedFile;
     double lastLook = 0.0;
     int abortValue = -1;
-    int patience = 0; ///< looks until a visible progress dialog is aborted
+    double abortTime = 0.0; ///< processor time from which a visible progress dialog is aborted
 };
 
 #endif
