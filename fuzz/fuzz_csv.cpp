@@ -16,8 +16,9 @@ namespace {
 
 using Table = QVector<QVector<double>>;
 
-/// Streams read files in pieces of this size.
-constexpr int pieceSize = 16384;
+/// Files are read in pieces of these sizes, by streams and by the reader.
+constexpr int streamPieceSize = 16384;
+constexpr int readerPieceSize = 1 << 20;
 
 QVector<QStringList> plainFields(const QString& path)
 {
@@ -113,7 +114,10 @@ int LLVMFuzzerTestOneInput(const uchar* data, size_t size)
     const QByteArray content(reinterpret_cast<const char*>(data), int(size));
     checkFile(files, content);
     if (size % 8 == 1) { // at times with the border of two pieces in the middle
-        checkFile(files, QByteArray(qMax(0, pieceSize - int(size) / 2), '7') + content);
+        checkFile(files, QByteArray(qMax(0, streamPieceSize - int(size) / 2), '7') + content);
+    }
+    if (size % 8 == 2) {
+        checkFile(files, QByteArray(qMax(0, readerPieceSize - int(size) / 2), 'x') + content);
     }
     return 0;
 }

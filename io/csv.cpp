@@ -11,12 +11,18 @@
 #include <charconv>
 #include <cmath>
 #include <cstring>
+#include <iterator>
 #include <limits>
+#include <optional>
 
 namespace {
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-constexpr qint64 largestInMemory = std::numeric_limits<int>::max() / 2;
+/// Bytes that are read at a time.
+constexpr int pieceSize = 1 << 20;
+/// A file with a longer line is taken for none that can be read: its text would not fit into
+/// a QString.
+constexpr int longestLine = 1 << 28;
 
 enum class Heading { None, Skip };
 
@@ -64,53 +70,24 @@ QVector<double> readAsciiRow(const char* field, const char* lineEnd, int expecte
     }
 }
 
-/// The lines of plain ASCII text, by the line rules of QTextStream::readLine.
-QVector<QVector<double>> readAscii(const QByteArray& text, Heading heading)
+/// Appends the rows of the lines from begin to end, by the line rules of
+/// QTextStream::readLine.
+void appendAsciiRows(QVector<QVector<double>>& table, const char* begin, const char* end)
 {
-    QVector<QVector<double>> table;
-    bool skip = heading == Heading::Skip;
-    int expectedLength = 0;
-    const char* const end = text.constData() + text.size();
-    for (const char* line = text.constData(); line != end;) {
+    int expectedLength = table.isEmpty() ? 0 : table.constLast().size();
+    for (const char* line = begin; line != end;) {
         const void* feed = std::memchr(line, '\n', std::size_t(end - line));
         const char* const terminator = feed != nullptr ? static_cast<const char*>(feed) : end;
-        if (!skip) {
-            const bool carriageReturn = terminator != line && terminator[-1] == '\r';
-            table.append(readAsciiRow(line, terminator - int(carriageReturn), expectedLength));
-            expectedLength = table.constLast().size();
-        }
-        skip = false;
+        const bool carriageReturn = terminator != line && terminator[-1] == '\r';
+        table.append(readAsciiRow(line, terminator - int(carriageReturn), expectedLength));
+        expectedLength = table.constLast().size();
         line = feed != nullptr ? terminator + 1 : end;
     }
-    return table;
 }
 
-QVector<QVector<double>> readStream(QTextStream& stream, Heading heading)
-{
-    QVector<QVector<double>> table;
-    if (heading == Heading::Skip) {
-        stream.readLine();
-    }
-    while (!stream.atEnd()) {
-        const QString line = stream.readLine();
-        QVector<double> row;
-        int begin = 0;
-        // No split: its list can take twenty times the size of the file.
-        for (int comma = line.indexOf(','); comma >= 0; comma = line.indexOf(',', begin)) {
-            row.append(toNumber(line.midRef(begin, comma - begin)));
-            begin = comma + 1;
-        }
-        row.append(toNumber(line.midRef(begin)));
-        table.append(row);
-    }
-    return table;
-}
-
-bool isAscii(const QByteArray& text)
+bool isAscii(const char* position, const char* end)
 {
     constexpr quint64 highBits = 0x8080808080808080U;
-    const char* position = text.constData();
-    const char* const end = position + text.size();
     for (quint64 word = 0; end - position >= qint64(sizeof word); position += sizeof word) {
         std::memcpy(&word, position, sizeof word);
         if ((word & highBits) != 0) {
@@ -118,6 +95,82 @@ bool isAscii(const QByteArray& text)
         }
     }
     return std::all_of(position, end, [](char c) { return (uchar(c) & 0x80U) == 0; });
+}
+
+const char* afterLastFeed(const char* begin, const char* end)
+{
+    const auto feed = std::find(std::reverse_iterator(end), std::reverse_iterator(begin), '\n');
+    return feed.base();
+}
+
+/// Reads plain ASCII text a piece at a time, so that the text never stands in memory beside
+/// all of its numbers. Nothing if there is another character.
+std::optional<QVector<QVector<double>>> readAscii(QIODevice& file, Heading heading)
+{
+    QVector<QVector<double>> table;
+    bool skip = heading == Heading::Skip;
+    const auto appendLines = [&](const char* begin, const char* end) {
+        if (skip && begin != end) {
+            begin = std::find(begin, end, '\n');
+            begin += int(begin != end);
+            skip = false;
+        }
+        appendAsciiRows(table, begin, end);
+    };
+    QByteArray piece(pieceSize, Qt::Uninitialized);
+    qint64 kept = 0; // bytes at the piece's begin, of a line whose end is still to be read
+    for (qint64 count = 0; (count = file.read(piece.data() + kept, piece.size() - kept)) > 0;) {
+        char* const begin = piece.data();
+        const char* const end = begin + kept + count;
+        if (!isAscii(begin + kept, end)) {
+            return std::nullopt;
+        }
+        const char* const linesEnd = afterLastFeed(begin + kept, end);
+        const char* const rest = linesEnd == begin + kept ? begin : linesEnd;
+        appendLines(begin, rest);
+        kept = end - rest;
+        std::memmove(begin, rest, std::size_t(kept));
+        if (kept == piece.size()) {
+            if (kept >= longestLine) {
+                return QVector<QVector<double>>();
+            }
+            piece.resize(2 * piece.size());
+        }
+    }
+    appendLines(piece.constData(), piece.constData() + kept);
+    return table;
+}
+
+/// The next line; nothing if it is too long.
+std::optional<QString> readLine(QTextStream& stream)
+{
+    const QString line = stream.readLine(longestLine);
+    return line.size() < longestLine ? std::optional(line) : std::nullopt;
+}
+
+QVector<QVector<double>> readStream(QTextStream& stream, Heading heading)
+{
+    QVector<QVector<double>> table;
+    if (heading == Heading::Skip && !readLine(stream)) {
+        return {};
+    }
+    while (!stream.atEnd()) {
+        const std::optional<QString> line = readLine(stream);
+        if (!line) {
+            return {};
+        }
+        QVector<double> row;
+        row.reserve(table.isEmpty() ? 0 : std::min(table.constLast().size(), line->size() + 1));
+        int begin = 0;
+        // No split: its list can take twenty times the size of the file.
+        for (int comma = line->indexOf(','); comma >= 0; comma = line->indexOf(',', begin)) {
+            row.append(toNumber(line->midRef(begin, comma - begin)));
+            begin = comma + 1;
+        }
+        row.append(toNumber(line->midRef(begin)));
+        table.append(row);
+    }
+    return table;
 }
 
 bool openForReading(QFile& file)
@@ -133,15 +186,13 @@ QVector<QVector<double>> readTable(const QString& path, Heading heading)
     if (!openForReading(file)) {
         return {};
     }
-    if (file.size() > largestInMemory) {
-        QTextStream stream(&file);
-        return readStream(stream, heading);
+    if (const auto table = readAscii(file, heading)) {
+        return *table;
     }
-    const QByteArray text = file.readAll();
-    if (isAscii(text)) {
-        return readAscii(text, heading);
+    if (!file.seek(0)) {
+        return {};
     }
-    QTextStream stream(text);
+    QTextStream stream(&file);
     return readStream(stream, heading);
 }
 
@@ -177,7 +228,8 @@ QStringList csvWithHeaderReadHeader(QString path)
         return {};
     }
     QTextStream stream(&file);
-    return stream.atEnd() ? QStringList() : stream.readLine().split(',');
+    const std::optional<QString> line = stream.atEnd() ? std::nullopt : readLine(stream);
+    return line ? line->split(',') : QStringList();
 }
 
 void csvwrite(QString path, QVector<QVector<double>> table)

@@ -14,8 +14,8 @@ class QTableWidget;
 // field that is no number (QString::toDouble) is NaN.
 
 /// Every line of the file as a row of numbers.
-/// An empty line is a row of one NaN. Empty when the file cannot be read or is none, such
-/// as a pipe.
+/// An empty line is a row of one NaN. Empty when the file cannot be read, is none, such as a
+/// pipe, or has a line of 268 million characters.
 QVector<QVector<double>> csvReadToDouble(QString path);
 
 /// The same without the first line, the heading.

@@ -27,7 +27,10 @@ private slots:
     void reads()
     {
         // clang-format off
+        const QByteArray toBorder((1 << 20) - 3, 'x'); // files are read in pieces of this size
         const std::pair<QByteArray, QByteArray> files[] = { // and rows, as csvwrite gives them
+            {toBorder + ",1\r\n2,\n3", "nan,1\n2,nan\n3\n"}, {"4\n" + toBorder + "56", "4\nnan\n"},
+            {toBorder + toBorder + "\n7,\n", "nan\n7,nan\n"}, {"8\n" + toBorder + "\xc3\xa4,9", "8\nnan,9\n"},
             {"", ""}, {"1,2,,x", "1,2,nan,nan\n"}, {"\"a\",b\n3,-4.5\n", "nan,nan\n3,-4.5\n"},
             {"\n1,2\r\n3\r\n\r\n4\r", "nan\n1,2\n3\nnan\n4\n"}, {"1,\n2,", "1,nan\n2,nan\n"},
             {"1\r2,3\r,\r4\r\r\n", "nan,3,4\n"}, {" 1\t,+2,- 3,-4,\"5\"", "1,2,nan,-4,nan\n"},
