@@ -280,6 +280,7 @@ private:
     void renewResultFindings();
     void renewAllFindings();
     QStringList findingsOn(const QWidget* input) const;
+    QStringList shownFindings() const;
     void makeCurrent(QWidget* input);
     void showStatus();
     void nameColumns();

@@ -31,6 +31,7 @@ void MainWindow::refresh_0_tw_RawResults()
         delete table->takeHorizontalHeaderItem(column);
     }
     csvDisplay(table, rawResults.at(model).at(dataSet), header);
+    renewFindings(table);
     fitColumns(table);
     nameColumns();
 }

@@ -18,6 +18,9 @@ namespace {
 /// Population summaries in the order of the combo box: the mean, then percentiles.
 constexpr int populationSummaries[] = {-1, 50, 75, 25};
 
+/// Beyond the names of any real file; a heading of millions would fill memory with cells.
+constexpr int mostLabels = 200'000;
+
 void setCellText(QTableWidget* table, int row, int column, const QString& text)
 {
     if (QTableWidgetItem* item = table->item(row, column)) {
@@ -82,7 +85,7 @@ void MainWindow::refresh_1_tw_rawResLabels()
     if (model < 0 || model >= rawResultsHeaders.size()) {
         return;
     }
-    const QStringList& names = rawResultsHeaders.at(model);
+    const QStringList names = rawResultsHeaders.at(model).mid(0, mostLabels);
     QTableWidget* table = ui->_1_tw_rawResLabels;
     table->setRowCount(1);
     table->setColumnCount(names.size());

@@ -24,6 +24,9 @@ namespace {
 /// Drawn over a background of any colour.
 const QColor findingTint(255, 176, 0, 90);
 
+/// A table looks through all of its items to set the tooltip of one.
+constexpr int mostDescribedColumns = 20'000;
+
 QColor blended(const QColor& base)
 {
     const double share = findingTint.alphaF();
@@ -143,6 +146,7 @@ void MainWindow::connectFindings()
                                      QThread::idealThreadCount());
          }},
         {ui->_4_cb_useCash, [this] { return cacheFindings(); }},
+        {ui->_0_tw_RawResults, [this] { return shownFindings(); }},
     };
     for (const InputCheck& check : qAsConst(inputChecks)) {
         renewFindings(check.input);
@@ -333,16 +337,28 @@ void MainWindow::renewAllFindings()
     }
 }
 
+/// Whether page "0" shows all of its data set.
+QStringList MainWindow::shownFindings() const
+{
+    const int model = ui->_0_sb_model->value();
+    const Table rows = rawResults.value(model).value(qMax(0, ui->_0_sb_data->value()));
+    const QTableWidget& table = *ui->_0_tw_RawResults;
+    return checkShown(rows.size(), table.rowCount(),
+                      qMax(widestRow(rows), rawResultsHeaders.value(model).size()),
+                      table.columnCount());
+}
+
 /// Names the data column under every heading of the results and every label of page "1",
 /// where the pieces of the heading line may stand apart from their columns.
 void MainWindow::nameColumns()
 {
     const auto nameItems = [this](int model, int dataSet, const auto& itemOf) {
         const QStringList pieces = rawResultsHeaders.value(model);
+        const int count = qMin(pieces.size(), mostDescribedColumns);
         const QStringList descriptions =
-            describeColumns(pieces.size(), columnNames(pieces),
-                            rawResults.value(model).value(dataSet), colNumOFV, colNumTHETA1);
-        for (int column = 0; column < pieces.size(); ++column) {
+            describeColumns(count, columnNames(pieces), rawResults.value(model).value(dataSet),
+                            colNumOFV, colNumTHETA1);
+        for (int column = 0; column < count; ++column) {
             if (QTableWidgetItem* item = itemOf(column)) {
                 item->setToolTip(plainToolTip(descriptions.at(column)));
             }

@@ -3,6 +3,7 @@
 #include "app/tableexport.h"
 
 #include "app/exportmenu.h"
+#include "io/csv.h"
 
 #include <QBitArray>
 #include <QTableWidget>
@@ -49,18 +50,6 @@ Cells selectedCells(const QTableWidget& table)
     return cells;
 }
 
-Cells allCells(const QTableWidget& table)
-{
-    const QRect area(0, 0, table.columnCount(), table.rowCount());
-    return {area, QBitArray(area.width() * area.height(), true)};
-}
-
-QString cellText(const QTableWidget& table, int row, int column)
-{
-    const QTableWidgetItem* item = table.item(row, column);
-    return item == nullptr ? QString() : item->text();
-}
-
 /// The text with all digits if it is the number as tables show it. Another text was typed, or
 /// belongs to a number that has changed since.
 QString withAllDigits(const QString& text, double number)
@@ -96,7 +85,7 @@ TextRows textsOf(const Cells& cells, CellText text)
 TextRows textsOf(const QTableWidget& table, const Cells& cells, Headings headings)
 {
     TextRows rows =
-        textsOf(cells, [&table](int row, int column) { return cellText(table, row, column); });
+        textsOf(cells, [&table](int row, int column) { return csvCellText(&table, row, column); });
     if (headings == Headings::Without || cells.area.width() <= 0) {
         return rows;
     }
@@ -126,15 +115,25 @@ TextRows selectedTexts(const QTableWidget& table, Headings headings)
 TextRows selectedTexts(const QTableWidget& table, const Table& numbers)
 {
     return textsOf(selectedCells(table), [&](int row, int column) {
-        const QString text = cellText(table, row, column);
+        const QString text = csvCellText(&table, row, column);
         const bool hasNumber = row < numbers.size() && column < numbers.at(row).size();
         return hasNumber ? withAllDigits(text, numbers.at(row).at(column)) : text;
     });
 }
 
-TextRows allTexts(const QTableWidget& table)
+QByteArray allLines(const QTableWidget& table)
 {
-    return textsOf(table, allCells(table), Headings::With);
+    constexpr int cellsAtATime = 1'000'000; // texts take far more memory than their line
+    const int columns = table.columnCount();
+    const int rowsAtATime = qMax(1, cellsAtATime / qMax(1, columns));
+    QByteArray lines;
+    for (int row = 0; row == 0 || row < table.rowCount(); row += rowsAtATime) {
+        const QRect area(0, row, columns, qMin(rowsAtATime, table.rowCount() - row));
+        const Cells cells{area, QBitArray(area.width() * area.height(), true)};
+        const TextRows rows = textsOf(table, cells, Headings::With);
+        lines += commaSeparated(row == 0 ? rows : rows.mid(1));
+    }
+    return lines;
 }
 
 void addTableExport(QTableWidget* table, const QString& fileName,
@@ -155,8 +154,7 @@ void addTableExport(QTableWidget* table, const QString& fileName,
     menu->addEntry("CopyFullPrecision", "Copy with full precision",
                    [=] { copy(selectedTexts(*table, numbers())); });
     menu->addEntry("SaveCsv", "Save as CSV...", [=] {
-        saveAs(table, "Save as CSV...", fileName + ".csv",
-               [table] { return commaSeparated(allTexts(*table)); });
+        saveAs(table, "Save as CSV...", fileName + ".csv", [table] { return allLines(*table); });
     });
     menu->addSeparator();
     menu->addEntry(summary);

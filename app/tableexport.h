@@ -25,8 +25,9 @@ TextRows selectedTexts(const QTableWidget& table, Headings headings);
 /// at its place in numbers, [row][column].
 TextRows selectedTexts(const QTableWidget& table, const Table& numbers);
 
-/// The texts of all cells below the column headings, with those of the rows if they have any.
-TextRows allTexts(const QTableWidget& table);
+/// The texts of all cells below the column headings, with those of the rows if they have any,
+/// as comma-separated lines.
+QByteArray allLines(const QTableWidget& table);
 
 /// Gives a table of results its context menu and keys. numbers gives the numbers that the
 /// table shows, [row][column]; it is asked when they are copied and may give fewer. fileName

@@ -45,11 +45,17 @@ void csvwrite(QString path, QTableWidget* widget, int firstRow);
 /// The column count starts at the length of the last row and grows with longer rows, so
 /// that rows above such a row keep cells without an item. An empty table removes the rows
 /// and leaves the columns. The current cell stays current where it still exists.
+/// The cells of a table of more than a million have no items; csvCellText gives their texts.
+/// A table of more than 20 million rows, 200,000 columns or 134 million cells, or of a
+/// million cells most of which have no number, shows only its first rows or columns.
 void csvDisplay(QTableWidget* widget, QVector<QVector<double>> table);
 
 /// The same with the names of the header as column headings; widens the table to hold
 /// every name.
 void csvDisplay(QTableWidget* widget, QVector<QVector<double>> table, QStringList header);
+
+/// The text that a cell shows; null if it has none.
+QString csvCellText(const QTableWidget* widget, int row, int column);
 
 /// Adds one row below the others, as csvDisplay would show it.
 void csvDisplayAppend(QTableWidget* widget, const QVector<double>& row);

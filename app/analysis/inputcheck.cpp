@@ -265,3 +265,16 @@ QStringList checkIndividuals(int individuals, int processors)
                 .arg(individuals)
                 .arg(processors)};
 }
+
+QStringList checkShown(int rows, int shownRows, int columns, int shownColumns)
+{
+    if (shownRows >= rows && shownColumns >= columns) {
+        return {};
+    }
+    return {QString("Too large to be shown in full: these are the first %1 of %2 rows and the "
+                    "first %3 of %4 columns.")
+                .arg(qMin(shownRows, rows))
+                .arg(rows)
+                .arg(qMin(shownColumns, columns))
+                .arg(columns)};
+}

@@ -36,4 +36,7 @@ QStringList checkCovariance(const QVector<QVector<double>>& omega);
 /// Of the number of simulated individuals: those that the processors do not divide.
 QStringList checkIndividuals(int individuals, int processors);
 
+/// Whether a table shows all of its rows and columns.
+QStringList checkShown(int rows, int shownRows, int columns, int shownColumns);
+
 #endif

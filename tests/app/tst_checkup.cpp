@@ -345,6 +345,9 @@ private slots:
         QVERIFY(match(checkIndividuals(7, 8), {"No individual*7 are too few for 8*"}));
         QCOMPARE(checkIndividuals(1, 8) + checkIndividuals(96, 8), QStringList());
         QVERIFY(match(checkIndividuals(0, 8), {"No individual is simulated."}));
+        QVERIFY(
+            match(checkShown(9, 3, 2, 2), {"*first 3 of 9 rows and the first 2 of 2 columns."}));
+        QCOMPARE(checkShown(0, 0, 0, 4) + checkShown(9, 9, 2, 2), QStringList());
     }
 };
 

@@ -108,6 +108,36 @@ private slots:
             QCOMPARE(content(), QByteArray("1,2,3,4,5\n6,NaN,NaN,NaN,NaN"));
         }
     }
+    void displaysLargeTables()
+    {
+        QTableWidget widget;
+        csvDisplay(&widget, {{7, 7}, {7, 7}});
+        widget.setCurrentCell(1, 0);
+        Table table(1000, QVector<double>(1000, 0.1));
+        table[1].append(2);
+        table.append(QVector<double>{1234567});
+        csvDisplay(&widget, table, {"a"});
+        QVERIFY(widget.item(1, 0) == nullptr && widget.currentRow() == 1);
+        for (const auto& [row, column, text] : {std::tuple(0, 999, "0.1"),
+                                                {0, 1000, ""},
+                                                {1, 1000, "2"},
+                                                {999, 1000, "NaN"},
+                                                {1000, 0, "1.23457e+06"}}) {
+            QCOMPARE(csvCellText(&widget, row, column), QString(text));
+        }
+        const auto width = [&widget](int row, int column) {
+            return widget.itemDelegate()->sizeHint({}, widget.model()->index(row, column)).width();
+        };
+        QVERIFY(width(1000, 0) > width(0, 0) && width(0, 0) > width(0, 1000));
+
+        table.fill({qQNaN()}, 18000);
+        table.append(QVector<double>(9000, 1)); // a few bytes, 162 million cells
+        csvDisplay(&widget, table);
+        QCOMPARE(widget.rowCount(), 1'000'000 / 9000);
+        csvDisplay(&widget, {{3}, {4, 5}, {6}});
+        QCOMPARE(widget.item(0, 0)->text(), QString("3"));
+        QVERIFY(widget.item(2, 1) != nullptr && csvCellText(&widget, 0, 1).isNull());
+    }
 };
 
 QTEST_MAIN(TestCsv)
