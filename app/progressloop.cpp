@@ -21,6 +21,8 @@ ProgressLoop::ProgressLoop(QWidget* parent, const QString& label, const QString&
                            int maximum)
     : dialog(label, abortText, 0, maximum, parent)
     , bar(dialog.findChild<QProgressBar*>())
+    , window(parent->window())
+    , windowWasVisible(window->isVisible())
 {
     dialog.setWindowModality(Qt::WindowModal);
     dialog.setMinimumDuration(appearsAfterMs);
@@ -29,8 +31,8 @@ ProgressLoop::ProgressLoop(QWidget* parent, const QString& label, const QString&
     dialog.setAutoClose(false);
     dialog.setValue(0);
     elapsed.start();
-    if (const auto* window = qobject_cast<QMainWindow*>(parent->window())) {
-        statusBar = window->findChild<QStatusBar*>(QString(), Qt::FindDirectChildrenOnly);
+    if (const auto* main = qobject_cast<QMainWindow*>(parent->window())) {
+        statusBar = main->findChild<QStatusBar*>(QString(), Qt::FindDirectChildrenOnly);
     }
 }
 
@@ -90,6 +92,9 @@ void ProgressLoop::look()
     bar->setUpdatesEnabled(true);
     QCoreApplication::processEvents();
     bar->setUpdatesEnabled(false);
+    if (windowWasVisible && !window->isVisible()) {
+        dialog.cancel(); // closed, as at the end of the desktop's session
+    }
     pauseNs = qBound(shortestPauseNs, 40 * duration.nsecsElapsed(), longestPauseNs);
     sinceLook.start();
 }

@@ -43,6 +43,8 @@ private:
 
     QProgressDialog dialog;
     QProgressBar* bar; ///< the dialog's own
+    QWidget* window;
+    bool windowWasVisible;
     QElapsedTimer elapsed;
     QElapsedTimer sinceLook;
     qint64 pauseNs = 0;

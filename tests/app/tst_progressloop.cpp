@@ -32,6 +32,15 @@ private slots:
         }
         QCOMPARE(the<QStatusBar>("statusBar")->currentMessage(), "before");
     }
+    void isGivenUpWithTheWindow()
+    {
+        openWindow();
+        ProgressLoop loop(window.get(), "Calculating...", "Abort", 1000000);
+        QTRY_VERIFY(loop.advance(500) && window->findChild<QProgressDialog*>()->isVisible());
+        QVERIFY(window->isVisible() && loop.poll());
+        window->close();
+        QTRY_VERIFY(!loop.advance(501));
+    }
 };
 
 QTEST_MAIN(TestProgressLoop)
