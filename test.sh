@@ -13,7 +13,8 @@ build/PRESET and runs all tests; no display is needed.
 
   --preset PRESET   dev (the default: a debug build, in which Qt checks every
                     access to a container and warnings are errors), release,
-                    or asan (address and undefined behaviour sanitizers)
+                    asan (address and undefined behaviour sanitizers), or tsan
+                    (thread sanitizer)
   --help            show this text
 TEXT
 }
@@ -36,4 +37,10 @@ done
 source packaging/build-steps.sh
 ensure_packages packaging/debian-packages.txt
 build_preset "$preset"
-ctest --preset "$preset" --parallel "$(nproc)"
+launcher=()
+if [ "$preset" = tsan ] && setarch -R true 2>/dev/null; then
+    # Addresses that a kernel spreads widely (vm.mmap_rnd_bits above 28) end the thread
+    # sanitizer of gcc 12 with "unexpected memory mapping".
+    launcher=(setarch -R)
+fi
+"${launcher[@]}" ctest --preset "$preset" --parallel "$(nproc)"
