@@ -11,7 +11,7 @@
 
 #include <unistd.h>
 
-/// Of the address sanitizer, which counts exactly; gcc has no header for it.
+/// Of the sanitizers, which count exactly; gcc has no header for it.
 extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
 
 namespace {
