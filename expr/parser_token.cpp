@@ -105,7 +105,7 @@ void parser_token::operate(parser_token operand, QVector<double> values)
 
 void parser_token::operate(parser_token first, parser_token second, QVector<double> values)
 {
-    if (type != Operator || value > OpeningParenthesis || value == ClosingParenthesis) {
+    if (type != Operator || value > OpeningParenthesis) {
         qDebug("This token is not an operator");
         type = Error;
         return;

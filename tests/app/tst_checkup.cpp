@@ -21,12 +21,13 @@ static QStringList pieces(QString line)
 static const QString usualHeading =
     "'model','minimization_successful','estimate_near_boundary','ofv','CL','OMEGA(2,1)'";
 
-/// Samples numbered first to last that converged.
-static Table samples(int first, int last)
+/// Samples numbered first to last that converged, of other than 6 columns where given.
+static Table samples(int first, int last, int columns = 6)
 {
     Table table;
     for (int number = first; number <= last; ++number) {
         table.append({double(number), 1, 0, 100.0 + number, 2, 0.1});
+        table.last().resize(columns);
     }
     return table;
 }
@@ -35,19 +36,6 @@ static Table samples(int first, int last)
 static Table with(Table table, int row, int column, double value)
 {
     table[row][column] = value;
-    return table;
-}
-
-/// The table with a row of another length.
-static Table resized(Table table, int row, int length)
-{
-    table[row].resize(length);
-    return table;
-}
-
-static Table without(Table table, int row)
-{
-    table.removeAt(row);
     return table;
 }
 
@@ -134,10 +122,11 @@ private slots:
         QCOMPARE(result.models.first().findings, QStringList());
         const QString text = result.models.first().text;
         QVERIFY(text.startsWith("linear\n10 samples, numbered 0 to 9, the first is the original "));
-        QVERIFY(text.contains("6 names for 6 columns\n"));
-        QVERIFY(text.contains("shift the headings shown from column 6 on\n"));
-        QVERIFY(text.contains("ofv is column 4, which weights read\n"));
-        QVERIFY(text.contains("ofv in endpoints reads column 20\n"));
+        for (const char* line :
+             {"6 names for 6 columns\n", "shift the headings shown from column 6 on\n",
+              "ofv is column 4, which weights read\n", "ofv in endpoints reads column 20\n"}) {
+            QVERIFY2(text.contains(line), line);
+        }
 
         // Numbers from 1 leave the first row open, unless another file starts at 0.
         QCOMPARE(checkUsual({{samples(1, 9)}}).models.first().findings, QStringList());
@@ -154,13 +143,13 @@ private slots:
             {with(good, 2, 1, notANumber), {"1 of 10 samples (10 %) left open whether they converged"}},
             {with(good, 5, 2, 1), {"1 of 10 samples (10 %) ended near a boundary"}},
             {with(good, 9, 3, notANumber), {"1 of 10 samples (10 %) came without an OFV"}},
-            {resized(good, 4, 3), // a run that failed
+            {samples(0, 3) + samples(4, 4, 3) + samples(5, 9), // a run that failed
              {"1 of 10 samples (10 %) came without an OFV",
               "1 of 10 samples (10 %) came with another number of columns than 6 (3)"}},
-            {resized(resized(good, 1, 9), 2, 7),
+            {samples(0, 0) + samples(1, 1, 9) + samples(2, 2, 7) + samples(3, 9),
              {"2 of 10 samples (20 %) came with another number of columns than 6 (7 to 9)"}},
             {{}, {"no samples"}},
-            {without(good, 4),
+            {samples(0, 3) + samples(5, 9),
              {"5 of 9 samples (55.6 %) fell into a row with another sample number of linear",
               "not as many samples as linear (9, not 10)", "sample numbers left out: 1"}},
             {samples(1, 10),

@@ -46,11 +46,7 @@ private slots:
         folder.writeRawResults("raw_results_estimation_model0_data0.csv", {{5, 1}});
         const QString project = folder.path("analysis");
         pressAndAnswer("__pb_import", {folder.path()});
-        {
-            DialogDriver dialogs;
-            dialogs.answerFiles({project});
-            the<QAction>("actionSave")->trigger();
-        }
+        pressShortcut(Qt::Key_S, project);
         // clang-format off
         const std::tuple<QStringList, const char*, QString> drops[] = { // with model 0's OFV
             {{first, second}, "__pb_importFbF", "8"}, {{first}, "_m1_le_colNumOFV", "7"},

@@ -3,17 +3,12 @@
 #include "io/csv.h"
 #include "tests/support/windowtest.h"
 
-namespace {
-
 const char writeFailed[] = "The file could not be written.";
 
-QString clipboardText()
-{
-    return QApplication::clipboard()->text();
-}
+static const auto clipboardText = [] { return QApplication::clipboard()->text(); };
 
 /// Right-clicks a widget and chooses an entry of the menu that opens.
-void chooseEntry(QWidget* widget, const QString& text)
+static void chooseEntry(QWidget* widget, const QString& text)
 {
     user::reach(widget);
     const auto* table = qobject_cast<QTableWidget*>(widget);
@@ -35,8 +30,6 @@ void chooseEntry(QWidget* widget, const QString& text)
     }
     user::require(false, widget, qPrintable("does not offer " + text));
 }
-
-} // namespace
 
 class TestExport : public WindowTest
 {
@@ -65,8 +58,7 @@ class TestExport : public WindowTest
         DialogDriver dialogs;
         dialogs.answerFiles({files.path(fileName)});
         chooseEntry(reach<QWidget>(widget), entry);
-        QFile file(files.path(fileName));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : "unreadable";
+        return contentOf(files.path(fileName));
     }
 
 private slots:
@@ -109,14 +101,12 @@ private slots:
         compareWithTruth();
         // clang-format off
         const std::pair<const char*, const char*> tables[] = {
-            {"_2_tw_relativeWeight", "0.7310585786300049\t0.2689414213699951\n"
-                                     "0.2689414213699951\t0.7310585786300049"}, // 1 / (1 + 1/e)
+            // 1 / (1 + 1/e)
+            {"_2_tw_relativeWeight", "0.7310585786300049\t0.2689414213699951\n0.2689414213699951\t0.7310585786300049"},
             {"_4_tw_doseChoice", "0.10000000000000001\tnan\n0.10000000000000001\t2"},
             {"_5_tw_trueModelTMED", "0\t0.10000000000000001\n1\t0"},
-            {"_5_tw_Summary", "0.099999999999999978\t0\n0.5\t0\n"
-                              "0.099999999999999978\t0.19999999999999996\n"
-                              "0.19999999999999996\t0\n1\t0\n"
-                              "0.19999999999999996\t0.19999999999999996"},
+            {"_5_tw_Summary", "0.099999999999999978\t0\n0.5\t0\n0.099999999999999978\t0.19999999999999996\n"
+                              "0.19999999999999996\t0\n1\t0\n0.19999999999999996\t0.19999999999999996"},
             {"_5_tw_aveUnderEstOverEst", "0.10000000000000001\n2"}};
         // clang-format on
         for (const auto& [name, text] : tables) {
@@ -172,17 +162,11 @@ private slots:
 
     void keepsRangesAtARightClick()
     {
-        importStudy({{{{0, 0},
-                       {1, 1},
-                       {2, 2},
-                       {3, 3},
-                       {4, 4},
-                       {5, 5},
-                       {6, 6},
-                       {7, 7},
-                       {8, 8},
-                       {9, 9},
-                       {9, 9}}}});
+        Table samples{{9, 9}};
+        for (double value = 0; value < 10; ++value) {
+            samples.append({value, value});
+        }
+        importStudy({{samples}});
         user::clickCell(reach<QTableWidget>("_0_tw_RawResults"), 0, 20);
         auto* plot = the<QCustomPlot>("_0_cp_rawResHistoGram");
         const QCPRange fitted = plot->xAxis->range();
@@ -236,11 +220,9 @@ private slots:
         QVERIFY(lines.takeFirst() == "Directory: " + the<QLabel>("__lb_directory")->text());
         // clang-format off
         QCOMPARE(lines.join('\n'),
-            "Columns: OFV 20, THETA1 21\nDoses: 0, 0.1, 2\n"
-            "Population: Mean of the Population, 100 individuals\n"
+            "Columns: OFV 20, THETA1 21\nDoses: 0, 0.1, 2\nPopulation: Mean of the Population, 100 individuals\n"
             "Target: 1.05 < endpoint <= 10\nWeights: in log scale\n"
-            "Method: Model Selection, using individual ofv\nLevels (%): 40\n\n"
-            "Models\nModel\tFile\tData sets\tSamples\tEndpoint\tWeight\n"
+            "Method: Model Selection, using individual ofv\nLevels (%): 40\n\nModels\nModel\tFile\tData sets\tSamples\tEndpoint\tWeight\n"
             "model 0\traw_results_estimation_model0_data*.csv\t2\t2\tTHETA1*DOSE\t(0-1-ofv/2)\n"
             "model 1\traw_results_estimation_model1_data*.csv\t2\t2\tTHETA1+DOSE+ETA1\t(0-1-ofv/2)\n"
             "\nOmega of model 1\nCOL3\n\nRelative weights, data set 0\n"

@@ -3,9 +3,6 @@
 #include "model/randomng.h"
 #include "tests/support/windowtest.h"
 
-#include <QAccessible>
-#include <QStatusBar>
-
 /// What the window tells of findings, beside the checks themselves.
 class TestFindings : public WindowTest
 {
@@ -99,18 +96,18 @@ private slots:
         bound->selectAll();
         QTest::keyClicks(bound, "abc"); // not taken over yet
         QVERIFY2(status().contains("\"abc\" stands for 10"), qPrintable(status()));
-        edit("_1_tw_etaDefinition", 0, 0, "COL30"); // of 21
-        QVERIFY(tipOf("_1_tw_etaDefinition", 0).contains("30"));
-        QVERIFY(status().contains("30"));
-        edit("_1_tw_etaDefinition", 0, 0, "abc"); // is not taken over
-        QVERIFY(status().contains("abc"));
-        edit("_1_tw_etaDefinition", 0, 0, "-1");
-        QVERIFY(isTinted("_1_tw_etaDefinition", 0));
-        edit("_1_tw_etaDefinition", 0, 0, "1");
-        QVERIFY(!isTinted("_1_tw_etaDefinition", 0));
-        edit("_1_tw_etaDefinition", 0, 0, "COL21"); // 1, then -1
-        the<QTableWidget>("_1_tw_etaDefinition")->setCurrentCell(-1, -1);
-        const QString tip = tipOf("_1_tw_etaDefinition", 0); // whatever cell is current
+        const char omega[] = "_1_tw_etaDefinition"; // of 21 columns; "abc" is not taken over
+        for (const auto& [text, piece] :
+             {std::pair("COL30", "30"), {"abc", "abc"}, {"-1", "ETA1"}}) {
+            edit(omega, 0, 0, text);
+            QVERIFY2(status().contains(piece), qPrintable(status()));
+            QVERIFY2(isTinted(omega, 0) && tipOf(omega, 0).contains(piece), text);
+        }
+        edit(omega, 0, 0, "1");
+        QVERIFY(!isTinted(omega, 0));
+        edit(omega, 0, 0, "COL21"); // 1, then -1
+        the<QTableWidget>(omega)->setCurrentCell(-1, -1);
+        const QString tip = tipOf(omega, 0); // whatever cell is current
         QVERIFY2(tip.startsWith("In 1 of the first 2 samples"), qPrintable(tip));
     }
 
@@ -197,9 +194,8 @@ private slots:
             user::showPage(*window, page);
             QSet<const QWidget*> reached;
             for (int step = 0; step < 60; ++step) {
-                QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget()
-                                                            : window.get(),
-                                Qt::Key_Tab);
+                QWidget* focus = QApplication::focusWidget();
+                QTest::keyClick(focus ? focus : window.get(), Qt::Key_Tab);
                 reached.insert(QApplication::focusWidget());
             }
             for (const QWidget* widget : widgets) {

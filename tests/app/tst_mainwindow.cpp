@@ -5,11 +5,7 @@
 #include "tests/support/randomnumbers.h"
 #include "tests/support/windowtest.h"
 
-namespace {
-
 const char mismatch[] = "Headers of the raw_results files do not match.";
-
-} // namespace
 
 class TestMainWindow : public WindowTest
 {

@@ -1,12 +1,10 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "io/projectfile.h"
+#include "tests/support/projectbytes.h"
 #include "tests/support/windowtest.h"
 
 #include <csignal>
 #include <sys/resource.h>
-
-namespace {
 
 const char simulationCountText[] =
     "The number of imported raw results files must be the same as number of simulations or one "
@@ -17,14 +15,6 @@ const char formatText[] =
 const char headersText[] = "Some of the headers for the raw_results files for the simulation "
                            "models do not match with the estimation models.  Please double check.";
 const char trueModels[] = "_5_tw_trueModelTMED"; // number and theoretical MED per simulation
-
-QByteArray contentOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-}
-
-} // namespace
 
 /// Simulation studies from import to comparison, and analyses saved and opened again.
 class TestSimulationStudy : public WindowTest
@@ -49,22 +39,11 @@ class TestSimulationStudy : public WindowTest
         press("_4_cb_useCash");
         press("_4_pb_startCalculation");
     }
-    /// Ctrl and the key; the file dialog takes the path, the boxes after it have the texts.
-    void pressShortcut(Qt::Key key, const QString& path, const QStringList& messages)
-    {
-        user::show(*window);
-        DialogDriver dialogs;
-        dialogs.answerFiles({path});
-        for (const QString& message : messages) {
-            dialogs.acknowledge(message);
-        }
-        QTest::keyClick(window.get(), key, Qt::ControlModifier);
-    }
     QByteArray save()
     {
         const QString path = files.path("saved");
         QFile::remove(path); // no question whether to replace it
-        pressShortcut(Qt::Key_S, path, {});
+        pressShortcut(Qt::Key_S, path);
         return contentOf(path);
     }
     void open(const QByteArray& content, const QStringList& messages = {})
@@ -199,9 +178,7 @@ private slots:
         ProjectItems items;
         items.rawResults = {{{{1}}, {{1}, {1}}}, {{{1}}}};
         items.rawResultsHeaders = {{"a"}, {"a"}};
-        QBuffer buffer;
-        QVERIFY(buffer.open(QIODevice::WriteOnly) && writeProject(items, &buffer));
-        open(buffer.data());
+        open(ProjectBytes(items).bytes);
         type("_2_sb_dataNumber", "1");
         QCOMPARE(the<QTableWidget>("_2_tw_relativeWeight")->rowCount(), 2);
         type("_0_sb_model", "1");

@@ -6,16 +6,12 @@
 
 #include <QtTest>
 
-namespace {
-
-parser compiled(const QString& expression)
+static parser compiled(const QString& expression)
 {
     parser p(expression);
     p.generate_tree();
     return p;
 }
-
-} // namespace
 
 class TestParser : public QObject
 {
@@ -94,9 +90,7 @@ private slots:
                     block.varying.append(2.5 + std::sin(i * 1.7));
                     singles[i % block.count][varying.at(i / block.count)] = block.varying.last();
                 }
-                for (const QVector<double>& single : qAsConst(singles)) {
-                    expected.append(walk.evaluate_tree(single));
-                }
+                expected += walk.evaluateAll(singles);
                 QVERIFY2(almostEqual(p.evaluateAll(singles), expected.mid(blocks.size() * 300), 0),
                          expression);
                 blocks.append(block);
@@ -127,6 +121,42 @@ private slots:
             LogCapture log;
             p.evaluate_tree({0, 0, 0, 1});
             QCOMPARE(log.messages(), messages);
+        }
+    }
+
+    /// Tokens that no text gives, with kinds, codes and indices of any value.
+    void operatesOnAnyTokens()
+    {
+        // clang-format off
+        const std::tuple<const char*, double, const char*> rows[] = { // kind:value, operator last
+            {"0:1 2:111", 1.5707963267948966, ""}, {"0:0 2:112", 1.5707963267948966, ""},
+            {"0:1 2:113", 0.7853981633974483, ""}, {"0:4 2:114", 0, ""}, {"0:4 2:nan", 0, ""},
+            {"0:4 0:3 2:5", 0, ""}, {"0:4 0:3 2:-1", 0, ""}, {"0:4 0:3 2:0.5", 64, ""},
+            {"0:4 0:3 2:100", 0, ""}, {"-1:4 1:-0.5 2:4", -3, ""},
+            {"0:4 1:-1 2:3", 4, "not en"}, {"1:1e300 2:105", 0, "not en"},
+            {"-2:4 2:102", 102, "Cannot"}, {"-2:4 0:3 2:3", 3, "Cannot"}, {"0:4 2:5 2:3", 3, "Cannot"},
+            {"0:4 2:1", 1, "This t"}, {"0:4 2:101", 101, "This t"}, {"0:4 0:3 2:101", 101, "This t"},
+            {"0:4 0:3", 3, "This t"}, {"0:4 0:3 -2:1", 1, "This t"}};
+        // clang-format on
+        const QVector<double> values{7};
+        for (const auto& [text, value, message] : rows) {
+            QVector<parser_token> tree;
+            for (const QString& token : QString(text).split(' ')) {
+                tree.append(parser_token());
+                tree.last().type = token.section(':', 0, 0).toInt();
+                tree.last().value = token.section(':', 1).toDouble();
+            }
+            const LogCapture log;
+            parser_token last = tree.constLast();
+            tree.size() == 2 ? last.operate(tree.at(0), values)
+                             : last.operate(tree.at(0), tree.at(1), values);
+            const QString told = log.messages().join('\n').section(": ", 1).left(6);
+            QVERIFY2(told == message && almostEqual(last.value, value), text);
+            QCOMPARE(last.type == parser_token::Number, told.isEmpty() || told == "not en");
+            const Program program(tree); // gives the same; none where there is something to tell
+            QVERIFY2(!program.isValid()
+                         || (told.isEmpty() && program.evaluate(values.data()) == last.value),
+                     text);
         }
     }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "io/csv.h"
 #include "io/csvexport.h"
+#include "tests/support/studyfiles.h"
 
 #include <QTableWidget>
 #include <QTemporaryDir>
@@ -17,11 +18,7 @@ class TestCsv : public QObject
 
     QTemporaryDir folder;
     const QString path = folder.filePath("table.csv");
-    QByteArray content() const
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : "unreadable";
-    }
+    QByteArray content() const { return contentOf(path); }
 
 private slots:
     void reads()
@@ -72,9 +69,10 @@ private slots:
     }
     void exports()
     {
-        const TextRows rows{{"ofv", "a,b", "\"q\""}, {"1\t2", "", "x\r\ny"}, {}, {u8"θ"}};
-        QCOMPARE(tabSeparated(rows), QString(u8"ofv\ta,b\t\"q\"\n1 2\t\tx  y\n\nθ"));
-        const QByteArray lines = u8"ofv,\"a,b\",\"\"\"q\"\"\"\r\n1\t2,,\"x\r\ny\"\r\n\r\nθ\r\n";
+        const TextRows rows{{"ofv", "a,b", "\"q\""}, {"1\t2", "", "x\r\ny"}, {}, {u8"θ\n"}};
+        QCOMPARE(tabSeparated(rows), QString(u8"ofv\ta,b\t\"q\"\n1 2\t\tx  y\n\nθ "));
+        const QByteArray lines =
+            u8"ofv,\"a,b\",\"\"\"q\"\"\"\r\n1\t2,,\"x\r\ny\"\r\n\r\n\"θ\n\"\r\n";
         QCOMPARE(commaSeparated(rows), lines);
         QVERIFY(tabSeparated({}).isEmpty() && commaSeparated({}).isEmpty());
 

@@ -1,12 +1,13 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "io/csvexport.h"
 #include "tests/support/projectbytes.h"
+#include "tests/support/studyfiles.h"
 
 #include <QtTest>
 
-#ifdef Q_OS_UNIX
+#include <numeric>
 #include <sys/resource.h>
-#endif
 
 class TestProjectFile : public QObject
 {
@@ -79,26 +80,31 @@ private slots:
     }
     void writes()
     {
-        ProjectItems items = someItems();
-        for (const int large : {0, 700000}) { // that is several buffers
-            items.upperBound += QString(large, 'x');
-            items.doseChoiceVector += QVector<double>(large, 0.1);
+        ProjectItems items;
+        QVector<int> sizes(288); // with which what comes behind crosses the end of a buffer
+        std::iota(sizes.begin(), sizes.end(), 524000);
+        for (const int large : sizes + QVector<int>{0, 700000}) { // that is several buffers
+            items = someItems();
+            items.upperBound = QString(large, 'x');
+            items.doseChoiceVector += QVector<double>(large == 700000 ? large : 0, 0.1);
             QBuffer buffer;
             QVERIFY(!writeProject(items, &buffer) && buffer.open(QIODevice::WriteOnly));
             QVERIFY(writeProject(items, &buffer) && buffer.data() == ProjectBytes(items).bytes);
             QFile disk("/dev/full");
             QVERIFY(!disk.open(QIODevice::WriteOnly) || !writeProject(items, &disk));
         }
-#ifdef Q_OS_UNIX
+        const QTemporaryDir folder;
+        const QString path = folder.filePath("export.csv");
         QTemporaryFile limited;
         rlimit usual{};
-        QVERIFY(limited.open() && getrlimit(RLIMIT_FSIZE, &usual) == 0);
+        QVERIFY(limited.open() && getrlimit(RLIMIT_FSIZE, &usual) == 0 && writeFile(path, "old"));
         const rlimit small{1000, usual.rlim_max};
         setrlimit(RLIMIT_FSIZE, &small);
-        const bool isWritten = writeProject(items, &limited); // that signal would end the test
+        // The signal that a write beyond the limit sends would end the test.
+        const bool isWritten =
+            writeProject(items, &limited) || writeFile(path, QByteArray(2000, 'x'));
         setrlimit(RLIMIT_FSIZE, &usual);
-        QVERIFY(!isWritten);
-#endif
+        QVERIFY(!isWritten && contentOf(path) == "old");
     }
 };
 

@@ -10,20 +10,18 @@
 
 #include <numeric>
 
-namespace {
-
 using Numbers = QVector<double>;
 
 /// Column n holds n.
-Numbers numberedRow(int size)
+static Numbers numberedRow(int size)
 {
     Numbers row(size);
     std::iota(row.begin(), row.end(), 1);
     return row;
 }
 
-endPoint definition(const QString& expression, const Numbers& doses,
-                    const QVector<Numbers>& omega = {})
+static endPoint definition(const QString& expression, const Numbers& doses,
+                           const QVector<Numbers>& omega = {})
 {
     endPoint result;
     result.endPointParser = parser(expression);
@@ -32,8 +30,6 @@ endPoint definition(const QString& expression, const Numbers& doses,
     result.omega = omega;
     return result;
 }
-
-} // namespace
 
 class TestEndpoint : public QObject
 {
@@ -48,6 +44,10 @@ private slots:
                             {{2, 0, 0}, {1, 2, 0}, {3, -1, 2}}, 1e-15));
         QVERIFY(std::isnan(generator.choleskyDecomposition({{1, 2}, {2, 1}}).at(1).at(1)));
         QVERIFY(std::isnan(generator.choleskyDecomposition({{1}, {2}}).at(1).at(1)));
+
+        const Numbers rows =
+            MultiNormalSampler(QVector<Numbers>{{0}}).columns(nullptr, 1, {0, -1, 1});
+        QVERIFY(almostEqual(rows, {0, qQNaN(), qQNaN()}, 0)); // beyond the matrix
 
         seedRandomNumbers(1);
         const double u = nextUniform();
@@ -81,7 +81,7 @@ private slots:
             {"(COLUMN3)", 3, qQNaN()}, {"(COL0)", 3, qQNaN()}, {"(COL4)", 3, qQNaN()},
             {"(COL2147483647)", 3, qQNaN()}, {"(COL99999999999)", 3, qQNaN()}, {"(theta1)", 25, qQNaN()},
             {"(ETA0)", 25, qQNaN()}, {"(ETA1000)", 25, qQNaN()}, {"(Time)", 25, qQNaN()},
-            {"COL1*THETA2^DOSE", 25, 484}, {"5", 25, 5}};
+            {"(THETA2147483647)", 25, qQNaN()}, {"COL1*THETA2^DOSE", 25, 484}, {"5", 25, 5}};
         // clang-format on
         for (const auto& [expression, rowSize, result] : rows) {
             endPoint model = definition(expression, {1, 2});
@@ -91,6 +91,9 @@ private slots:
             QVERIFY2(almostEqual(model.evaluateEndpoint(row).last(), result, 0), expression);
             QCOMPARE(model.numEtas, 0);
         }
+        endPoint undefined;
+        undefined.doses = {1};
+        QCOMPARE(undefined.evaluateEndpoint({}), Numbers{undefined.evaluateEndpoint(1, {})});
     }
 
     void bindsWeights()
@@ -130,7 +133,7 @@ private slots:
         };
         for (const int percentile : {-1, 0, 25, 50, 75, 100}) {
             model.populationSummary = percentile;
-            for (const int count : {0, 1, 2, 3, 97, 100, 2000}) { // the last in parallel
+            for (const int count : {-1, 0, 1, 2, 3, 97, 100, 2000}) { // the last in parallel
                 model.numSimulations = count;
                 seedRandomNumbers(7);
                 const Numbers simulated = model.evaluateEndpoint(Numbers());
@@ -159,6 +162,12 @@ private slots:
         QVERIFY(almostEqual(model.evaluateEndpoint({4, 9}), {qQNaN()})); // outside the row
         QVERIFY(almostEqual(model.omega, entered, 0));
 
+        // Uneven, as a damaged project may have it.
+        model.omegaColumns.removeLast();
+        QVERIFY(almostEqual(model.omegaOf({4, 9, -3}), {{4, -3}, {-3, 6}}, 0));
+        model.omega = {{1}};
+        QVERIFY(almostEqual(model.evaluateEndpoint(Numbers{4, 9, -3}), {qQNaN()}));
+
         model = definition("ETA3+THETA1", {0}, {{1, 2}, {2, 5}}); // grows
         model.evaluateEndpoint(numberedRow(25));
         QVERIFY(almostEqual(model.omega, {{1, 2, 0}, {2, 5, 0}, {0, 0, 0}}, 0));
@@ -176,6 +185,9 @@ private slots:
         container.addVariable({0, 0, 3, 10});
         evaluateEPParser(container);
         QCOMPARE(container.results, Numbers({20, 30}));
+        container.clearVariables();
+        evaluateEPParser(container);
+        QVERIFY(container.results.isEmpty());
     }
 };
 

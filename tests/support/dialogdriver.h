@@ -3,9 +3,7 @@
 #ifndef VELMORA_TESTS_SUPPORT_DIALOGDRIVER_H
 #define VELMORA_TESTS_SUPPORT_DIALOGDRIVER_H
 
-#include <QQueue>
 #include <QTest>
-#include <QTimer>
 #include <QtWidgets>
 
 /// Answers modal dialogs in the order in which they are expected, while the program waits

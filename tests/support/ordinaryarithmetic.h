@@ -70,8 +70,7 @@ private:
         // clang-format off
         static const QHash<QString, double (*)(double)> functions{
             {"", [](double x) { return x; }}, {"exp", std::exp}, {"log", std::log},
-            {"Sin", std::sin}, {"Cos", std::cos}, {"Tan", std::tan}, {"ASin", std::asin},
-            {"ACos", std::acos}, {"ATan", std::atan},
+            {"Sin", std::sin}, {"Cos", std::cos}, {"Tan", std::tan},
             {"Sign", [](double x) { return x < 0 ? -1.0 : 1.0; }},
             {"log10", [](double x) { return std::log(x) / 2.302585092994046; }},
             {"Abs", [](double x) { return x < 0 ? -x : x; }},

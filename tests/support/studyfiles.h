@@ -7,6 +7,13 @@
 #include <QTemporaryDir>
 #include <QVector>
 
+/// What is in a file, a phrase if it cannot be read.
+inline QByteArray contentOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : "unreadable";
+}
+
 /// A folder of small study files that is gone with the object.
 class StudyFiles
 {

@@ -3,7 +3,6 @@
 #ifndef VELMORA_TESTS_SUPPORT_USERINPUT_H
 #define VELMORA_TESTS_SUPPORT_USERINPUT_H
 
-#include <QPointer>
 #include <QTest>
 #include <QtWidgets>
 

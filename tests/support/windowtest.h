@@ -76,6 +76,18 @@ protected:
         press(button);
     }
 
+    /// Ctrl and the key; the file dialog takes the path, the boxes after it have the texts.
+    void pressShortcut(Qt::Key key, const QString& path, const QStringList& messages = {})
+    {
+        user::show(*window);
+        DialogDriver dialogs;
+        dialogs.answerFiles({path});
+        for (const QString& message : messages) {
+            dialogs.acknowledge(message);
+        }
+        QTest::keyClick(window.get(), key, Qt::ControlModifier);
+    }
+
     /// Imports a folder with a file for every data set.
     void importStudy(const RawResults& results)
     {
