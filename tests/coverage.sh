@@ -1,0 +1,81 @@
+#!/usr/bin/env bash
+# SPDX-FileCopyrightText: Velmora contributors
+# SPDX-License-Identifier: GPL-3.0-or-later
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+usage() {
+    cat <<'TEXT'
+Usage: tests/coverage.sh
+
+Installs missing packages (Debian, as root or with sudo), builds everything below
+build/coverage with clang, runs all tests, and prints how many lines and branches
+of expr/, model/ and io/ they reach; no display is needed.
+
+Every outcome of a condition is a branch, those within && and || included. Of the
+instantiations of a template, the one that is reached best counts.
+
+What is not reached is listed in build/coverage/unreached.txt; the sources with
+all counts are in build/coverage/html.
+TEXT
+}
+
+case "${1-}" in
+    '') ;;
+    -h | --help) usage; exit 0 ;;
+    *) usage >&2; exit 2 ;;
+esac
+
+# shellcheck source=packaging/build-steps.sh
+source packaging/build-steps.sh
+ensure_packages packaging/debian-packages.txt
+ensure_packages packaging/coverage-packages.txt
+
+# The counters name the sources by full paths, which ccache would make relative.
+unset CCACHE_BASEDIR CCACHE_NOHASHDIR
+build_preset coverage
+
+folder=$PWD/build/coverage
+rm -rf "$folder/profiles" "$folder/html"
+LLVM_PROFILE_FILE="$folder/profiles/%p.profraw" ctest --preset coverage --parallel "$(nproc)"
+llvm-profdata merge -o "$folder/tests.profdata" "$folder"/profiles/*.profraw
+
+programs=()
+while read -r program; do
+    programs+=(-object "$program")
+done < <(find "$folder/tests" -type f -name 'tst_*' -perm -u+x | sort)
+
+# llvm-cov on all test programs, of which the first is named without -object, and sources:
+# of_tests COMMAND OPTIONS... SOURCE...
+of_tests() {
+    local command=$1
+    shift
+    # "Mismatched" are inline functions that some of the programs do not call.
+    llvm-cov "$command" "-instr-profile=$folder/tests.profdata" "${programs[@]:1}" "$@" \
+        2> >(grep -v 'functions have mismatched data' >&2)
+}
+
+of_tests show -format=html -show-branches=count -show-instantiations=false \
+    -output-dir="$folder/html" "$PWD"/{expr,model,io} >/dev/null
+# In the text, a line that begins with its number and its count is followed by the branches
+# that begin in it.
+of_tests show -show-branches=count -show-instantiations=false "$PWD"/{expr,model,io} \
+    | awk '
+        /^\/.*:$/ { file = $0 }
+        /^ *[0-9]+\|/ { line = $0; isListed = 0 }
+        /^ *[0-9]+\| *0\|/ || /Branch \(.*: 0[],]/ {
+            if (file != "") { print file; file = "" }
+            if (!isListed) { print line; isListed = 1 }
+            if ($0 != line) { print }
+        }' >"$folder/unreached.txt"
+row='%-36s %7s %9s %8s %10s %9s %8s\n'
+# shellcheck disable=SC2059 # a row is a format
+printf "\n$row" '' lines unreached reached branches unreached reached
+for sources in expr model io; do
+    # Fields from the left: regions, functions, lines and branches.
+    of_tests report -show-branch-summary "$PWD/$sources" | awk -v row="$row" -v folder="$sources" '
+        NF == 13 && $2 ~ /^[0-9]+$/ {
+            name = $1 == "TOTAL" ? "all of " folder : folder "/" $1
+            printf row, name, $8, $9, $10, $11, $12, $13
+        }'
+done
