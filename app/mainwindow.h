@@ -269,6 +269,7 @@ private:
     void loadDoseChoice(const DecodedProject& project);
 
     // Findings: what the user should know about data and inputs
+    void registerInputChecks();
     void connectFindings();
     void renewCheckUp();
     void showCheckUp();

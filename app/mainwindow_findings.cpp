@@ -63,9 +63,9 @@ void showOnItem(QTableWidgetItem* item, const QString& text)
 /// Shows findings on any other input, above what its description says.
 void showOnWidget(QWidget* input, const QStringList& findings)
 {
-    QStringList lines = findings;
-    lines.append(input->accessibleDescription());
-    input->setToolTip(plainToolTip(lines.join('\n')));
+    QStringList told = findings;
+    told.append(input->accessibleDescription());
+    input->setToolTip(plainToolTip(told.join('\n')));
     const bool isButton = qobject_cast<QAbstractButton*>(input) != nullptr;
     const QPalette::ColorRole role = isButton ? QPalette::Window : QPalette::Base;
     QPalette palette; // what is not set here follows the application's
@@ -122,8 +122,8 @@ QStringList covarianceFindings(const endPoint& definition, const Table& samples)
 
 } // namespace
 
-/// Registers the checks of the inputs, and follows what is current.
-void MainWindow::connectFindings()
+/// Tells how each input is checked.
+void MainWindow::registerInputChecks()
 {
     inputChecks = {
         {ui->_1_le_possibleDoses, [this] { return checkDoses(ui->_1_le_possibleDoses->text()); }},
@@ -148,6 +148,12 @@ void MainWindow::connectFindings()
         {ui->_4_cb_useCash, [this] { return cacheFindings(); }},
         {ui->_0_tw_RawResults, [this] { return shownFindings(); }},
     };
+}
+
+/// Checks the inputs, now and whenever they change, and follows what is current.
+void MainWindow::connectFindings()
+{
+    registerInputChecks();
     for (const InputCheck& check : qAsConst(inputChecks)) {
         renewFindings(check.input);
     }

@@ -89,7 +89,8 @@ QVector<int> selectedModels(const Table& values, int sampleCount)
                 continue;
             }
             const double value = values.at(model).at(sample);
-            const bool isBetter = selected.at(sample) < 0 ? !std::isnan(value) : value > best;
+            const bool isFirst = selected.at(sample) < 0;
+            const bool isBetter = isFirst ? !std::isnan(value) : value > best;
             if (isBetter) {
                 best = value;
                 selected[sample] = model;

@@ -210,7 +210,7 @@ void saveProject(Tour& tour, const QString& path)
 }
 
 /// Opens the project in a window of its own, which has to show what the first one shows.
-void reopenProject(Tour& tour, const QString& path)
+void reopenProject(const Tour& tour, const QString& path)
 {
     Tour reopened(tour.outputFolder());
     DialogDriver dialogs;

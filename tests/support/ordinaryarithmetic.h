@@ -46,11 +46,11 @@ private:
 
     double binary(const QString& operators)
     {
-        const auto operand = [&] { return operators == "[-+]" ? binary("[*/]") : power(); };
-        double left = operand();
+        const auto next = [&] { return operators == "[-+]" ? binary("[*/]") : power(); };
+        double left = next();
         while (match(operators)) {
             const QChar code = last.at(0);
-            const double right = operand();
+            const double right = next();
             left = code == '+'   ? left + right
                    : code == '-' ? left - right
                    : code == '*' ? left * right

@@ -16,7 +16,7 @@ struct ProjectBytes
     {
         QDataStream stream(&bytes, QIODevice::WriteOnly);
         stream.setVersion(15);
-        const auto put = [&](auto&... item) { ((stream << item, ends.append(bytes.size())), ...); };
+        const auto put = [&](const auto&... x) { ((stream << x, ends.append(bytes.size())), ...); };
         put(i.rawResults, i.rawResultsHeaders, i.possibleDoses, i.endPointExpressions, i.omegas,
             i.omegaColumns, i.populationSummary, i.weightExpressions, i.logScale);
         put(i.averageOrSelection, i.oneOrIndividualOfv, i.lowerBound, i.upperBound, i.doseChoice,
