@@ -15,7 +15,8 @@
 #include <QSignalBlocker>
 
 #include <algorithm>
-#include <limits>
+#include <memory>
+#include <new>
 
 namespace {
 
@@ -75,16 +76,15 @@ bool isDevice(const QString& path)
     return info.exists() && !info.isFile() && !info.isDir();
 }
 
-/// Reads through a copy in memory, as a mapped file that another program cuts short would
-/// end this one; mapped only where it is too large for a QByteArray.
+/// Reads a copy in memory, as a mapped file that another program cuts short would end this
+/// one. No QByteArray, which holds 2 GB at most.
 DecodedProject readProjectFile(QFile& file)
 {
-    if (file.size() < std::numeric_limits<int>::max() / 2) {
-        const QByteArray bytes = file.readAll();
-        return readProject(reinterpret_cast<const uchar*>(bytes.constData()), bytes.size());
-    }
-    const uchar* mapped = file.map(0, file.size());
-    return mapped == nullptr ? DecodedProject() : readProject(mapped, file.size());
+    const qint64 size = file.size();
+    const std::unique_ptr<char[]> bytes(new (std::nothrow) char[std::size_t(size)]);
+    const qint64 count = bytes == nullptr ? -1 : file.read(bytes.get(), size);
+    return count < 0 ? DecodedProject()
+                     : readProject(reinterpret_cast<const uchar*>(bytes.get()), count);
 }
 
 void chooseItem(QComboBox* box, int index)

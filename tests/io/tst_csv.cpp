@@ -57,14 +57,24 @@ private slots:
         for (const QString& name : {QString(), folder.path(), folder.filePath("missing"), pipe}) {
             QVERIFY(csvReadToDouble(name).isEmpty() && csvWithHeaderReadHeader(name).isEmpty());
         }
-        QTest::ignoreMessage(QtDebugMsg, "Error, unable to save");
+        QTableWidget widget; // without rows
+        for (int writer = 0; writer < 4; ++writer) {
+            QTest::ignoreMessage(QtDebugMsg, "Error, unable to save");
+        }
         csvwrite(folder.path(), Table{{1}});
+        csvwrite(folder.path(), Table{{1}}, {});
+        csvwrite(folder.path(), &widget);
+        csvwrite(folder.path(), &widget, 0);
 
         csvwrite(path, Table{{1, 2.5}, {}, {1234567, 1e-5}});
         QCOMPARE(content(), QByteArray("1,2.5\n\n1.23457e+06,1e-05\n"));
         csvwrite(path, Table{{1}}, {"a", "b", "c"});
         QCOMPARE(content(), QByteArray("c\n1\n"));
+        csvwrite(path, Table{{1}}, {});
+        QCOMPARE(content(), QByteArray("\n1\n"));
         csvwrite(path, Table(), {"a"});
+        QVERIFY(content().isEmpty());
+        csvwrite(path, &widget);
         QVERIFY(content().isEmpty());
     }
     void exports()
