@@ -107,6 +107,10 @@ private:
         files.write("wide.csv",
                     QByteArray("x,").repeated(3000) + '\n' + QByteArray("1,").repeated(3000));
         files.write("long.csv", "v\n" + QByteArray("1e-300\n-2e300\n").repeated(1500));
+        files.write("large.csv",
+                    QByteArray(QByteArray("0.5,").repeated(1009) + "7\n").repeated(1000));
+        files.write("sparse.csv",
+                    "v\n" + QByteArray(18000, '\n') + QByteArray("1,").repeated(9000));
         files.write("digits.csv", "n\n" + QByteArray(100000, '9') + "\n5\n");
     }
 
