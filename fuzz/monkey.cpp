@@ -343,7 +343,14 @@ private:
     {
         log("starts afresh", &window);
         window.resize(912, 725);
-        user::showPage(window, 0);
+        for (int page = 6; page >= 0; --page) {
+            user::showPage(window, page); // charts of hidden pages keep their size
+            settle();
+        }
+        answers.nextFile("sim0.csv"); // simulations stay when an analysis is opened
+        auto* simulations = window.findChild<QPushButton*>("_5_pb_importSimRawRes");
+        window.findChild<QTabWidget*>()->setCurrentWidget(simulations->parentWidget());
+        user::click(simulations);
         answers.nextFile("small");
         window.findChild<QAction*>("actionOpen")->trigger();
         answers.nextFile("fresh");
