@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/aplot.h"
 
+#include "io/csv.h"
 #include "model/percentile.h"
 
 #include <QDebug>
@@ -105,9 +106,8 @@ void histogram(QTableWidget* table, QCustomPlot* plot, int nBins)
     }
     QVector<double> values;
     for (int row = 0; row < table->rowCount(); ++row) {
-        const QTableWidgetItem* item = table->item(row, table->currentColumn());
         bool ok = false;
-        const double value = item != nullptr ? item->text().toDouble(&ok) : 0.0;
+        const double value = csvCellText(table, row, table->currentColumn()).toDouble(&ok);
         if (ok && !std::isnan(value)) {
             values.append(value);
         }

@@ -213,6 +213,7 @@ private:
     // Page "2": weights
     void refresh_2_tw_weightDefinition();
     void refresh_2_tw_relativeWeight();
+    void setWeightColumns(int modelCount);
     void renewRelativeWeights();
     /// Relative weights of a data set, [sample][model]; empty if it does not exist.
     QVector<QVector<double>> calculate_relativeWeight(int dataSet);
@@ -281,7 +282,7 @@ private:
     void renewResultFindings();
     void renewAllFindings();
     QStringList findingsOn(const QWidget* input) const;
-    QStringList shownFindings() const;
+    void showFullSize(QTableWidget* table);
     void makeCurrent(QWidget* input);
     void showStatus();
     void nameColumns();

@@ -31,7 +31,7 @@ void MainWindow::refresh_0_tw_RawResults()
         delete table->takeHorizontalHeaderItem(column);
     }
     csvDisplay(table, rawResults.at(model).at(dataSet), header);
-    renewFindings(table);
+    showFullSize(table);
     fitColumns(table);
     nameColumns();
 }
@@ -60,7 +60,7 @@ void MainWindow::refresh_0_cp_rawResHistoGram()
     plot->clearGraphs();
     histogram(values, visibleBinEdges(plot, binCount), plot);
     styleHistogram(plot);
-    plot->xAxis->setLabel(rawResultsHeaders.value(model).value(column));
+    plot->xAxis->setLabel(rawResultsHeaders.value(model).value(column).left(longestName));
     plot->yAxis->setLabel("Frequency");
     plot->replot();
 }

@@ -5,6 +5,7 @@
 #include "app/analysis/numberlist.h"
 #include "app/aplot.h"
 #include "app/mainwindow.h"
+#include "io/csv.h"
 #include "model/binding.h"
 #include "ui_mainwindow.h"
 
@@ -90,7 +91,7 @@ void MainWindow::refresh_1_tw_rawResLabels()
     table->setRowCount(1);
     table->setColumnCount(names.size());
     for (int column = 0; column < names.size(); ++column) {
-        table->setItem(0, column, new QTableWidgetItem(names.at(column)));
+        table->setItem(0, column, new QTableWidgetItem(names.at(column).left(longestName)));
     }
     table->resizeColumnsToContents();
     nameColumns();

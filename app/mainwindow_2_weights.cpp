@@ -32,10 +32,21 @@ void MainWindow::refresh_2_tw_weightDefinition()
             table->setItem(model, 0, new QTableWidgetItem(definition.weightParser.expression));
         }
     }
-    ui->_2_tw_relativeWeight->setColumnCount(modelCount);
+    setWeightColumns(modelCount);
     showModelNames();
     refresh_2_tw_relativeWeight();
     renewFormulaFindings();
+}
+
+/// Makes a column for each model. Of weights that are shown one row stays as a sign, until
+/// they are renewed: a change of columns moves all cells once per row.
+void MainWindow::setWeightColumns(int modelCount)
+{
+    QTableWidget* table = ui->_2_tw_relativeWeight;
+    if (table->columnCount() != modelCount) {
+        table->setRowCount(qMin(1, table->rowCount()));
+        table->setColumnCount(modelCount);
+    }
 }
 
 void MainWindow::refresh_2_tw_relativeWeight()
@@ -43,6 +54,7 @@ void MainWindow::refresh_2_tw_relativeWeight()
     const int dataSet = ui->_2_sb_dataNumber->value();
     QTableWidget* table = ui->_2_tw_relativeWeight;
     csvDisplay(table, calculate_relativeWeight(dataSet));
+    showFullSize(table);
     fitColumns(table);
     const QVector<int> selected = make_ModelSelection(dataSet);
     // One repaint below instead of an announcement per cell.

@@ -61,6 +61,7 @@ void MainWindow::on__4_pb_startCalculation_clicked()
     if (doseChoice.isEmpty()) {
         table->setRowCount(0);
     }
+    showFullSize(table);
     QString widestDose = "nan";
     for (const double dose : qAsConst(possibleDoses)) {
         const QString text = QString::number(dose, 'g', 6);

@@ -122,6 +122,7 @@ void MainWindow::readTrueMeds()
         return;
     }
     csvDisplay(ui->_5_tw_trueModelTMED, file);
+    showFullSize(ui->_5_tw_trueModelTMED);
     for (const QVector<double>& row : file) {
         const double trueMed =
             row.value(theoreticalMedColumn, std::numeric_limits<double>::quiet_NaN());

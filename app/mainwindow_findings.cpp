@@ -6,6 +6,7 @@
 #include "app/analysis/heading.h"
 #include "app/analysis/inputcheck.h"
 #include "app/mainwindow.h"
+#include "io/csv.h"
 #include "model/diagnosis.h"
 #include "ui_mainwindow.h"
 
@@ -25,7 +26,7 @@ namespace {
 const QColor findingTint(255, 176, 0, 90);
 
 /// A table looks through all of its items to set the tooltip of one.
-constexpr int mostDescribedColumns = 20'000;
+constexpr int mostDescribed = 20'000;
 
 QColor blended(const QColor& base)
 {
@@ -146,7 +147,6 @@ void MainWindow::registerInputChecks()
                                      QThread::idealThreadCount());
          }},
         {ui->_4_cb_useCash, [this] { return cacheFindings(); }},
-        {ui->_0_tw_RawResults, [this] { return shownFindings(); }},
     };
 }
 
@@ -213,7 +213,7 @@ void MainWindow::showCheckUp()
         plainToolTip(importCheckUp.models.value(ui->_0_sb_model->value()).text));
     // Headings are painted without regard to transparency.
     const QBrush headingTint(blended(palette().color(QPalette::Button)));
-    for (int model = 0; model < endPoints.size(); ++model) {
+    for (int model = 0; model < qMin(endPoints.size(), mostDescribed); ++model) {
         const ModelCheckUp found = importCheckUp.models.value(model);
         for (QTableWidgetItem* item : {ui->_1_tw_endPoints->verticalHeaderItem(model),
                                        ui->_2_tw_weightDefinition->verticalHeaderItem(model),
@@ -343,15 +343,13 @@ void MainWindow::renewAllFindings()
     }
 }
 
-/// Whether page "0" shows all of its data set.
-QStringList MainWindow::shownFindings() const
+/// Tells on a table of numbers that it shows only a part of them.
+void MainWindow::showFullSize(QTableWidget* table)
 {
-    const int model = ui->_0_sb_model->value();
-    const Table rows = rawResults.value(model).value(qMax(0, ui->_0_sb_data->value()));
-    const QTableWidget& table = *ui->_0_tw_RawResults;
-    return checkShown(rows.size(), table.rowCount(),
-                      qMax(widestRow(rows), rawResultsHeaders.value(model).size()),
-                      table.columnCount());
+    const QSize full = csvFullSize(table);
+    showOnWidget(table, full.isValid() ? checkShown(full.height(), table->rowCount(), full.width(),
+                                                    table->columnCount())
+                                       : QStringList());
 }
 
 /// Names the data column under every heading of the results and every label of page "1",
@@ -360,13 +358,13 @@ void MainWindow::nameColumns()
 {
     const auto nameItems = [this](int model, int dataSet, const auto& itemOf) {
         const QStringList pieces = rawResultsHeaders.value(model);
-        const int count = qMin(pieces.size(), mostDescribedColumns);
+        const int count = qMin(pieces.size(), mostDescribed);
         const QStringList descriptions =
             describeColumns(count, columnNames(pieces), rawResults.value(model).value(dataSet),
                             colNumOFV, colNumTHETA1);
         for (int column = 0; column < count; ++column) {
             if (QTableWidgetItem* item = itemOf(column)) {
-                item->setToolTip(plainToolTip(descriptions.at(column)));
+                item->setToolTip(plainToolTip(descriptions.at(column).left(longestName)));
             }
         }
     };

@@ -27,6 +27,18 @@ QString modelNameOf(const QString& path)
     return fileName.split("raw_results_").last().split(".csv").first();
 }
 
+/// Names a heading, by a new item where there is none: for an item that changes, a table
+/// looks through all that it has.
+template <typename SetItem>
+void nameHeading(QTableWidgetItem* item, const QString& name, SetItem setItem)
+{
+    if (item == nullptr) {
+        setItem(new QTableWidgetItem(name));
+    } else if (item->text() != name) {
+        item->setText(name);
+    }
+}
+
 } // namespace
 
 void MainWindow::on___pb_importFbF_clicked()
@@ -215,7 +227,7 @@ QStringList MainWindow::numberedModelNames(int count)
 void MainWindow::showImport(const QStringList& modelNames)
 {
     ui->_2_tw_weightDefinition->setRowCount(modelNames.size());
-    ui->_2_tw_relativeWeight->setColumnCount(modelNames.size());
+    setWeightColumns(modelNames.size());
     showModels(modelNames);
     renewTypicalDRPlot();
     renewRelativeWeights();
@@ -282,9 +294,17 @@ void MainWindow::showModelNames()
     for (const endPoint& definition : qAsConst(endPoints)) {
         names.append(definition.name);
     }
-    ui->_1_tw_endPoints->setVerticalHeaderLabels(names);
-    ui->_2_tw_weightDefinition->setVerticalHeaderLabels(names);
-    ui->_2_tw_relativeWeight->setHorizontalHeaderLabels(names);
+    for (QTableWidget* table : {ui->_1_tw_endPoints, ui->_2_tw_weightDefinition}) {
+        for (int model = 0; model < qMin(names.size(), table->rowCount()); ++model) {
+            nameHeading(table->verticalHeaderItem(model), names.at(model),
+                        [=](QTableWidgetItem* item) { table->setVerticalHeaderItem(model, item); });
+        }
+    }
+    QTableWidget* weights = ui->_2_tw_relativeWeight;
+    for (int model = 0; model < qMin(names.size(), weights->columnCount()); ++model) {
+        nameHeading(weights->horizontalHeaderItem(model), names.at(model),
+                    [=](QTableWidgetItem* item) { weights->setHorizontalHeaderItem(model, item); });
+    }
     showCheckUp();
 }
 

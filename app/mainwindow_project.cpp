@@ -15,8 +15,7 @@
 #include <QSignalBlocker>
 
 #include <algorithm>
-#include <memory>
-#include <new>
+#include <limits>
 
 namespace {
 
@@ -76,15 +75,16 @@ bool isDevice(const QString& path)
     return info.exists() && !info.isFile() && !info.isDir();
 }
 
-/// Reads a copy in memory, as a mapped file that another program cuts short would end this
-/// one. No QByteArray, which holds 2 GB at most.
+/// Reads through a copy in memory, as a mapped file that another program cuts short would
+/// end this one; mapped only where it is too large for a QByteArray.
 DecodedProject readProjectFile(QFile& file)
 {
-    const qint64 size = file.size();
-    const std::unique_ptr<char[]> bytes(new (std::nothrow) char[std::size_t(size)]);
-    const qint64 count = bytes == nullptr ? -1 : file.read(bytes.get(), size);
-    return count < 0 ? DecodedProject()
-                     : readProject(reinterpret_cast<const uchar*>(bytes.get()), count);
+    if (file.size() < std::numeric_limits<int>::max() / 2) {
+        const QByteArray bytes = file.readAll();
+        return readProject(reinterpret_cast<const uchar*>(bytes.constData()), bytes.size());
+    }
+    const uchar* mapped = file.map(0, file.size());
+    return mapped == nullptr ? DecodedProject() : readProject(mapped, file.size());
 }
 
 void chooseItem(QComboBox* box, int index)
@@ -287,6 +287,7 @@ void MainWindow::loadDoseChoice(const DecodedProject& project)
     if (project.completeItems >= 15) {
         doseChoiceLabels = items.doseChoiceLabels;
         csvDisplay(ui->_4_tw_doseChoice, doseChoice, doseChoiceLabels);
+        showFullSize(ui->_4_tw_doseChoice);
         ui->_4_le_probabilities->setText(doseChoiceLabels.join(","));
         refresh_4_tw_doseChoice();
     }

@@ -119,7 +119,14 @@ std::optional<QVector<QVector<double>>> readAscii(QIODevice& file, Heading headi
     };
     QByteArray piece(pieceSize, Qt::Uninitialized);
     qint64 kept = 0; // bytes at the piece's begin, of a line whose end is still to be read
-    for (qint64 count = 0; (count = file.read(piece.data() + kept, piece.size() - kept)) > 0;) {
+    while (true) {
+        const qint64 count = file.read(piece.data() + kept, piece.size() - kept);
+        if (count < 0) {
+            return QVector<QVector<double>>();
+        }
+        if (count == 0) {
+            break;
+        }
         char* const begin = piece.data();
         const char* const end = begin + kept + count;
         if (!isAscii(begin + kept, end)) {

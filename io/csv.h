@@ -3,6 +3,7 @@
 #ifndef VELMORA_IO_CSV_H
 #define VELMORA_IO_CSV_H
 
+#include <QSize>
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -45,19 +46,25 @@ void csvwrite(QString path, QTableWidget* widget, int firstRow);
 /// The column count starts at the length of the last row and grows with longer rows, so
 /// that rows above such a row keep cells without an item. An empty table removes the rows
 /// and leaves the columns. The current cell stays current where it still exists.
-/// The cells of a table of more than a million have no items; csvCellText gives their texts.
-/// A table of more than 20 million rows, 200,000 columns or 134 million cells, or of a
-/// million cells most of which have no number, shows only its first rows or columns.
+/// Of a table of more than a million cells a part is shown, of all rows if possible.
 void csvDisplay(QTableWidget* widget, QVector<QVector<double>> table);
 
 /// The same with the names of the header as column headings; widens the table to hold
-/// every name.
+/// every name. Of a name at most longestName characters are shown.
+/// The cells of a table of more than a million have no items; csvCellText gives their texts.
+/// Beyond 20 million rows, 200,000 columns or 134 million cells, or if most of more than a
+/// million cells have no number, a part is shown.
 void csvDisplay(QTableWidget* widget, QVector<QVector<double>> table, QStringList header);
+
+constexpr int longestName = 1000;
+
+/// Adds one row below the others, as csvDisplay with a header would show it.
+void csvDisplayAppend(QTableWidget* widget, const QVector<double>& row);
 
 /// The text that a cell shows; null if it has none.
 QString csvCellText(const QTableWidget* widget, int row, int column);
 
-/// Adds one row below the others, as csvDisplay would show it.
-void csvDisplayAppend(QTableWidget* widget, const QVector<double>& row);
+/// The columns and rows of the table that the widget shows in part; invalid if in full.
+QSize csvFullSize(const QTableWidget* widget);
 
 #endif

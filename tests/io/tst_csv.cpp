@@ -140,8 +140,21 @@ private slots:
 
         table.fill({qQNaN()}, 18000);
         table.append(QVector<double>(9000, 1)); // a few bytes, 162 million cells
-        csvDisplay(&widget, table);
-        QCOMPARE(widget.rowCount(), 1'000'000 / 9000);
+        for (const bool named : {false, true}) {
+            named ? csvDisplay(&widget, table, {"a"}) : csvDisplay(&widget, table);
+            QCOMPARE(csvFullSize(&widget), QSize(9000, 18001));
+            QCOMPARE(QSize(widget.columnCount(), widget.rowCount()), QSize(55, 18001));
+            QCOMPARE(csvCellText(&widget, 18000, 54), QString("1"));
+        }
+        csvDisplayAppend(&widget, {8});
+        QCOMPARE(csvCellText(&widget, 18001, 0) + csvCellText(&widget, 17999, 0), QString("8nan"));
+        widget.setCurrentCell(17000, 0);
+        csvDisplay(&widget, Table(18000, {1, 2}), {"a", "b", "c"}); // with items, others go
+        QVERIFY(widget.currentRow() == 17000 && !csvFullSize(&widget).isValid());
+
+        csvDisplay(&widget, table, {"a"});
+        widget.setRowCount(1);
+        QVERIFY(csvCellText(&widget, 0, 0).isNull());
         csvDisplay(&widget, {{3}, {4, 5}, {6}});
         QCOMPARE(widget.item(0, 0)->text(), QString("3"));
         QVERIFY(widget.item(2, 1) != nullptr && csvCellText(&widget, 0, 1).isNull());
