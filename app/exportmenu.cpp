@@ -75,7 +75,7 @@ void copyText(const QString& text)
 }
 
 void saveAs(QWidget* widget, const QString& title, const QString& offeredName,
-            const std::function<QByteArray()>& content)
+            const std::function<std::optional<QByteArray>()>& content)
 {
     const QString suffix = QFileInfo(offeredName).suffix();
     QFileDialog dialog(widget->window(), title, QString(), "*." + suffix);
@@ -85,7 +85,8 @@ void saveAs(QWidget* widget, const QString& title, const QString& offeredName,
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
         return;
     }
-    if (!writeFile(dialog.selectedFiles().first(), content())) {
+    const std::optional<QByteArray> bytes = content();
+    if (bytes && !writeFile(dialog.selectedFiles().first(), *bytes)) {
         QMessageBox box(widget->window());
         box.setText(writeFailedText);
         box.exec();

@@ -10,6 +10,7 @@
 #include <QObject>
 
 #include <functional>
+#include <optional>
 
 class QAction;
 class QMenu;
@@ -47,8 +48,8 @@ private:
 void copyText(const QString& text);
 
 /// Asks where to save, offering a name whose suffix is also given to a name without one, and
-/// writes what content gives then. Tells the user if the file cannot be written.
+/// writes what content gives then, if anything. Tells the user if the file cannot be written.
 void saveAs(QWidget* widget, const QString& title, const QString& offeredName,
-            const std::function<QByteArray()>& content);
+            const std::function<std::optional<QByteArray>()>& content);
 
 #endif

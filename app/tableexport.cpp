@@ -3,12 +3,25 @@
 #include "app/tableexport.h"
 
 #include "app/exportmenu.h"
+#include "app/progressloop.h"
 #include "io/csv.h"
+#include "io/csvexport.h"
 
 #include <QBitArray>
+#include <QMessageBox>
 #include <QTableWidget>
 
+#include <optional>
+#include <type_traits>
+
 namespace {
+
+enum class Headings { Without, With };
+
+constexpr int cellsAtATime = 100'000;
+/// Half of what a QString or QByteArray can hold at most.
+constexpr int longestText = 500'000'000;
+const char tooLongText[] = "The table is too large to be copied or saved.";
 
 /// Cells within a rectangle, of which some may be left out.
 struct Cells
@@ -50,6 +63,12 @@ Cells selectedCells(const QTableWidget& table)
     return cells;
 }
 
+Cells allCells(const QTableWidget& table)
+{
+    const QRect area(0, 0, table.columnCount(), table.rowCount());
+    return {area, QBitArray(area.width() * area.height(), true)};
+}
+
 /// The text with all digits if it is the number as tables show it. Another text was typed, or
 /// belongs to a number that has changed since.
 QString withAllDigits(const QString& text, double number)
@@ -67,94 +86,98 @@ bool hasRowHeadings(const QTableWidget& table)
     return false;
 }
 
-template <typename CellText>
-TextRows textsOf(const Cells& cells, CellText text)
+using CellText = std::function<QString(int row, int column)>;
+
+QStringList headingsOf(const QTableWidget& table, const QRect& area, bool withRowHeadings)
 {
-    TextRows rows;
-    for (int row = cells.area.top(); row <= cells.area.bottom(); ++row) {
-        QStringList texts;
-        texts.reserve(cells.area.width() + 1);
-        for (int column = cells.area.left(); column <= cells.area.right(); ++column) {
-            texts.append(cells.contains(row, column) ? text(row, column) : QString());
-        }
-        rows.append(texts);
+    QStringList names;
+    if (withRowHeadings) {
+        names.append(QString());
     }
-    return rows;
+    for (int column = area.left(); column <= area.right(); ++column) {
+        names.append(table.model()->headerData(column, Qt::Horizontal).toString());
+    }
+    return names;
 }
 
-TextRows textsOf(const QTableWidget& table, const Cells& cells, Headings headings)
+/// Joins the texts of the cells a part at a time, which take far more memory than the whole,
+/// while a progress dialog tells how far it is. Nothing if the user gives it up, or if it is
+/// too long, which the user is told.
+template <typename Join>
+std::optional<std::invoke_result_t<Join, TextRows>>
+joinedTexts(QTableWidget* table, const Cells& cells, Headings headings, const CellText& text,
+            Join join, const char* betweenParts)
 {
-    TextRows rows =
-        textsOf(cells, [&table](int row, int column) { return csvCellText(&table, row, column); });
-    if (headings == Headings::Without || cells.area.width() <= 0) {
-        return rows;
-    }
-    const QAbstractItemModel& model = *table.model();
-    QStringList names;
-    for (int column = cells.area.left(); column <= cells.area.right(); ++column) {
-        names.append(model.headerData(column, Qt::Horizontal).toString());
-    }
-    rows.prepend(names);
-    if (hasRowHeadings(table)) {
-        rows.first().prepend(QString());
-        for (int row = cells.area.top(); row <= cells.area.bottom(); ++row) {
-            rows[row - cells.area.top() + 1].prepend(
-                model.headerData(row, Qt::Vertical).toString());
+    const QRect& area = cells.area;
+    const bool hasHeadings = headings == Headings::With && area.width() > 0;
+    const bool withRowHeadings = hasHeadings && hasRowHeadings(*table);
+    const int rowsAtATime = qMax(1, cellsAtATime / qMax(1, area.width()));
+    ProgressLoop progress(table, "Collecting cells...", "Abort", area.height());
+    std::invoke_result_t<Join, TextRows> joined;
+    for (int first = 0; first == 0 || first < area.height(); first += rowsAtATime) {
+        TextRows rows;
+        if (first == 0 && hasHeadings) {
+            rows.append(headingsOf(*table, area, withRowHeadings));
+        }
+        const int end = qMin(area.height(), first + rowsAtATime);
+        for (int row = area.top() + first; row < area.top() + end; ++row) {
+            QStringList texts;
+            texts.reserve(area.width() + 1);
+            if (withRowHeadings) {
+                texts.append(table->model()->headerData(row, Qt::Vertical).toString());
+            }
+            for (int column = area.left(); column <= area.right(); ++column) {
+                texts.append(cells.contains(row, column) ? text(row, column) : QString());
+            }
+            rows.append(texts);
+        }
+        joined += (first == 0 ? "" : betweenParts) + join(rows);
+        if (joined.size() > longestText) {
+            QMessageBox box(table->window());
+            box.setText(tooLongText);
+            box.exec();
+            return std::nullopt;
+        }
+        if (!progress.advance(end)) {
+            return std::nullopt;
         }
     }
-    return rows;
+    return joined;
 }
 
 } // namespace
 
-TextRows selectedTexts(const QTableWidget& table, Headings headings)
-{
-    return textsOf(table, selectedCells(table), headings);
-}
-
-TextRows selectedTexts(const QTableWidget& table, const Table& numbers)
-{
-    return textsOf(selectedCells(table), [&](int row, int column) {
-        const QString text = csvCellText(&table, row, column);
-        const bool hasNumber = row < numbers.size() && column < numbers.at(row).size();
-        return hasNumber ? withAllDigits(text, numbers.at(row).at(column)) : text;
-    });
-}
-
-QByteArray allLines(const QTableWidget& table)
-{
-    constexpr int cellsAtATime = 1'000'000; // texts take far more memory than their line
-    const int columns = table.columnCount();
-    const int rowsAtATime = qMax(1, cellsAtATime / qMax(1, columns));
-    QByteArray lines;
-    for (int row = 0; row == 0 || row < table.rowCount(); row += rowsAtATime) {
-        const QRect area(0, row, columns, qMin(rowsAtATime, table.rowCount() - row));
-        const Cells cells{area, QBitArray(area.width() * area.height(), true)};
-        const TextRows rows = textsOf(table, cells, Headings::With);
-        lines += commaSeparated(row == 0 ? rows : rows.mid(1));
-    }
-    return lines;
-}
-
 void addTableExport(QTableWidget* table, const QString& fileName,
                     const std::function<Table()>& numbers, QAction* summary)
 {
-    const auto copy = [](const TextRows& rows) {
-        if (!rows.isEmpty()) {
-            copyText(tabSeparated(rows));
+    const CellText shown = [table](int row, int column) { return csvCellText(table, row, column); };
+    const auto copy = [table](Headings headings, const CellText& text) {
+        const Cells cells = selectedCells(*table);
+        if (cells.area.isEmpty()) {
+            return;
+        }
+        if (const auto lines = joinedTexts(table, cells, headings, text, tabSeparated, "\n")) {
+            copyText(*lines);
         }
     };
     auto* menu = new ExportMenu(table);
     menu->addEntry(
-        "Copy", "Copy", [=] { copy(selectedTexts(*table, Headings::Without)); },
+        "Copy", "Copy", [=] { copy(Headings::Without, shown); },
         QKeySequence::keyBindings(QKeySequence::Copy));
-    menu->addEntry("CopyWithHeadings", "Copy with headings",
-                   [=] { copy(selectedTexts(*table, Headings::With)); },
+    menu->addEntry("CopyWithHeadings", "Copy with headings", [=] { copy(Headings::With, shown); },
                    {Qt::CTRL + Qt::SHIFT + Qt::Key_C});
-    menu->addEntry("CopyFullPrecision", "Copy with full precision",
-                   [=] { copy(selectedTexts(*table, numbers())); });
+    menu->addEntry("CopyFullPrecision", "Copy with full precision", [=] {
+        const Table exact = numbers();
+        copy(Headings::Without, [&](int row, int column) {
+            const bool hasNumber = row < exact.size() && column < exact.at(row).size();
+            const QString text = shown(row, column);
+            return hasNumber ? withAllDigits(text, exact.at(row).at(column)) : text;
+        });
+    });
     menu->addEntry("SaveCsv", "Save as CSV...", [=] {
-        saveAs(table, "Save as CSV...", fileName + ".csv", [table] { return allLines(*table); });
+        saveAs(table, "Save as CSV...", fileName + ".csv", [&] {
+            return joinedTexts(table, allCells(*table), Headings::With, shown, commaSeparated, "");
+        });
     });
     menu->addSeparator();
     menu->addEntry(summary);
