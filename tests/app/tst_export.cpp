@@ -163,8 +163,8 @@ private slots:
     void keepsRangesAtARightClick()
     {
         Table samples{{9, 9}};
-        for (double value = 0; value < 10; ++value) {
-            samples.append({value, value});
+        for (int value = 0; value < 10; ++value) {
+            samples.append(QVector<double>(2, value));
         }
         importStudy({{samples}});
         user::clickCell(reach<QTableWidget>("_0_tw_RawResults"), 0, 20);
