@@ -109,6 +109,19 @@ private slots:
             const Numbers found = minimumEffectiveDoses(probability, {50}, {0, 1, 2, 3});
             QVERIFY2(almostEqual(found, {dose}, 0), name);
         }
+        const Numbers doses{0, 1, 2, 3};
+        const Numbers values{notANumber, 0, 50, 60};
+        const Numbers targets{60, 0, notANumber, 50, -1}; // in any order
+        for (int curve = 0; curve < 256; ++curve) {
+            const Numbers probability{values.at(curve % 4), values.at(curve / 4 % 4),
+                                      values.at(curve / 16 % 4), values.at(curve / 64)};
+            Numbers expected;
+            for (const double target : targets) {
+                expected.append(
+                    doses.value(minimumEffectiveDoseIndex(probability, target), notANumber));
+            }
+            QVERIFY(almostEqual(minimumEffectiveDoses(probability, targets, doses), expected, 0));
+        }
     }
 
     void readsTrueModels()
