@@ -137,6 +137,11 @@ private slots:
             return widget.itemDelegate()->sizeHint({}, widget.model()->index(row, column)).width();
         };
         QVERIFY(width(1000, 0) > width(0, 0) && width(0, 0) > width(0, 1000));
+        const QModelIndex first = widget.model()->index(0, 0);
+        QVERIFY(widget.itemDelegate()->createEditor(&widget, {}, first) == nullptr);
+        csvDisplayAppend(&widget, {8});
+        QVERIFY(widget.item(1001, 0) == nullptr && widget.item(0, 0) == nullptr);
+        QCOMPARE(csvCellText(&widget, 1001, 0) + csvCellText(&widget, 0, 0), QString("80.1"));
 
         table.fill({qQNaN()}, 18000);
         table.append(QVector<double>(9000, 1)); // a few bytes, 162 million cells
@@ -155,6 +160,8 @@ private slots:
         csvDisplay(&widget, table, {"a"});
         widget.setRowCount(1);
         QVERIFY(csvCellText(&widget, 0, 0).isNull());
+        csvDisplay(&widget, {QVector<double>(200'001, 3)});
+        QCOMPARE(widget.columnCount(), 200'000);
         csvDisplay(&widget, {{3}, {4, 5}, {6}});
         QCOMPARE(widget.item(0, 0)->text(), QString("3"));
         QVERIFY(widget.item(2, 1) != nullptr && csvCellText(&widget, 0, 1).isNull());
