@@ -31,8 +31,8 @@ ProgressLoop::ProgressLoop(QWidget* parent, const QString& label, const QString&
     dialog.setAutoClose(false);
     dialog.setValue(0);
     elapsed.start();
-    if (const auto* main = qobject_cast<QMainWindow*>(parent->window())) {
-        statusBar = main->findChild<QStatusBar*>(QString(), Qt::FindDirectChildrenOnly);
+    if (const auto* mainWindow = qobject_cast<QMainWindow*>(window)) {
+        statusBar = mainWindow->findChild<QStatusBar*>(QString(), Qt::FindDirectChildrenOnly);
     }
 }
 

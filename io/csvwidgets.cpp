@@ -165,9 +165,9 @@ struct Sizes
 };
 
 /// Of a table that is too large, one long row counts less than many short ones.
-Sizes sizesOf(const Table& table, int width, qint64 numbers, int namedColumns, qint64 leastCells)
+Sizes sizesOf(const Table& table, int width, qint64 numbers, int namedColumns, qint64 wantedCells)
 {
-    const qint64 cells = std::clamp(leastCells, mostItems, mostCells);
+    const qint64 cells = std::clamp(wantedCells, mostItems, mostCells);
     const int most = std::min(width, mostColumns);
     const qint64 meanLength = table.isEmpty() ? 0 : (numbers - 1) / table.size() + 1;
     const qint64 least = std::min<qint64>(std::max<qint64>({1, namedColumns, meanLength}), most);
@@ -271,6 +271,10 @@ void csvDisplayAppend(QTableWidget* widget, const QVector<double>& row)
 {
     const int columns = std::min(std::max(widget->columnCount(), row.size()), mostColumns);
     const int place = widget->rowCount();
+    const QSize full = csvFullSize(widget);
+    const bool isWhole = !full.isValid() && columns >= row.size();
+    const QSize fullWithRow(std::max(full.width(), row.size()), std::max(full.height(), place) + 1);
+    widget->setProperty(fullSizeProperty, isWhole ? QVariant() : fullWithRow);
     widget->setColumnCount(columns);
     widget->setRowCount(place + 1);
     if (qint64(place + 1) * columns <= mostItems) {
@@ -291,5 +295,5 @@ QString csvCellText(const QTableWidget* widget, int row, int column)
 
 QSize csvFullSize(const QTableWidget* widget)
 {
-    return widget->property(fullSizeProperty).toSize();
+    return widget->rowCount() > 0 ? widget->property(fullSizeProperty).toSize() : QSize();
 }

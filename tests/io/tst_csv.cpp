@@ -152,6 +152,7 @@ private slots:
             QCOMPARE(csvCellText(&widget, 18000, 54), QString("1"));
         }
         csvDisplayAppend(&widget, {8});
+        QCOMPARE(csvFullSize(&widget), QSize(9000, 18002));
         QCOMPARE(csvCellText(&widget, 18001, 0) + csvCellText(&widget, 17999, 0), QString("8nan"));
         widget.setCurrentCell(17000, 0);
         csvDisplay(&widget, Table(18000, {1, 2}), {"a", "b", "c"}); // with items, others go
@@ -162,6 +163,8 @@ private slots:
         QVERIFY(csvCellText(&widget, 0, 0).isNull());
         csvDisplay(&widget, {QVector<double>(200'001, 3)});
         QCOMPARE(widget.columnCount(), 200'000);
+        widget.setRowCount(0);
+        QVERIFY(!csvFullSize(&widget).isValid());
         csvDisplay(&widget, {{3}, {4, 5}, {6}});
         QCOMPARE(widget.item(0, 0)->text(), QString("3"));
         QVERIFY(widget.item(2, 1) != nullptr && csvCellText(&widget, 0, 1).isNull());
