@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/mainwindow.h"
+#include "app/window/mainwindow.h"
 
 #include <QApplication>
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/analysis/weights.h"
+#include "analysis/weights.h"
 #include "bench/comparison.h"
 #include "bench/measurements.h"
 #include "bench/report.h"

@@ -3,7 +3,7 @@
 #ifndef VELMORA_BENCH_INPUTS_H
 #define VELMORA_BENCH_INPUTS_H
 
-#include "app/analysis/tables.h"
+#include "model/tables.h"
 
 #include <QByteArray>
 #include <QVector>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "bench/study.h"
 
-#include "app/analysis/weights.h"
+#include "analysis/weights.h"
 #include "bench/inputs.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #ifndef VELMORA_BENCH_STUDY_H
 #define VELMORA_BENCH_STUDY_H
 
-#include "app/analysis/probability.h"
+#include "analysis/probability.h"
 #include "io/projectfile.h"
 
 /// Individuals simulated per dose, as the window proposes.

@@ -3,7 +3,7 @@
 #ifndef VELMORA_BENCH_STUDYWINDOW_H
 #define VELMORA_BENCH_STUDYWINDOW_H
 
-#include "app/mainwindow.h"
+#include "app/window/mainwindow.h"
 #include "io/projectfile.h"
 #include "tests/support/userinput.h"
 

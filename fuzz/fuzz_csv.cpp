@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A CSV file.
 
-#include "app/analysis/checkup.h"
+#include "analysis/checkup/checkup.h"
 #include "fuzz/target.h"
 #include "io/csv.h"
 #include "tests/support/literalvalue.h"

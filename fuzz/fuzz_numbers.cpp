@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A dose or level text.
 
-#include "app/analysis/numberlist.h"
+#include "analysis/numberlist.h"
 #include "fuzz/target.h"
 #include "tests/support/literalvalue.h"
 

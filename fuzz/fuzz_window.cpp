@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A project file, opened and saved by the window, which then computes with it.
 
-#include "app/mainwindow.h"
+#include "app/window/mainwindow.h"
 #include "fuzz/messages.h"
 #include "fuzz/target.h"
 #include "tests/support/projectbytes.h"

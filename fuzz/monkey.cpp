@@ -3,7 +3,7 @@
 // Acts on the window at random and ends with an error where it crashes, warns, does not
 // answer or eats memory. The seed repeats a run. tests/monkey.sh builds and runs it.
 
-#include "app/mainwindow.h"
+#include "app/window/mainwindow.h"
 #include "fuzz/answers.h"
 #include "fuzz/messages.h"
 

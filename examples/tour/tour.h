@@ -3,7 +3,7 @@
 #ifndef VELMORA_EXAMPLES_TOUR_TOUR_H
 #define VELMORA_EXAMPLES_TOUR_TOUR_H
 
-#include "app/mainwindow.h"
+#include "app/window/mainwindow.h"
 #include "tests/support/userinput.h"
 
 #include <QDir>

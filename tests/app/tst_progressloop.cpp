@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/progressloop.h"
+#include "app/widgets/progressloop.h"
 #include "tests/support/windowtest.h"
 
 class TestProgressLoop : public WindowTest

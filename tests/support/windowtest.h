@@ -3,7 +3,7 @@
 #ifndef VELMORA_TESTS_SUPPORT_WINDOWTEST_H
 #define VELMORA_TESTS_SUPPORT_WINDOWTEST_H
 
-#include "app/mainwindow.h"
+#include "app/window/mainwindow.h"
 #include "tests/support/compare.h"
 #include "tests/support/dialogdriver.h"
 #include "tests/support/studyfiles.h"

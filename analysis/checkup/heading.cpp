@@ -1,0 +1,174 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/checkup/heading.h"
+
+#include "model/binding.h"
+
+#include <QRegularExpression>
+#include <QSet>
+
+#include <cmath>
+
+namespace {
+
+int skipBlanks(const QString& line, int position)
+{
+    while (position < line.size() && line.at(position).isSpace()) {
+        ++position;
+    }
+    return position;
+}
+
+/// The end of the field that begins in a quote at open, behind the blanks that follow the
+/// closing quote; -1 if no quote closes it. A doubled quote stands for one.
+int quotedFieldEnd(const QString& line, int open)
+{
+    int close = line.indexOf('"', open + 1);
+    while (close >= 0) {
+        const int end = skipBlanks(line, close + 1);
+        if (end == line.size() || line.at(end) == ',') {
+            return end;
+        }
+        const bool doubled = close + 1 < line.size() && line.at(close + 1) == '"';
+        close = doubled ? line.indexOf('"', close + 2) : -1;
+    }
+    return -1;
+}
+
+/// A quote that was never closed, or closed amid the name, is no part of the name either.
+QString withoutQuotes(QString name)
+{
+    name = name.trimmed();
+    if (name.size() > 1 && name.startsWith('"') && name.endsWith('"')) {
+        return name.mid(1, name.size() - 2).replace("\"\"", "\"").trimmed();
+    }
+    if (name.startsWith('"')) {
+        name.remove(0, 1);
+    } else if (name.endsWith('"')) {
+        name.chop(1);
+    }
+    return name.trimmed();
+}
+
+/// The heading line of the file, without marks of the encoding.
+QString headingLine(const QStringList& headingPieces)
+{
+    QString line = headingPieces.join(',');
+    for (const QString& mark :
+         {QString(QChar::ByteOrderMark), QString::fromLatin1("\xef\xbb\xbf")}) {
+        if (line.startsWith(mark)) {
+            line.remove(0, mark.size());
+        }
+    }
+    return line;
+}
+
+int countOutsideQuotes(const QString& line, QChar separator)
+{
+    int count = 0;
+    bool quoted = false;
+    for (const QChar letter : line) {
+        quoted = quoted != (letter == '"');
+        count += int(!quoted && letter == separator);
+    }
+    return count;
+}
+
+/// The first column behind THETA1 whose name belongs behind the THETAs; count if none.
+int thetasEnd(const QStringList& names, int colNumTHETA1, int count)
+{
+    static const QRegularExpression other("^((OMEGA|SIGMA)\\(|shrinkage_|EI\\d+$)");
+    const QSet<QString> known(names.begin(), names.end());
+    for (int column = qMax(0, colNumTHETA1); column < qMin(names.size(), count); ++column) {
+        const QString& name = names.at(column);
+        const bool isStandardError = name.startsWith("se") && known.contains(name.mid(2));
+        if (isStandardError || other.match(name).hasMatch()) {
+            return column;
+        }
+    }
+    return count;
+}
+
+QString firstValue(int column, const QVector<double>& row)
+{
+    if (column >= row.size()) {
+        return QString("beyond the first row, which has %1 columns").arg(row.size());
+    }
+    return std::isnan(row.at(column)) ? QString("no number in the first row")
+                                      : "first value " + QString::number(row.at(column), 'g', 6);
+}
+
+} // namespace
+
+QStringList columnNames(const QStringList& headingPieces)
+{
+    QStringList names;
+    if (headingPieces.isEmpty()) {
+        return names;
+    }
+    const QString line = headingLine(headingPieces);
+    for (int begin = 0; begin <= line.size();) {
+        const int first = skipBlanks(line, begin);
+        const bool quoted = first < line.size() && line.at(first) == '"';
+        int end = quoted ? quotedFieldEnd(line, first) : -1;
+        if (end < 0) {
+            end = line.indexOf(',', begin);
+        }
+        if (end < 0) {
+            end = line.size();
+        }
+        names.append(withoutQuotes(line.mid(begin, end - begin)));
+        begin = end + 1;
+    }
+    return names;
+}
+
+QChar foreignSeparator(const QStringList& headingPieces)
+{
+    const QString line = headingLine(headingPieces);
+    const int commas = countOutsideQuotes(line, ',');
+    for (const char separator : {';', '\t'}) {
+        if (countOutsideQuotes(line, separator) > commas) {
+            return separator;
+        }
+    }
+    return {};
+}
+
+int columnNamed(const QStringList& names, const QString& name)
+{
+    for (int column = 0; column < names.size(); ++column) {
+        if (names.at(column).compare(name, Qt::CaseInsensitive) == 0) {
+            return column;
+        }
+    }
+    return -1;
+}
+
+QStringList describeColumns(int count, const QStringList& names, const Table& rows, int colNumOFV,
+                            int colNumTHETA1)
+{
+    QStringList descriptions;
+    const int firstTheta = colNumTHETA1 < 1 ? count : colNumTHETA1 - 1;
+    const int endOfThetas = thetasEnd(names, colNumTHETA1, count);
+    for (int column = 0; column < count; ++column) {
+        QStringList parts{QString("COL%1").arg(column + 1)};
+        const bool readByWeights = column == colNumOFV - 1;
+        const bool readByEndpoints = column == endpointOfvColumn - 1;
+        if (readByWeights || readByEndpoints) {
+            parts.append(readByWeights && readByEndpoints ? "read as ofv"
+                         : readByWeights                  ? "read as ofv by weights"
+                                                          : "read as ofv by endpoints");
+        }
+        if (column >= firstTheta && column < endOfThetas) {
+            parts.append(QString("read as THETA%1").arg(column - firstTheta + 1));
+        }
+        const QString name = names.value(column);
+        parts.append(name.isEmpty() ? "without a name" : "named " + name);
+        if (!rows.isEmpty()) {
+            parts.append(firstValue(column, rows.first()));
+        }
+        descriptions.append(parts.join(", "));
+    }
+    return descriptions;
+}

@@ -1,0 +1,349 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/checkup/modelcheckup.h"
+
+#include "analysis/checkup/heading.h"
+#include "model/binding.h"
+
+#include <algorithm>
+#include <functional>
+
+namespace {
+
+/// Data sets of a model in which something occurs, and how often.
+struct Occurrence
+{
+    qint64 count = 0;
+    qint64 samples = 0; ///< of the data sets looked at
+    int dataSets = 0;
+    int dataSetCount = 0;
+    int worst = -1; ///< data set with most
+    qint64 worstCount = 0;
+    qint64 worstSamples = 0;
+};
+
+QString shortName(const QString& name)
+{
+    constexpr int longest = 40;
+    return name.size() > longest ? name.left(longest - 3) + "..." : name;
+}
+
+/// Adds up a count, which is a member of SampleCounts or a function of them.
+template <typename Count>
+Occurrence occurrence(const CheckedModel& model, Count count)
+{
+    Occurrence found;
+    found.dataSetCount = model.dataSets.size();
+    for (int dataSet = 0; dataSet < model.dataSets.size(); ++dataSet) {
+        const SampleCounts& counts = model.dataSets.at(dataSet);
+        const auto here = qint64(std::invoke(count, counts));
+        found.count += here;
+        found.samples += counts.samples;
+        found.dataSets += int(here > 0);
+        if (here > found.worstCount) {
+            found.worst = dataSet;
+            found.worstCount = here;
+            found.worstSamples = counts.samples;
+        }
+    }
+    return found;
+}
+
+/// " in 12 of 20 data sets"; nothing for a single data set.
+QString placeText(const Occurrence& found)
+{
+    if (found.dataSetCount < 2) {
+        return {};
+    }
+    if (found.dataSets == 1) {
+        return QString(" in data set %1").arg(found.worst);
+    }
+    return found.dataSets == found.dataSetCount
+               ? QString(" in all %1 data sets").arg(found.dataSetCount)
+               : QString(" in %1 of %2 data sets").arg(found.dataSets).arg(found.dataSetCount);
+}
+
+/// "317 of 1001 samples (31.7 %) did not converge", with the data sets where several are.
+QString shareText(const Occurrence& found, const QString& what)
+{
+    const qint64 samples = found.dataSets == 1 ? found.worstSamples : found.samples;
+    QString text = QString("%1 of %2 (%3 %) %4%5")
+                       .arg(QString::number(found.count), counted(samples, "sample"),
+                            QString::number(100.0 * double(found.count) / double(samples), 'g', 3),
+                            what, placeText(found));
+    if (found.dataSets > 1) {
+        text +=
+            QString(", most of them in data set %1 (%2)").arg(found.worst).arg(found.worstCount);
+    }
+    return text;
+}
+
+/// Reports the samples that show something, and tells whether there are any. what continues
+/// "317 of 1001 samples".
+template <typename Count>
+bool addShare(CheckedModel& model, Kind kind, const QString& what, Count count)
+{
+    const Occurrence found = occurrence(model, count);
+    if (found.count > 0) {
+        model.findings.append(
+            {kind, found.count, shareText(found, what),
+             QString("%1 of %2 %3").arg(counted(found.count, "sample"), model.name, what)});
+    }
+    return found.count > 0;
+}
+
+/// Reports what concerns whole data sets: flag is 1 for those.
+template <typename Flag>
+void addDataSets(CheckedModel& model, Kind kind, const QString& text, Flag flag)
+{
+    const Occurrence found = occurrence(model, flag);
+    if (found.count > 0) {
+        model.findings.append(
+            {kind, found.count, text + placeText(found), model.name + ": " + text});
+    }
+}
+
+/// Reports a number of things other than samples.
+void addNumber(CheckedModel& model, Kind kind, const QString& text, qint64 SampleCounts::*count)
+{
+    const Occurrence found = occurrence(model, count);
+    if (found.count > 0) {
+        const QString filled = text + ": " + QString::number(found.count);
+        model.findings.append(
+            {kind, found.count, filled + placeText(found), model.name + ": " + filled});
+    }
+}
+
+void addFinding(CheckedModel& model, Kind kind, const QString& text)
+{
+    model.findings.append({kind, 0, text, model.name + ": " + text});
+}
+
+QString nameAt(const CheckedModel& model, int column)
+{
+    const QString name = model.names.value(column - 1);
+    return QString("column %1").arg(column)
+           + (name.isEmpty() ? QString() : ", named " + shortName(name));
+}
+
+/// Whether the samples can be looked at any further.
+bool checkReadable(CheckedModel& model)
+{
+    const QChar separator = foreignSeparator(model.pieces);
+    if (model.dataSets.isEmpty()) {
+        addFinding(model, Kind::Unreadable, "no data set was read");
+    } else if (!separator.isNull()) {
+        addFinding(model, Kind::Unreadable,
+                   QString("columns are parted by %1, not by commas, and cannot be read")
+                       .arg(separator == ';' ? "semicolons" : "tabs"));
+    } else if (model.width == 0) {
+        addFinding(model, Kind::Unreadable, "no samples");
+    } else if (model.width == 1) {
+        addFinding(model, Kind::Unreadable, "there is one column only");
+    } else {
+        addDataSets(model, Kind::Unreadable, "no samples",
+                    [](const SampleCounts& counts) { return counts.samples == 0; });
+        return true;
+    }
+    return false;
+}
+
+void addSampleFact(CheckedModel& model, bool zeroSeen)
+{
+    const SampleCounts& any = model.dataSets.first();
+    qint64 fewest = any.samples;
+    qint64 most = any.samples;
+    bool startsAtOne = false;
+    for (const SampleCounts& counts : qAsConst(model.dataSets)) {
+        fewest = qMin(fewest, counts.samples);
+        most = qMax(most, counts.samples);
+        startsAtOne = startsAtOne || counts.firstNumber == 1;
+    }
+    QString fact = rangeText(fewest, most) + (most == 1 ? " sample" : " samples");
+    if (model.dataSets.size() > 1) {
+        fact += QString(" in each of %1 data sets").arg(model.dataSets.size());
+    } else if (any.lastNumber - any.firstNumber == double(any.samples - 1)) {
+        fact += QString(", numbered %1 to %2").arg(any.firstNumber).arg(any.lastNumber);
+    }
+    const Occurrence fits =
+        occurrence(model, [](const SampleCounts& counts) { return int(counts.firstNumber == 0); });
+    if (fits.count > 0) {
+        fact += ", the first is the original fit" + placeText(fits);
+    } else if (startsAtOne && !zeroSeen) {
+        fact += ", the first is the original fit or, if that is missing, sample 1";
+    }
+    model.facts.append(fact);
+}
+
+/// The heading against the data, and where the shown headings leave their columns.
+void checkHeading(CheckedModel& model)
+{
+    if (model.numericHeading) {
+        addFinding(model, Kind::Unreadable,
+                   "the heading is made of numbers: the first row of data was taken for it");
+        return;
+    }
+    if (model.names.isEmpty()) {
+        model.facts.append("there is no heading");
+        return;
+    }
+    const QString names = counted(model.names.size(), "name");
+    const QString columns = counted(model.width, "column");
+    if (model.names.size() != model.width) {
+        addFinding(model, Kind::Widths, "the heading has " + names + ", the samples " + columns);
+    } else {
+        model.facts.append("the heading has " + names + " for " + columns);
+    }
+    int drift = 0;
+    while (drift < model.names.size()
+           && columnNames({model.pieces.value(drift)}).value(0) == model.names.at(drift)) {
+        ++drift;
+    }
+    if (drift < model.names.size()) {
+        model.facts.append(
+            QString("names that hold commas cut and shift the headings shown from column "
+                    "%1 on")
+                .arg(drift + 1));
+    }
+}
+
+void checkColumnSettings(CheckedModel& model, int colNumOFV, int colNumTHETA1)
+{
+    if (model.names.isEmpty()) {
+        return;
+    }
+    const QString readOfv = nameAt(model, colNumOFV);
+    const QString readTheta = nameAt(model, colNumTHETA1);
+    const int ofv = columnNamed(model.names, "ofv") + 1;
+    if (ofv == 0) {
+        addFinding(model, Kind::WrongColumn, "no column is named ofv; weights read " + readOfv);
+        return;
+    }
+    if (ofv != colNumOFV) {
+        addFinding(model, Kind::WrongColumn,
+                   QString("ofv is column %1, weights read ").arg(ofv) + readOfv);
+    } else {
+        model.facts.append(QString("ofv is column %1, which weights read").arg(ofv));
+    }
+    if (ofv != endpointOfvColumn) {
+        model.facts.append("ofv in endpoints reads " + nameAt(model, endpointOfvColumn));
+    }
+    const int theta = columnNamed(model.names, "THETA1") + 1;
+    if (theta > 0 && theta != colNumTHETA1) {
+        addFinding(model, Kind::WrongColumn,
+                   QString("THETA1 is column %1, endpoints read ").arg(theta) + readTheta);
+    } else if (colNumTHETA1 <= ofv || colNumTHETA1 > model.width) {
+        addFinding(model, Kind::WrongColumn,
+                   QString("the parameters follow ofv from column %1 on, endpoints read THETA1 "
+                           "from ")
+                           .arg(ofv + 1)
+                       + readTheta);
+    }
+}
+
+void checkConvergence(CheckedModel& model)
+{
+    addShare(model, Kind::NoOfv, "came without an OFV", &SampleCounts::withoutOfv);
+    addDataSets(model, Kind::FirstRow, "the original fit did not converge",
+                &SampleCounts::fitFailed);
+    const bool failed =
+        addShare(model, Kind::NotConverged, "did not converge", &SampleCounts::notConverged);
+    const bool open = addShare(model, Kind::NotConverged, "left open whether they converged",
+                               &SampleCounts::unknownConvergence);
+    const bool near =
+        addShare(model, Kind::NearBoundary, "ended near a boundary", &SampleCounts::nearBoundary);
+    if (model.columns.converged < 0) {
+        model.facts.append("no column tells which samples converged");
+    } else if (!failed && !open) {
+        model.facts.append("all samples converged");
+    }
+    if (model.columns.boundary < 0) {
+        model.facts.append("no column tells which samples are near a boundary");
+    } else if (!near) {
+        model.facts.append("no sample ended near a boundary");
+    }
+}
+
+/// The original fit and the numbers of the samples.
+void checkNumbering(CheckedModel& model, bool zeroSeen)
+{
+    const double lowestWithoutFit = zeroSeen ? 1 : 2;
+    addDataSets(model, Kind::FirstRow, "the original fit is missing",
+                [lowestWithoutFit](const SampleCounts& counts) {
+                    return counts.firstNumber >= lowestWithoutFit;
+                });
+    addNumber(model, Kind::Numbering, "sample numbers left out", &SampleCounts::missingNumbers);
+    addNumber(model, Kind::Numbering, "sample numbers used again", &SampleCounts::repeatedNumbers);
+    addNumber(model, Kind::Numbering, "samples without a number", &SampleCounts::unnumbered);
+}
+
+/// The rows of the model against those of the first model, which they are paired with.
+void checkPairing(CheckedModel& model, const CheckedModel& first)
+{
+    addShare(model, Kind::Pairing,
+             "fell into a row with another sample number of " + shortName(first.name),
+             &SampleCounts::mispaired);
+    QString text = "not as many samples as " + shortName(first.name);
+    if (model.dataSets.size() == 1) {
+        text += QString(" (%1, not %2)")
+                    .arg(model.dataSets.first().samples)
+                    .arg(first.dataSets.value(0).samples);
+    }
+    addDataSets(model, Kind::Pairing, text, &SampleCounts::unevenlyPaired);
+    if (model.dataSets.size() != first.dataSets.size()) {
+        addFinding(model, Kind::DataSets,
+                   counted(model.dataSets.size(), "data set")
+                       + QString(", not %1 as ").arg(first.dataSets.size())
+                       + shortName(first.name));
+    }
+    addDataSets(model, Kind::DataSets, "the same samples as in the data set before",
+                &SampleCounts::repeatsPrevious);
+}
+
+void checkWidths(CheckedModel& model)
+{
+    const int width = model.width;
+    QVector<int> others;
+    for (const SampleCounts& counts : qAsConst(model.dataSets)) {
+        others += counts.widths.keys().toVector();
+    }
+    others.removeAll(width);
+    if (others.isEmpty()) {
+        return;
+    }
+    const auto [narrowest, widest] = std::minmax_element(others.begin(), others.end());
+    addShare(model, Kind::Widths,
+             QString("came with another number of columns than %1 (%2)")
+                 .arg(QString::number(width), rangeText(*narrowest, *widest)),
+             [width](const SampleCounts& counts) {
+                 return counts.samples - counts.widths.value(width);
+             });
+}
+
+} // namespace
+
+QString counted(qint64 count, const QString& noun)
+{
+    return QString("%1 %2%3").arg(QString::number(count), noun, count == 1 ? "" : "s");
+}
+
+QString rangeText(qint64 lowest, qint64 highest)
+{
+    return lowest == highest ? QString::number(lowest)
+                             : QString("%1 to %2").arg(lowest).arg(highest);
+}
+
+void checkModel(CheckedModel& model, const CheckContext& context)
+{
+    if (checkReadable(model)) {
+        addSampleFact(model, context.zeroSeen);
+        checkHeading(model);
+        checkColumnSettings(model, context.colNumOFV, context.colNumTHETA1);
+        checkPairing(model, context.first);
+        checkConvergence(model);
+        checkNumbering(model, context.zeroSeen);
+        checkWidths(model);
+    }
+    std::stable_sort(model.findings.begin(), model.findings.end(),
+                     [](const Finding& a, const Finding& b) { return a.kind < b.kind; });
+}

@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_ANALYSIS_CHECKUP_MODELCHECKUP_H
+#define VELMORA_ANALYSIS_CHECKUP_MODELCHECKUP_H
+
+#include "analysis/checkup/samplecounts.h"
+
+#include <QStringList>
+
+// The findings of the import check-up about one model.
+
+/// Kinds of findings, the gravest first.
+enum class Kind {
+    Unreadable,
+    WrongColumn,
+    Pairing,
+    NoOfv,
+    NotConverged,
+    NearBoundary,
+    FirstRow,
+    Numbering,
+    Widths,
+    DataSets
+};
+
+/// Something that deserves attention.
+struct Finding
+{
+    Kind kind;
+    qint64 count; ///< of samples, to find the worst of a kind
+    QString text;
+    QString brief; ///< for the summary, with the model's name
+};
+
+/// A model while it is looked through.
+struct CheckedModel
+{
+    QString name;
+    QStringList pieces;          ///< of the heading line
+    QStringList names;           ///< of the columns; empty if the file has no readable heading
+    bool numericHeading = false; ///< a row of data stands in place of the heading
+    SampleColumns columns;
+    QVector<SampleCounts> dataSets;
+    int width = 0;     ///< columns of most samples
+    QStringList facts; ///< what is as it should be
+    QVector<Finding> findings;
+};
+
+/// What one model is compared with, and the 1-based column settings.
+struct CheckContext
+{
+    const CheckedModel& first; ///< whose rows those of the others are paired with
+    bool zeroSeen;             ///< whether the sample numbers of any table start at 0
+    int colNumOFV;
+    int colNumTHETA1;
+};
+
+/// Gives the model its facts and findings. Its counts and width, and those of the first
+/// model, are there.
+void checkModel(CheckedModel& model, const CheckContext& context);
+
+/// "1 sample", "2 samples".
+QString counted(qint64 count, const QString& noun);
+
+/// "200" or "198 to 201".
+QString rangeText(qint64 lowest, qint64 highest);
+
+#endif

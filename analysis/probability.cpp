@@ -1,0 +1,225 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/probability.h"
+
+#include "model/randomng.h"
+
+#include <numeric>
+
+namespace {
+
+/// Samples are evaluated ahead until this many random numbers are drawn for them (8 MB):
+/// enough that a parallel section takes far longer than its threads need to wake up, which
+/// on a busy machine is milliseconds.
+constexpr int preparedNumbers = 1 << 20;
+/// Samples evaluated ahead at the most, so that the user sees the work go on.
+constexpr int preparedSamples = 64;
+
+} // namespace
+
+QVector<double> probabilityBySelection(const Table& endpoints, int doseCount,
+                                       const TargetInterval& target)
+{
+    QVector<double> probability(doseCount, 0.0);
+    double* sums = probability.data();
+    const double step = 1.0 / endpoints.size() * 100;
+    for (const QVector<double>& sample : endpoints) {
+        const int doses = qMin(sample.size(), doseCount);
+        for (int dose = 0; dose < doses; ++dose) {
+            if (target.contains(sample.at(dose))) {
+                sums[dose] += step;
+            }
+        }
+    }
+    return probability;
+}
+
+QVector<double> probabilityByAveraging(const QVector<Table>& endpoints, const Table& weights,
+                                       bool individualWeights, int doseCount,
+                                       const TargetInterval& target)
+{
+    QVector<double> probability(doseCount, 0.0);
+    double* sums = probability.data();
+    const int sampleCount = endpoints.isEmpty() ? 0 : endpoints.first().size();
+    for (int sample = 0; sample < sampleCount; ++sample) {
+        const int weightRow = individualWeights ? sample : 0;
+        if (weightRow >= weights.size()) {
+            break;
+        }
+        const QVector<double>& sampleWeights = weights.at(weightRow);
+        const int modelCount = qMin(endpoints.size(), sampleWeights.size());
+        for (int model = 0; model < modelCount; ++model) {
+            const Table& samples = endpoints.at(model);
+            const double weight = sampleWeights.at(model);
+            if (!(weight > 0) || sample >= samples.size()) {
+                continue;
+            }
+            const double step = weight / samples.size() * 100;
+            const QVector<double>& values = samples.at(sample);
+            const int doses = qMin(values.size(), doseCount);
+            for (int dose = 0; dose < doses; ++dose) {
+                if (target.contains(values.at(dose))) {
+                    sums[dose] += step;
+                }
+            }
+        }
+    }
+    return probability;
+}
+
+EndpointPlan averagingPlan(const Table& weights, bool individualWeights, int modelCount)
+{
+    EndpointPlan plan;
+    plan.modelCount = modelCount;
+    for (int sample = 0; sample < weights.size(); ++sample) {
+        const QVector<double>& sampleWeights = weights.at(individualWeights ? sample : 0);
+        QVector<int> models;
+        for (int model = 0; model < qMin(modelCount, sampleWeights.size()); ++model) {
+            if (sampleWeights.at(model) > 0) {
+                models.append(model);
+            }
+        }
+        plan.models.append(models);
+    }
+    return plan;
+}
+
+EndpointPlan selectionPlan(const QVector<int>& selected, bool individualSelection)
+{
+    EndpointPlan plan;
+    for (int sample = 0; sample < selected.size(); ++sample) {
+        plan.models.append(QVector<int>{selected.at(individualSelection ? sample : 0)});
+    }
+    return plan;
+}
+
+EndpointPlan completePlan(int sampleCount, int modelCount)
+{
+    QVector<int> models(modelCount);
+    std::iota(models.begin(), models.end(), 0);
+    EndpointPlan plan;
+    plan.modelCount = modelCount;
+    plan.models.fill(models, sampleCount);
+    return plan;
+}
+
+EndpointRun::EndpointRun(QVector<endPoint>& endPointDefinitions, const RawResults& results,
+                         int dataSetNumber, const EndpointPlan& endpointPlan)
+    : endPoints(endPointDefinitions)
+    , rawResults(results)
+    , dataSet(dataSetNumber)
+    , plan(endpointPlan)
+    , values(qMax(1, plan.modelCount))
+{
+}
+
+EndpointRun::~EndpointRun()
+{
+    if (!prepared.isEmpty() && prepared.head().randomPosition) {
+        setRandomPosition(*prepared.head().randomPosition);
+    }
+}
+
+void EndpointRun::evaluateNext()
+{
+    if (prepared.isEmpty()) {
+        prepare();
+    }
+    const Prepared sample = prepared.dequeue();
+    if (plan.modelCount == 0) {
+        values.first().append(sample.endpoints.value(0));
+    } else {
+        for (Table& samples : values) {
+            samples.append(QVector<double>());
+        }
+        const QVector<int>& models = plan.models.at(nextSample);
+        for (int i = 0; i < models.size(); ++i) {
+            values[models.at(i)].last() = sample.endpoints.at(i);
+        }
+    }
+    ++nextSample;
+}
+
+/// Evaluates the next samples: as many as make a parallel section worthwhile, and one where
+/// random numbers drawn ahead could not be given back.
+void EndpointRun::prepare()
+{
+    struct Started
+    {
+        int sample;
+        int plannedModel;
+        int model;
+    };
+    QVector<Started> started;
+    QVector<endPointParserContainer> containers;
+    qint64 numbers = 0;
+    for (int sample = nextSample;
+         sample < sampleCount() && numbers < preparedNumbers && prepared.size() < preparedSamples;
+         ++sample) {
+        Prepared next{randomPosition(), Table(plan.models.at(sample).size())};
+        const QVector<int>& models = plan.models.at(sample);
+        for (int i = 0; i < models.size(); ++i) {
+            const QVector<double>* row = bootstrapRow(models.at(i), sample);
+            if (row == nullptr) {
+                continue;
+            }
+            endPoint& definition = endPoints[models.at(i)];
+            if (auto container = definition.startEvaluation(*row)) {
+                numbers += container->population.uniforms.size();
+                containers.append(*std::move(container));
+                started.append({sample - nextSample, i, models.at(i)});
+            } else {
+                next.endpoints[i] = definition.evaluateEndpoint(*row);
+                // With ETAs it drew more numbers than are held at a time.
+                numbers += definition.highestEta > 0 ? preparedNumbers : 0;
+            }
+        }
+        prepared.enqueue(next);
+        if (!next.randomPosition) {
+            break;
+        }
+    }
+    evaluateContainers(containers);
+    for (int i = 0; i < started.size(); ++i) {
+        const Started& work = started.at(i);
+        prepared[work.sample].endpoints[work.plannedModel] =
+            endPoints.at(work.model).finishEvaluation(containers.at(i));
+    }
+}
+
+/// nullptr where the model lacks the sample.
+const QVector<double>* EndpointRun::bootstrapRow(int model, int sample) const
+{
+    const bool exists = model >= 0 && model < endPoints.size() && model < rawResults.size()
+                        && dataSet < rawResults.at(model).size()
+                        && sample < rawResults.at(model).at(dataSet).size();
+    return exists ? &rawResults.at(model).at(dataSet).at(sample) : nullptr;
+}
+
+bool holdsSelected(const QVector<Table>& endpoints, const QVector<int>& selected)
+{
+    for (int sample = 0; sample < selected.size(); ++sample) {
+        const int model = selected.at(sample);
+        if (model < 0) {
+            continue;
+        }
+        if (model >= endpoints.size() || sample >= endpoints.at(model).size()
+            || endpoints.at(model).at(sample).isEmpty()) {
+            return false;
+        }
+    }
+    return true;
+}
+
+Table pickSelected(const QVector<Table>& endpoints, const QVector<int>& selected)
+{
+    Table picked;
+    picked.reserve(selected.size());
+    for (int sample = 0; sample < selected.size(); ++sample) {
+        const int model = selected.at(sample);
+        const bool exists =
+            model >= 0 && model < endpoints.size() && sample < endpoints.at(model).size();
+        picked.append(exists ? endpoints.at(model).at(sample) : QVector<double>());
+    }
+    return picked;
+}

@@ -1,0 +1,108 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_ANALYSIS_PROBABILITY_H
+#define VELMORA_ANALYSIS_PROBABILITY_H
+
+#include "model/endpoint.h"
+#include "model/tables.h"
+
+#include <QQueue>
+
+#include <optional>
+
+/// The interval that the endpoint shall lie in: above lower, and at most upper.
+struct TargetInterval
+{
+    double lower;
+    double upper;
+    /// False for NaN.
+    bool contains(double endpoint) const { return lower < endpoint && endpoint <= upper; }
+};
+
+/// Probability in percent, per dose, that the endpoint lies in the target interval.
+/// endpoints is [sample][dose], of the model selected for each sample; a sample without a
+/// model is empty and counts as a miss. 0.0 for every dose without samples.
+/// The sum is made of equal steps, sample by sample: its last bits decide whether a level
+/// is exceeded.
+QVector<double> probabilityBySelection(const Table& endpoints, int doseCount,
+                                       const TargetInterval& target);
+
+/// The same averaged over the models with their relative weights, [sample][model].
+/// endpoints is [model][sample][dose], empty where the model's weight is not positive.
+/// Without individualWeights the weights of the first sample serve for all.
+QVector<double> probabilityByAveraging(const QVector<Table>& endpoints, const Table& weights,
+                                       bool individualWeights, int doseCount,
+                                       const TargetInterval& target);
+
+/// Which models' endpoints are evaluated for each bootstrap sample of a data set.
+struct EndpointPlan
+{
+    QVector<QVector<int>> models; ///< [sample]: numbers of models, -1 for none
+    /// Models in the result, which has an entry for every sample of each; 0 for a result of
+    /// one entry per sample, of the one model planned for it.
+    int modelCount = 0;
+};
+
+/// The models whose weight is positive. Without individualWeights the weights of the first
+/// sample serve for all.
+EndpointPlan averagingPlan(const Table& weights, bool individualWeights, int modelCount);
+
+/// The model selected for each sample, -1 for none. Without individualSelection that of the
+/// first sample serves for all.
+EndpointPlan selectionPlan(const QVector<int>& selected, bool individualSelection);
+
+/// All models for every sample.
+EndpointPlan completePlan(int sampleCount, int modelCount);
+
+/// Evaluates the endpoints of one data set, bootstrap sample by bootstrap sample.
+///
+/// Several samples are evaluated ahead in one parallel section. Their random numbers are
+/// drawn in the order of the samples, and those of samples that nobody asks for are given
+/// back at the end, so that the sequence goes on as if each sample were evaluated when
+/// asked for. The endpoint definitions must be up to date with doses and expressions, and
+/// must not change during the run.
+class EndpointRun
+{
+public:
+    EndpointRun(QVector<endPoint>& endPointDefinitions, const RawResults& results,
+                int dataSetNumber, const EndpointPlan& endpointPlan);
+    ~EndpointRun();
+    EndpointRun(const EndpointRun&) = delete;
+    EndpointRun& operator=(const EndpointRun&) = delete;
+
+    int sampleCount() const { return plan.models.size(); }
+
+    /// Appends the endpoints of the next sample, empty for models that are not planned.
+    void evaluateNext();
+
+    /// [model][sample][dose], or one entry of [sample][dose], by the plan.
+    const QVector<Table>& endpoints() const { return values; }
+
+private:
+    /// A sample evaluated ahead.
+    struct Prepared
+    {
+        std::optional<quint32> randomPosition; ///< before its numbers were drawn
+        Table endpoints;                       ///< of the planned models, [planned model][dose]
+    };
+
+    void prepare();
+    const QVector<double>* bootstrapRow(int model, int sample) const;
+
+    QVector<endPoint>& endPoints;
+    const RawResults& rawResults;
+    int dataSet;
+    EndpointPlan plan;
+    int nextSample = 0;
+    QQueue<Prepared> prepared; ///< samples from nextSample on
+    QVector<Table> values;
+};
+
+/// Whether the endpoints of a data set, [model][sample][dose], hold those of the model
+/// selected for every sample.
+bool holdsSelected(const QVector<Table>& endpoints, const QVector<int>& selected);
+
+/// The endpoints of the model selected for each sample, [sample][dose].
+Table pickSelected(const QVector<Table>& endpoints, const QVector<int>& selected);
+
+#endif

@@ -1,0 +1,146 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/truth.h"
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+/// Rows of the summary.
+enum SummaryRow { MeanAbove, MeanEqual, MeanBelow, MaximalAbove, MaximalEqual, MaximalBelow };
+constexpr int summaryRows = 6;
+
+/// -1, which no model has, for what no int can hold.
+int truncated(double number)
+{
+    return std::fabs(number) < std::numeric_limits<int>::max() ? static_cast<int>(number) : -1;
+}
+
+LevelComparison compareLevel(const Table& doseChoice, const QVector<double>& theoreticalMeds,
+                             int level)
+{
+    LevelComparison comparison;
+    int different = 0;
+    const int dataSetCount = qMin(doseChoice.size(), theoreticalMeds.size());
+    for (int dataSet = 0; dataSet < dataSetCount; ++dataSet) {
+        const double estimate = doseChoice.at(dataSet).value(level, notANumber);
+        const double truth = theoreticalMeds.at(dataSet);
+        if (truth == estimate) {
+            ++comparison.equal;
+        } else if (truth < estimate) {
+            ++comparison.over;
+            comparison.meanAbsoluteError += estimate - truth;
+            ++different;
+        } else {
+            ++comparison.under;
+            if (!std::isnan(estimate)) {
+                comparison.meanAbsoluteError += truth - estimate;
+                ++different;
+            }
+        }
+    }
+    // Exact hits are not in the divisor, by intent.
+    comparison.meanAbsoluteError /= different;
+    return comparison;
+}
+
+void addToSummary(Table& summary, int column, const LevelComparison& comparison, double nominal)
+{
+    const auto add = [&summary, column](SummaryRow mean, SummaryRow maximum, double value) {
+        summary[mean][column] += value;
+        summary[maximum][column] = qMax(summary.at(maximum).at(column), value);
+    };
+    const double atOrAbove = comparison.over + comparison.equal;
+    if (atOrAbove < nominal) {
+        add(MeanBelow, MaximalBelow, nominal - atOrAbove);
+    }
+    if (nominal < comparison.over) {
+        add(MeanAbove, MaximalAbove, comparison.over - nominal);
+    }
+    add(MeanEqual, MaximalEqual, comparison.equal);
+}
+
+} // namespace
+
+TrueModelNumbers trueModelNumbers(const Table& table, int simulationCount, int modelCount)
+{
+    QVector<double> values;
+    if (table.size() == simulationCount && !table.isEmpty() && table.first().size() == 1) {
+        for (const QVector<double>& row : table) {
+            values.append(row.value(0, notANumber));
+        }
+    } else if (table.size() == 1 && table.first().size() == simulationCount) {
+        values = table.first();
+    }
+    TrueModelNumbers result;
+    result.isValid = !values.isEmpty();
+    for (const double value : qAsConst(values)) {
+        const int number = truncated(value);
+        result.numbers.append(number);
+        result.isValid = result.isValid && number >= 0 && number < modelCount;
+    }
+    return result;
+}
+
+double roundedUpToDose(double trueMed, const QVector<double>& doses)
+{
+    int index = doses.size();
+    while (index > 0 && !(doses.at(index - 1) < trueMed)) {
+        --index;
+    }
+    return doses.value(index, notANumber);
+}
+
+double theoreticalMed(const QVector<double>& endpoints, const QVector<double>& doses,
+                      const TargetInterval& target)
+{
+    int index = doses.size();
+    while (index > 0 && target.contains(endpoints.value(index - 1, notANumber))) {
+        --index;
+    }
+    return doses.value(index, notANumber);
+}
+
+QVector<LevelComparison> compareWithTruth(const Table& doseChoice,
+                                          const QVector<double>& theoreticalMeds)
+{
+    QVector<LevelComparison> comparisons;
+    const int levelCount = doseChoice.isEmpty() ? 0 : doseChoice.first().size();
+    for (int level = 0; level < levelCount; ++level) {
+        comparisons.append(compareLevel(doseChoice, theoreticalMeds, level));
+    }
+    return comparisons;
+}
+
+double nominalCount(const LevelComparison& comparison, double level)
+{
+    return comparison.all() * level / 100;
+}
+
+Table summariseComparison(const QVector<LevelComparison>& comparisons,
+                          const QVector<double>& levels)
+{
+    Table summary(summaryRows, QVector<double>(2, 0.0));
+    int levelCounts[2] = {0, 0};
+    for (int i = 0; i < comparisons.size() && i < levels.size(); ++i) {
+        const double level = levels.at(i);
+        if (!(0 < level && level < 100)) {
+            continue;
+        }
+        // 50 itself is among the levels "above" 50, by intent.
+        for (int column = 0; column < (level >= 50 ? 2 : 1); ++column) {
+            addToSummary(summary, column, comparisons.at(i),
+                         nominalCount(comparisons.at(i), level));
+            ++levelCounts[column];
+        }
+    }
+    for (const SummaryRow row : {MeanAbove, MeanEqual, MeanBelow}) {
+        for (int column = 0; column < 2; ++column) {
+            summary[row][column] /= levelCounts[column];
+        }
+    }
+    return summary;
+}

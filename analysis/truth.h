@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_ANALYSIS_TRUTH_H
+#define VELMORA_ANALYSIS_TRUTH_H
+
+#include "analysis/probability.h"
+#include "model/tables.h"
+
+/// Model numbers read from a file, 0-based, one per simulated data set.
+struct TrueModelNumbers
+{
+    QVector<int> numbers; ///< what was read, whether valid or not
+    bool isValid = false;
+};
+
+/// The true model numbers in a table of one column with simulationCount rows, or of one row
+/// with as many values. Numbers are cut to integers towards 0; valid are those below
+/// modelCount. Any other shape gives no numbers.
+TrueModelNumbers trueModelNumbers(const Table& table, int simulationCount, int modelCount);
+
+/// The candidate dose that a true MED is rounded up to: the one above the highest dose
+/// that is below it. NaN above all doses; a MED of NaN gives the lowest dose, by intent.
+double roundedUpToDose(double trueMed, const QVector<double>& doses);
+
+/// The lowest dose from which on, up to the highest, the endpoint lies in the target
+/// interval. endpoints is the true model's endpoint per dose. NaN if the highest misses.
+double theoreticalMed(const QVector<double>& endpoints, const QVector<double>& doses,
+                      const TargetInterval& target);
+
+/// How the estimated MEDs of one probability level compare with the theoretical ones.
+struct LevelComparison
+{
+    int over = 0;  ///< data sets whose estimate is above the theoretical MED
+    int equal = 0; ///< data sets in which both agree
+    int under = 0; ///< all others, those without an estimate or a theoretical MED included
+    /// Mean distance of the estimates from the theoretical MED over the data sets in which
+    /// they differ, in dose units; NaN if there are none.
+    double meanAbsoluteError = 0.0;
+
+    int all() const { return over + equal + under; }
+};
+
+/// Compares level by level. doseChoice is [dataSet][level]; its first row tells the number
+/// of levels. Data sets without a theoretical MED entry are left out.
+QVector<LevelComparison> compareWithTruth(const Table& doseChoice,
+                                          const QVector<double>& theoreticalMeds);
+
+/// The data sets of a level that a method without bias would put at or above the
+/// theoretical MED.
+double nominalCount(const LevelComparison& comparison, double level);
+
+/// Deviations from the nominal counts, 6 rows by 2 columns: mean excess of estimates above,
+/// mean number of exact hits, mean shortfall; then the greatest of each. Column 0 is over
+/// all levels strictly between 0 and 100 percent, column 1 over those from 50 on. Means
+/// over no level are NaN.
+Table summariseComparison(const QVector<LevelComparison>& comparisons,
+                          const QVector<double>& levels);
+
+#endif

@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_ANALYSIS_WEIGHTS_H
+#define VELMORA_ANALYSIS_WEIGHTS_H
+
+#include "model/endpoint.h"
+#include "model/tables.h"
+
+/// Values of every model's weight expression for a data set, [model][sample].
+/// Samples are those of model 0; a model that lacks rows has fewer entries. NaN where the
+/// expression is blank or cannot be bound. Compiles the expressions as they read now.
+Table weightValues(QVector<endPoint>& endPoints, const RawResults& rawResults, int dataSet);
+
+/// Relative model weights per bootstrap sample, [sample][model].
+/// Each row sums to 1; a row whose weights add up to 0 is NaN. With logScale the values are
+/// natural logarithms, and NaN excludes the model; without, NaN makes its row NaN. A model
+/// without a value for the sample has weight 0. Buckland, Burnham & Augustin (1997).
+Table relativeWeights(const Table& values, int sampleCount, bool logScale);
+
+/// The model with the highest value per bootstrap sample, the first of equal ones; -1
+/// where no model has a value. NaN is never selected. Burnham & Anderson (2002).
+QVector<int> selectedModels(const Table& values, int sampleCount);
+
+/// The weight expression proposed for a model: on the log scale minus half of OFV + 2K, an
+/// information criterion (Akaike 1974). K is the number of names in the endpoint expression
+/// beyond time, concentration and dose.
+QString defaultWeightExpression(parser endPointParser);
+
+#endif

@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_APP_CHARTS_CHARTDATA_H
+#define VELMORA_APP_CHARTS_CHARTDATA_H
+
+#include "io/csvexport.h"
+
+#include <QPointF>
+
+class QCustomPlot;
+
+enum class ChartKind {
+    Curve,     ///< values over doses
+    Histogram, ///< graph 0 is the stepped outline of aplot's histogram
+    Bands      ///< counts over levels: graph 0 nominal, 1 over, 2 over or equal, 3 all
+};
+
+/// How the graphs of a chart are to be read.
+struct ChartReading
+{
+    ChartKind kind;
+    QString keyName;   ///< of the keys; the label of the axis if empty
+    QString valueUnit; ///< behind values that are shown, with a blank in front
+};
+
+/// Whether the chart shows anything.
+bool hasChartData(const QCustomPlot& plot);
+
+/// The numbers behind the chart below their headings, with 15 digits: one column of keys and
+/// one per graph, blank where a graph has no value at a key. The key of a histogram's bin is
+/// its lower edge.
+TextRows chartData(const QCustomPlot& plot, const ChartReading& reading);
+
+/// What the chart shows nearest to a place in it, in pixels: the point of a curve, the bin
+/// of a histogram or the counts of a level. Empty outside of the axes and without data.
+QString chartTextAt(const QCustomPlot& plot, const ChartReading& reading, const QPointF& place);
+
+/// Sets both axes to what the graphs span; bands stand on 0.
+void fitChart(QCustomPlot* plot, ChartKind kind);
+
+#endif

@@ -1,0 +1,124 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/charts/chartexport.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QBuffer>
+#include <QClipboard>
+#include <QHelpEvent>
+#include <QPdfWriter>
+#include <QToolTip>
+#include <qcustomplot.h>
+
+namespace {
+
+constexpr int printDotsPerInch = 300;
+constexpr double inchesPerMeter = 1000 / 25.4;
+constexpr int pointsPerInch = 72;
+
+/// The chart in its size on the screen, in the resolution of a printer.
+QByteArray pngOf(QCustomPlot* plot)
+{
+    QImage image = plot->toPixmap(0, 0, double(printDotsPerInch) / plot->logicalDpiX()).toImage();
+    image.setDotsPerMeterX(qRound(printDotsPerInch * inchesPerMeter));
+    image.setDotsPerMeterY(image.dotsPerMeterX());
+    QBuffer buffer;
+    image.save(&buffer, "PNG");
+    return buffer.data();
+}
+
+/// A page of the chart's size on the screen, with lines and letters as such.
+QByteArray pdfOf(QCustomPlot* plot)
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&buffer);
+    writer.setCreator("Velmora");
+    writer.setResolution(plot->logicalDpiX());
+    const QSizeF size = QSizeF(plot->size()) * pointsPerInch / plot->logicalDpiX();
+    writer.setPageLayout(
+        QPageLayout(QPageSize(size, QPageSize::Point, QString(), QPageSize::ExactMatch),
+                    QPageLayout::Portrait, QMarginsF()));
+    QCPPainter painter(&writer);
+    painter.setMode(QCPPainter::pmVectorized);
+    painter.setWindow(plot->rect());
+    plot->toPainter(&painter);
+    painter.end();
+    return buffer.data();
+}
+
+bool isRightClick(const QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+        return static_cast<const QMouseEvent*>(event)->button() == Qt::RightButton;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+ChartExport::ChartExport(QCustomPlot* chart, const ChartExportSettings& how, QAction* summary)
+    : ExportMenu(chart)
+    , plot(chart)
+    , settings(how)
+{
+    addPictureEntries();
+    addSeparator();
+    addDataEntries();
+    addSeparator();
+    QAction* fit = addEntry("FitToData", "Fit to data", [this] {
+        settings.fit ? settings.fit() : fitChart(plot, settings.reading.kind);
+    });
+    setCondition(fit, [this] { return hasChartData(*plot); });
+    addSeparator();
+    addEntry(summary);
+}
+
+void ChartExport::addPictureEntries()
+{
+    addEntry("CopyPicture", "Copy picture",
+             [this] { QApplication::clipboard()->setPixmap(plot->toPixmap()); });
+    addEntry("SavePdf", "Save as PDF...", [this] {
+        saveAs(plot, "Save as PDF...", settings.fileName + ".pdf", [this] { return pdfOf(plot); });
+    });
+    addEntry("SavePng", "Save as PNG...", [this] {
+        saveAs(plot, "Save as PNG...", settings.fileName + ".png", [this] { return pngOf(plot); });
+    });
+}
+
+void ChartExport::addDataEntries()
+{
+    QAction* copy = addEntry("CopyData", "Copy data", [this] {
+        copyText(tabSeparated(chartData(*plot, settings.reading)));
+    });
+    QAction* save = addEntry("SaveDataCsv", "Save data as CSV...", [this] {
+        saveAs(plot, "Save data as CSV...", settings.fileName + ".csv",
+               [this] { return commaSeparated(chartData(*plot, settings.reading)); });
+    });
+    for (QAction* entry : {copy, save}) {
+        setCondition(entry, [this] { return hasChartData(*plot); });
+    }
+}
+
+bool ChartExport::eventFilter(QObject* watched, QEvent* event)
+{
+    // The chart would take any button for the start of a drag.
+    if (isRightClick(event)) {
+        return true;
+    }
+    if (event->type() == QEvent::ToolTip) {
+        const auto* help = static_cast<QHelpEvent*>(event);
+        const QString text = chartTextAt(*plot, settings.reading, help->pos());
+        if (!text.isEmpty()) {
+            QToolTip::showText(help->globalPos(), text, plot);
+            return true;
+        }
+        QToolTip::hideText();
+    }
+    return ExportMenu::eventFilter(watched, event);
+}

@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_APP_CHARTS_CHARTEXPORT_H
+#define VELMORA_APP_CHARTS_CHARTEXPORT_H
+
+#include "app/charts/chartdata.h"
+#include "app/widgets/exportmenu.h"
+
+/// How a chart is exported.
+struct ChartExportSettings
+{
+    ChartReading reading;
+    QString fileName;          ///< offered, without suffix
+    std::function<void()> fit; ///< shows all data; fitChart where there is none
+};
+
+/// The chart's context menu, and what it tells about the point under a resting mouse. Owned
+/// by the chart, whose ranges a right click no longer reaches.
+class ChartExport : public ExportMenu
+{
+public:
+    /// summary is added to the menu.
+    ChartExport(QCustomPlot* chart, const ChartExportSettings& how, QAction* summary);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void addPictureEntries();
+    void addDataEntries();
+
+    QCustomPlot* plot;
+    ChartExportSettings settings;
+};
+
+#endif

@@ -1,0 +1,94 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/widgets/exportmenu.h"
+
+#include <QAbstractScrollArea>
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMenu>
+#include <QMessageBox>
+
+namespace {
+
+const char writeFailedText[] = "The file could not be written.";
+
+} // namespace
+
+ExportMenu::ExportMenu(QWidget* widget)
+    : QObject(widget)
+    , owner(widget)
+    , menu(new QMenu(widget))
+{
+    owner->installEventFilter(this);
+    if (const auto* area = qobject_cast<QAbstractScrollArea*>(owner)) {
+        area->viewport()->installEventFilter(this);
+    }
+}
+
+QAction* ExportMenu::addEntry(const QString& name, const QString& text,
+                              const std::function<void()>& act, const QList<QKeySequence>& keys)
+{
+    auto* action = new QAction(text, owner);
+    action->setObjectName("action" + name + owner->objectName());
+    action->setShortcuts(keys);
+    // An editor in a cell keeps the keys for itself.
+    action->setShortcutContext(Qt::WidgetShortcut);
+    connect(action, &QAction::triggered, this, act);
+    owner->addAction(action);
+    menu->addAction(action);
+    return action;
+}
+
+void ExportMenu::addEntry(QAction* shared)
+{
+    menu->addAction(shared);
+}
+
+void ExportMenu::addSeparator()
+{
+    menu->addSeparator();
+}
+
+void ExportMenu::setCondition(QAction* entry, const std::function<bool()>& isPossible)
+{
+    connect(menu, &QMenu::aboutToShow, entry,
+            [entry, isPossible] { entry->setEnabled(isPossible()); });
+}
+
+bool ExportMenu::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::ContextMenu) {
+        return QObject::eventFilter(watched, event);
+    }
+    menu->popup(static_cast<QContextMenuEvent*>(event)->globalPos());
+    event->accept();
+    return true;
+}
+
+void copyText(const QString& text)
+{
+    QApplication::clipboard()->setText(text);
+}
+
+void saveAs(QWidget* widget, const QString& title, const QString& offeredName,
+            const std::function<std::optional<QByteArray>()>& content)
+{
+    const QString suffix = QFileInfo(offeredName).suffix();
+    QFileDialog dialog(widget->window(), title, QString(), "*." + suffix);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(suffix);
+    dialog.selectFile(offeredName);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+        return;
+    }
+    const std::optional<QByteArray> bytes = content();
+    if (bytes && !writeFile(dialog.selectedFiles().first(), *bytes)) {
+        QMessageBox box(widget->window());
+        box.setText(writeFailedText);
+        box.exec();
+    }
+}

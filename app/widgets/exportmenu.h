@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_APP_WIDGETS_EXPORTMENU_H
+#define VELMORA_APP_WIDGETS_EXPORTMENU_H
+
+#include "io/csvexport.h"
+
+#include <QKeySequence>
+#include <QList>
+#include <QObject>
+
+#include <functional>
+#include <optional>
+
+class QAction;
+class QMenu;
+class QWidget;
+
+/// The context menu of a table or chart, by which its content leaves the program. Owned by
+/// that widget. An action is called action<What> with the widget's own name behind.
+class ExportMenu : public QObject
+{
+public:
+    explicit ExportMenu(QWidget* widget);
+
+    /// Adds an entry. Pressing one of the keys while the widget has the keyboard does the same.
+    QAction* addEntry(const QString& name, const QString& text, const std::function<void()>& act,
+                      const QList<QKeySequence>& keys = {});
+
+    /// Adds an entry that other menus share.
+    void addEntry(QAction* shared);
+
+    void addSeparator();
+
+    /// Whether there is something that the entry can work on; asked when the menu opens.
+    void setCondition(QAction* entry, const std::function<bool()>& isPossible);
+
+protected:
+    /// Opens the menu at a right click, also on a part of the widget, or the menu key.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    QWidget* owner;
+    QMenu* menu;
+};
+
+/// Puts text on the clipboard.
+void copyText(const QString& text);
+
+/// Asks where to save, offering a name whose suffix is also given to a name without one, and
+/// writes what content gives then, if anything. Tells the user if the file cannot be written.
+void saveAs(QWidget* widget, const QString& title, const QString& offeredName,
+            const std::function<std::optional<QByteArray>()>& content);
+
+#endif

@@ -1,0 +1,156 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/window/mainwindow.h"
+
+#include "ui_mainwindow.h"
+
+namespace {
+
+constexpr int weightPage = 3;
+
+/// Point size in the crowded parts of the pages, where the desktop's font is larger.
+constexpr double compactPointSize = 9.0;
+
+/// Pixels for the names of models beside narrow tables.
+constexpr int widestModelName = 100;
+
+QFont compactFont(QFont font)
+{
+    if (font.pointSizeF() > compactPointSize) {
+        font.setPointSizeF(compactPointSize);
+    }
+    return font;
+}
+
+void setAxisFonts(QCPAxis* axis, const QFont& font)
+{
+    axis->setLabelFont(font);
+    axis->setTickLabelFont(font);
+}
+
+/// Narrows the letters until the text fits into the label's greatest width.
+void fitText(QLabel* label)
+{
+    QFont font = label->font();
+    for (int stretch = 100; stretch > 50; stretch -= 5) {
+        font.setStretch(stretch);
+        if (QFontMetrics(font).horizontalAdvance(label->text()) < label->maximumWidth()) {
+            break;
+        }
+    }
+    label->setFont(font);
+}
+
+} // namespace
+
+MainWindow::MainWindow(QWidget* parent)
+    : QMainWindow(parent)
+    // A bound that was never edited counts as an empty text does.
+    , upperBound(upperSubstitute.value)
+    , lowerBound(lowerSubstitute.value)
+    , colNumOFV(20)
+    , colNumTHETA1(21)
+    , colNumThird(22)
+    , plotColor(153, 0, 0, 255)
+    , plotColorLight(153, 0, 0, 100)
+    , ui(new Ui_MainWindow)
+{
+    ui->setupUi(this);
+    fitFonts();
+    connectPlots();
+    openKeyboardWays();
+    addExports();
+    acceptDrops();
+    connect(ui->actionSave, &QAction::triggered, this, &MainWindow::saveModels);
+    connect(ui->actionOpen, &QAction::triggered, this, &MainWindow::loadModels);
+    connect(ui->_3_le_lowerBound, &QLineEdit::textChanged, this,
+            [this] { lowerBoundPlaced = false; });
+    connect(ui->_3_le_upperBound, &QLineEdit::textChanged, this,
+            [this] { upperBoundPlaced = false; });
+
+    ui->_3_cp_epDistribution->hide();
+    ui->_3_lb_indpVar->hide();
+    ui->_3_sl_doseSlider->hide();
+    ui->__mainToolBox->setCurrentIndex(0);
+    refresh__1_tw_etaDefinition();
+    connectFindings();
+}
+
+MainWindow::~MainWindow()
+{
+    delete ui;
+}
+
+/// Lets the tab key reach the titles of the pages, too.
+void MainWindow::openKeyboardWays()
+{
+    for (QAbstractButton* title :
+         ui->__mainToolBox->findChildren<QAbstractButton*>("qt_toolbox_toolboxbutton")) {
+        title->setFocusPolicy(Qt::TabFocus);
+    }
+}
+
+/// Makes texts readable where the layout's limits leave little room for them.
+void MainWindow::fitFonts()
+{
+    fitText(ui->label_2);
+    const QFont font = compactFont(ui->_1_tw_endPoints->font());
+    for (QWidget* widget : QVector<QWidget*>{
+             ui->_1_tw_endPoints, ui->_1_lb_etaText, ui->_1_cb_numEtas, ui->_1_tw_etaDefinition,
+             ui->_1_cb_iivEndPoint, ui->_1_sb_numSimulations, ui->_1_tw_rawResLabels,
+             ui->_2_tw_weightDefinition, ui->_5_tw_trueModelTMED, ui->_5_tw_Summary,
+             ui->_5_tw_aveUnderEstOverEst, ui->statusBar}) {
+        widget->setFont(font);
+        if (QTableWidget* table = qobject_cast<QTableWidget*>(widget)) {
+            table->horizontalHeader()->setFont(font);
+        }
+    }
+    QFont narrowFont = font;
+    narrowFont.setStretch(QFont::SemiCondensed);
+    ui->_5_tw_aveUnderEstOverEst->horizontalHeader()->setFont(narrowFont);
+    for (QCustomPlot* plot : findChildren<QCustomPlot*>()) {
+        setAxisFonts(plot->xAxis, font);
+        setAxisFonts(plot->yAxis, font);
+    }
+    // A long model name must leave room for the expression beside it.
+    ui->_1_tw_endPoints->verticalHeader()->setMaximumWidth(widestModelName);
+    ui->_2_tw_weightDefinition->verticalHeader()->setMaximumWidth(2 * widestModelName);
+    ui->__lb_directory->setMaximumHeight(2 * ui->__lb_directory->fontMetrics().lineSpacing());
+}
+
+/// Makes the columns wide enough for their headings and for the widest number shown.
+void MainWindow::fitColumns(QTableWidget* table, const QString& widestNumber)
+{
+    QHeaderView* header = table->horizontalHeader();
+    const int margins = 4 * table->style()->pixelMetric(QStyle::PM_FocusFrameHMargin);
+    const int widest = table->fontMetrics().horizontalAdvance(widestNumber) + margins;
+    for (int column = 0; column < table->columnCount(); ++column) {
+        const int width = qMax(widest, header->sectionSizeHint(column));
+        if (width > header->sectionSize(column)) {
+            header->resizeSection(column, width);
+        }
+    }
+}
+
+void MainWindow::contextMenuEvent(QContextMenuEvent* /*event*/) {}
+
+void MainWindow::on___mainToolBox_currentChanged(int index)
+{
+    if (index == weightPage) {
+        refresh_2_tw_weightDefinition();
+    }
+}
+
+// The choices of page "3" take effect with the next "reCalculate".
+
+void MainWindow::on__3_cb_dataNumber_valueChanged(int /*dataSet*/) {}
+
+void MainWindow::on__3_cb_aveORselect_currentIndexChanged(int /*index*/) {}
+
+void MainWindow::on__3_cb_indOFVone_currentIndexChanged(int /*index*/) {}
+
+// The doses are read on every change of their text.
+
+void MainWindow::on__1_le_possibleDoses_textEdited(const QString& /*text*/) {}
+
+void MainWindow::on__1_le_possibleDoses_editingFinished() {}

@@ -1,0 +1,246 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Page "1": doses, endpoints and between-subject variability.
+
+#include "analysis/numberlist.h"
+#include "app/aplot.h"
+#include "app/window/mainwindow.h"
+#include "io/csv.h"
+#include "model/binding.h"
+#include "ui_mainwindow.h"
+
+#include <QSignalBlocker>
+
+#include <iterator>
+#include <optional>
+
+namespace {
+
+/// Population summaries in the order of the combo box: the mean, then percentiles.
+constexpr int populationSummaries[] = {-1, 50, 75, 25};
+
+/// Beyond the names of any real file; a heading of millions would fill memory with cells.
+constexpr int mostLabels = 200'000;
+
+void setCellText(QTableWidget* table, int row, int column, const QString& text)
+{
+    if (QTableWidgetItem* item = table->item(row, column)) {
+        item->setText(text);
+    } else {
+        table->setItem(row, column, new QTableWidgetItem(text));
+    }
+}
+
+} // namespace
+
+void MainWindow::on__1_le_possibleDoses_textChanged(const QString& text)
+{
+    possibleDoses = parseNumberList(text);
+    refresh_1_cp_typicalDRPlot();
+    if (!possibleDoses.isEmpty()) {
+        ui->_3_sl_doseSlider->setMaximum(possibleDoses.size() - 1);
+    }
+}
+
+void MainWindow::on__1_tw_endPoints_cellChanged(int row, int /*column*/)
+{
+    readEndPointExpression(row);
+}
+
+void MainWindow::on__1_tw_endPoints_itemChanged(QTableWidgetItem* item)
+{
+    readEndPointExpression(item->row());
+}
+
+void MainWindow::readEndPointExpression(int row)
+{
+    const QTableWidgetItem* item = ui->_1_tw_endPoints->item(row, 0);
+    if (item == nullptr || row >= endPoints.size()) {
+        return;
+    }
+    endPoints[row].endPointParser.expression = item->text();
+    endPoints[row].checkETA();
+    refresh_1_cp_typicalDRPlot();
+    refresh__1_tw_etaDefinition();
+    renewFormulaFindings(ui->_1_tw_endPoints, row);
+}
+
+void MainWindow::on__1_tw_endPoints_currentCellChanged(int /*currentRow*/, int /*currentColumn*/,
+                                                       int /*previousRow*/, int /*previousColumn*/)
+{
+    refresh_1_tw_rawResLabels();
+    refresh_1_cp_typicalDRPlot();
+    refresh__1_tw_etaDefinition();
+}
+
+/// The definition of the model that is current in the endpoints table, nullptr if none.
+endPoint* MainWindow::selectedEndPoint()
+{
+    const int row = ui->_1_tw_endPoints->currentRow();
+    return row >= 0 && row < endPoints.size() ? &endPoints[row] : nullptr;
+}
+
+void MainWindow::refresh_1_tw_rawResLabels()
+{
+    const int model = ui->_1_tw_endPoints->currentRow();
+    if (model < 0 || model >= rawResultsHeaders.size()) {
+        return;
+    }
+    const QStringList names = rawResultsHeaders.at(model).mid(0, mostLabels);
+    QTableWidget* table = ui->_1_tw_rawResLabels;
+    table->setRowCount(1);
+    table->setColumnCount(names.size());
+    for (int column = 0; column < names.size(); ++column) {
+        table->setItem(0, column, new QTableWidgetItem(names.at(column).left(longestName)));
+    }
+    table->resizeColumnsToContents();
+    nameColumns();
+}
+
+/// Shows the selected model's number of ETAs and omega, and the widgets for them where the
+/// model has any. Writes nothing back: the cells hold rounded numbers.
+void MainWindow::refresh__1_tw_etaDefinition()
+{
+    endPoint* definition = selectedEndPoint();
+    if (definition != nullptr) {
+        definition->checkETA();
+    }
+    const bool hasEtas = definition != nullptr && definition->numEtas > 0;
+    ui->_1_tw_etaDefinition->setVisible(hasEtas);
+    ui->_1_lb_etaText->setVisible(hasEtas);
+    ui->_1_cb_numEtas->setVisible(hasEtas);
+    ui->_1_cb_iivEndPoint->setVisible(hasEtas);
+    ui->_1_sb_numSimulations->setVisible(hasEtas);
+    if (definition == nullptr) {
+        return;
+    }
+    const QSignalBlocker quietNumber(ui->_1_cb_numEtas);
+    ui->_1_cb_numEtas->setMinimum(definition->highestEta);
+    ui->_1_cb_numEtas->setValue(definition->numEtas);
+
+    QTableWidget* table = ui->_1_tw_etaDefinition;
+    const QSignalBlocker quietTable(table);
+    table->setRowCount(definition->numEtas);
+    table->setColumnCount(definition->numEtas);
+    for (int row = 0; row < definition->numEtas; ++row) {
+        for (int column = 0; column < definition->numEtas; ++column) {
+            const int reference = definition->omegaColumns.at(row).at(column);
+            const double value = definition->omega.at(row).at(column);
+            setCellText(table, row, column,
+                        reference >= 0 ? "COL" + QString::number(qint64(reference) + 1)
+                                       : QString::number(value, 'g', 6));
+        }
+    }
+    renewOmegaFindings();
+}
+
+void MainWindow::on__1_tw_etaDefinition_cellChanged(int row, int column)
+{
+    endPoint* definition = selectedEndPoint();
+    const QTableWidgetItem* item = ui->_1_tw_etaDefinition->item(row, column);
+    if (definition == nullptr || item == nullptr || row >= definition->numEtas
+        || column >= definition->numEtas) {
+        return;
+    }
+    const QString typed = item->text();
+    bool isNumber = false;
+    const double value = typed.toDouble(&isNumber);
+    if (isNumber) {
+        definition->omega[row][column] = definition->omega[column][row] = value;
+        definition->omegaColumns[row][column] = definition->omegaColumns[column][row] = -1;
+    } else if (const std::optional<int> reference = omegaColumnReference(typed)) {
+        definition->omegaColumns[row][column] = *reference;
+        definition->omegaColumns[column][row] = *reference;
+    }
+    refresh_1_cp_typicalDRPlot();
+    refresh__1_tw_etaDefinition();
+    showOmegaFindings(row, column, typed);
+}
+
+void MainWindow::on__1_tw_etaDefinition_currentCellChanged(int /*currentRow*/,
+                                                           int /*currentColumn*/,
+                                                           int /*previousRow*/,
+                                                           int /*previousColumn*/)
+{
+    refresh__1_tw_etaDefinition();
+}
+
+void MainWindow::on__1_cb_numEtas_valueChanged(int count)
+{
+    if (endPoint* definition = selectedEndPoint()) {
+        definition->resizeOmega(count);
+        refresh_1_cp_typicalDRPlot();
+        refresh__1_tw_etaDefinition();
+    }
+}
+
+void MainWindow::on__1_cb_iivEndPoint_currentIndexChanged(int index)
+{
+    if (index < 0 || index >= int(std::size(populationSummaries))) {
+        return;
+    }
+    for (endPoint& definition : endPoints) {
+        definition.populationSummary = populationSummaries[index];
+    }
+    refresh_1_cp_typicalDRPlot();
+}
+
+/// The population summary that page "1" shows.
+int MainWindow::shownPopulationSummary() const
+{
+    return populationSummaries[qBound(0, ui->_1_cb_iivEndPoint->currentIndex(),
+                                      int(std::size(populationSummaries)) - 1)];
+}
+
+void MainWindow::on__1_sb_numSimulations_valueChanged(int count)
+{
+    for (endPoint& definition : endPoints) {
+        definition.numSimulations = count;
+    }
+    refresh_1_cp_typicalDRPlot();
+}
+
+/// Draws the selected model's endpoint over the doses for the first row of its results.
+void MainWindow::refresh_1_cp_typicalDRPlot()
+{
+    endPoint* definition = selectedEndPoint();
+    const QVector<Table> dataSets = rawResults.value(ui->_1_tw_endPoints->currentRow());
+    if (definition == nullptr || possibleDoses.size() < 2 || dataSets.isEmpty()
+        || dataSets.first().isEmpty()) {
+        return;
+    }
+    QCustomPlot* plot = ui->_1_cp_typicalDRPlot;
+    plot->clearGraphs();
+    QCPGraph* graph = plot->addGraph();
+    graph->setPen(curvePen());
+    definition->bringUpToDate(possibleDoses);
+    const QVector<double> values = definition->evaluateEndpoint(dataSets.first().first());
+    graph->setData(possibleDoses, values, true);
+    setAxisRange(plot->xAxis, possibleDoses);
+    setAxisRange(plot->yAxis, values);
+    plot->xAxis->setLabel(definition->endPointParser.variables.value(TimeSlot));
+    plot->yAxis->setLabel("Endpoint");
+    plot->replot();
+}
+
+/// Renews the curve after a change on another page, where no random numbers may be drawn:
+/// with ETAs it goes, rather than to show what is no longer so.
+void MainWindow::renewTypicalDRPlot()
+{
+    const endPoint* definition = selectedEndPoint();
+    if (definition != nullptr && definition->highestEta > 0) {
+        ui->_1_cp_typicalDRPlot->clearGraphs();
+        ui->_1_cp_typicalDRPlot->replot();
+    } else {
+        refresh_1_cp_typicalDRPlot();
+    }
+}
+
+/// To be called before endpoints are evaluated: gives every definition the doses and
+/// compiles its expression, whichever model is selected.
+void MainWindow::bringEndPointsUpToDate()
+{
+    for (endPoint& definition : endPoints) {
+        definition.bringUpToDate(possibleDoses);
+    }
+}

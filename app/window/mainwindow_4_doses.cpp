@@ -1,0 +1,129 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Page "4": minimum effective doses of all data sets.
+
+#include "analysis/dosesearch.h"
+#include "analysis/numberlist.h"
+#include "app/aplot.h"
+#include "app/widgets/progressloop.h"
+#include "app/window/mainwindow.h"
+#include "io/csv.h"
+#include "ui_mainwindow.h"
+
+#include <cmath>
+
+namespace {
+
+/// Data sets per histogram bin, rounded up.
+constexpr double dataSetsPerBin = 10.0;
+
+} // namespace
+
+void MainWindow::on__4_pb_startCalculation_clicked()
+{
+    if (rawResults.isEmpty()) {
+        return;
+    }
+    const int dataSetCount = rawResults.first().size();
+    QTableWidget* table = ui->_4_tw_doseChoice;
+    {
+        ProgressLoop progress(this, "Calculating...", "Abort Calculation", dataSetCount);
+        doseChoice.clear();
+        doseChoiceLabels.clear();
+        doseChoiceOrigin = choicesText();
+        doseChoiceVersion = resultsVersion;
+        doseChoiceVector = parseNumberList(ui->_4_le_probabilities->text());
+        for (const double level : qAsConst(doseChoiceVector)) {
+            doseChoiceLabels.append(QString::number(level, 'g', 6));
+        }
+        if (ui->_4_cb_useCash->isChecked() && doseChoiceCash.size() < dataSetCount) {
+            doseChoiceCash.resize(dataSetCount);
+        }
+        bool goesOn = true;
+        for (int dataSet = 0; goesOn && dataSet < dataSetCount; ++dataSet) {
+            const QVector<double> probability = calculate_PoS(dataSet, &progress);
+            if (progress.isGivenUp()) {
+                break;
+            }
+            doseChoice.append(find_dose(probability));
+            if (dataSet == 0) {
+                csvDisplay(table, doseChoice, doseChoiceLabels);
+            } else {
+                csvDisplayAppend(table, doseChoice.last());
+            }
+            goesOn = progress.advance(dataSet + 1);
+        }
+    }
+    if (doseChoice.size() < dataSetCount) {
+        doseChoiceOrigin +=
+            QString(", %1 of %2 data sets").arg(doseChoice.size()).arg(dataSetCount);
+    }
+    if (doseChoice.isEmpty()) {
+        table->setRowCount(0);
+    }
+    showFullSize(table);
+    QString widestDose = "nan";
+    for (const double dose : qAsConst(possibleDoses)) {
+        const QString text = QString::number(dose, 'g', 6);
+        if (text.size() > widestDose.size()) {
+            widestDose = text;
+        }
+    }
+    fitColumns(table, widestDose);
+    // Newly computed doses count as newly selected: they are to be seen.
+    doseChoiceSource.dataSet = -1;
+    refresh_4_tw_doseChoice();
+    renewFindings(ui->_4_cb_useCash);
+}
+
+QVector<double> MainWindow::find_dose(QVector<double> pos, QVector<double> targets)
+{
+    return minimumEffectiveDoses(pos, targets, possibleDoses);
+}
+
+int MainWindow::find_dose(QVector<double> pos, double target)
+{
+    return minimumEffectiveDoseIndex(pos, target);
+}
+
+QVector<double> MainWindow::find_dose(QVector<double> pos)
+{
+    return find_dose(pos, doseChoiceVector);
+}
+
+/// Draws the distribution over the data sets of the level that is current in the table.
+void MainWindow::refresh_4_tw_doseChoice()
+{
+    QTableWidget* table = ui->_4_tw_doseChoice;
+    QCustomPlot* plot = ui->_4_cp_doseChoiceDistribution;
+    const int level = table->currentColumn();
+    QVector<double> chosenDoses;
+    for (const QVector<double>& doses : qAsConst(doseChoice)) {
+        if (level >= 0 && level < doses.size()) {
+            chosenDoses.append(doses.at(level));
+        }
+    }
+    const int binCount = static_cast<int>(std::ceil(table->rowCount() / dataSetsPerBin));
+    if (!chosenDoses.isEmpty()) {
+        showHistogramValues(plot, {0, 0, level}, doseChoiceSource, chosenDoses, possibleDoses,
+                            binCount);
+    }
+    plot->clearGraphs();
+    histogram(table, plot, binCount);
+    styleHistogram(plot);
+    plot->xAxis->setLabel(doseName());
+    plot->yAxis->setLabel("Frequency");
+    plot->replot();
+}
+
+void MainWindow::on__4_tw_doseChoice_currentCellChanged(int /*currentRow*/, int /*currentColumn*/,
+                                                        int /*previousRow*/, int /*previousColumn*/)
+{
+    refresh_4_tw_doseChoice();
+}
+
+void MainWindow::on__4_pb_clearCash_clicked()
+{
+    doseChoiceCash.clear();
+    renewFindings(ui->_4_cb_useCash);
+}

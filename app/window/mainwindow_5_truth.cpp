@@ -1,0 +1,243 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Page "5": simulation studies and their comparison with the true model. Its two imports
+// are on page "-1".
+
+#include "analysis/truth.h"
+#include "app/aplot.h"
+#include "app/widgets/progressloop.h"
+#include "app/window/mainwindow.h"
+#include "io/csv.h"
+#include "ui_mainwindow.h"
+
+#include <QFileDialog>
+
+#include <limits>
+
+namespace {
+
+const char simulationFilesTitle[] =
+    "Select raw_results files for simulation models.  The number of files imported must be "
+    "either one or the same number as number of simulations.";
+const char simulationCountText[] =
+    "The number of imported raw results files must be the same as number of simulations or one "
+    "(if all the simulaitons were generated from the same model with the same parameters).";
+const char trueModelTitle[] =
+    "Select files with true model indicies (always start with 0!  i.e.,  0,1,2,3,...).";
+const char trueModelFormatText[] =
+    "The file imported does not follow the recognizable format.  Make sure that it is a csv file "
+    "with either one row or column.";
+const char headersText[] = "Some of the headers for the raw_results files for the simulation "
+                           "models do not match with the estimation models.  Please double check.";
+const char trueMedTitle[] = "Import file with true model and true MED.";
+const char csvFilter[] = "*.csv";
+
+constexpr int trueModelColumn = 0;
+constexpr int theoreticalMedColumn = 1;
+
+QColor bandColor(Qt::GlobalColor color)
+{
+    QColor band(color);
+    band.setAlpha(150);
+    return band;
+}
+
+} // namespace
+
+int MainWindow::simulationCount() const
+{
+    return rawResults.isEmpty() ? 0 : rawResults.first().size();
+}
+
+void MainWindow::on__5_pb_importSimRawRes_clicked()
+{
+    const QStringList paths = QFileDialog::getOpenFileNames(this, simulationFilesTitle,
+                                                            ui->__lb_directory->text(), csvFilter);
+    simRawResults.clear();
+    simRawResultsHeaders.clear();
+    if (paths.size() == 1 || paths.size() == simulationCount()) {
+        for (const QString& path : paths) {
+            simRawResults.append(csvWithHeaderReadToDouble(path));
+            simRawResultsHeaders.append(csvWithHeaderReadHeader(path));
+        }
+    } else {
+        showMessage(simulationCountText);
+    }
+    ui->_5_tw_trueModelTMED->setRowCount(simRawResults.size());
+}
+
+void MainWindow::on__5_pb_simTrueModel_clicked()
+{
+    const QString path =
+        QFileDialog::getOpenFileName(this, trueModelTitle, ui->__lb_directory->text(), csvFilter);
+    const TrueModelNumbers read =
+        trueModelNumbers(csvReadToDouble(path), simulationCount(), rawResults.size());
+    trueModelIndices = read.numbers;
+    if (!read.isValid) {
+        showMessage(trueModelFormatText);
+        return;
+    }
+    QTableWidget* table = ui->_5_tw_trueModelTMED;
+    table->setRowCount(trueModelIndices.size());
+    for (int row = 0; row < trueModelIndices.size(); ++row) {
+        table->setItem(row, trueModelColumn,
+                       new QTableWidgetItem(QString::number(trueModelIndices.at(row))));
+    }
+    // Shown after every import, whatever the headings are, by intent: the user is to look.
+    showMessage(headersText);
+}
+
+void MainWindow::on__4_pb_compTruth_clicked()
+{
+    trueMEDs.clear();
+    bool isComparable = true;
+    if (simRawResults.isEmpty()) {
+        readTrueMeds();
+    } else {
+        isComparable = computeTheoreticalMeds();
+    }
+    comparison = isComparable ? compareWithTruth(doseChoice, trueMEDs) : QVector<LevelComparison>();
+    comparisonVersion = resultsVersion;
+    comparedLevels = doseChoiceVector;
+    if (simRawResults.isEmpty() && !doseChoice.isEmpty()) {
+        showTheoreticalMeds();
+    }
+    Table errors;
+    for (const LevelComparison& level : qAsConst(comparison)) {
+        errors.append(QVector<double>{level.meanAbsoluteError});
+    }
+    csvDisplay(ui->_5_tw_Summary, summariseComparison(comparison, comparedLevels));
+    csvDisplay(ui->_5_tw_aveUnderEstOverEst, errors);
+    drawComparison();
+}
+
+/// Asks for a file of true MEDs and rounds them up to candidate doses. A file that does not
+/// fit the data sets leaves them empty, silently.
+void MainWindow::readTrueMeds()
+{
+    const Table file = csvReadToDouble(
+        QFileDialog::getOpenFileName(this, trueMedTitle, ui->__lb_directory->text(), csvFilter));
+    if (rawResults.isEmpty() || file.isEmpty() || file.size() != simulationCount()
+        || file.first().size() <= theoreticalMedColumn) {
+        return;
+    }
+    csvDisplay(ui->_5_tw_trueModelTMED, file);
+    showFullSize(ui->_5_tw_trueModelTMED);
+    for (const QVector<double>& row : file) {
+        const double trueMed =
+            row.value(theoreticalMedColumn, std::numeric_limits<double>::quiet_NaN());
+        trueMEDs.append(roundedUpToDose(trueMed, possibleDoses));
+    }
+}
+
+/// Evaluates the true model of every simulated data set. False, silently, if the table
+/// does not name the models.
+bool MainWindow::computeTheoreticalMeds()
+{
+    truthComparison.clear();
+    bringEndPointsUpToDate();
+    if (!readTrueModelTable() && !possibleDoses.isEmpty()) {
+        return false;
+    }
+    ProgressLoop progress(this, "Calculating...", "Abort Calculation", simRawResults.size());
+    bool goesOn = true;
+    for (int dataSet = 0; goesOn && dataSet < simRawResults.size(); ++dataSet) {
+        const int model = trueModelIndices.value(dataSet, -1);
+        const Table& rows = simRawResults.at(dataSet);
+        const bool exists = model >= 0 && model < endPoints.size() && !rows.isEmpty();
+        truthComparison.append(exists ? endPoints[model].evaluateEndpoint(rows.first())
+                                      : QVector<double>());
+        trueMEDs.append(
+            theoreticalMed(truthComparison.last(), possibleDoses, {lowerBound, upperBound}));
+        goesOn = progress.advance(dataSet + 1);
+    }
+    showTheoreticalMeds();
+    // After an abort nothing stays from an earlier run for the data sets that were not done.
+    for (int row = trueMEDs.size(); row < simRawResults.size(); ++row) {
+        setTheoreticalMed(row, std::numeric_limits<double>::quiet_NaN());
+    }
+    return true;
+}
+
+/// Reads the true model numbers back from the table, where the user may have changed them.
+/// Stops at the first that is missing or names no model, and gives false.
+bool MainWindow::readTrueModelTable()
+{
+    const QTableWidget* table = ui->_5_tw_trueModelTMED;
+    trueModelIndices.clear();
+    for (int row = 0; row < table->rowCount(); ++row) {
+        const QTableWidgetItem* item = table->item(row, trueModelColumn);
+        bool isNumber = false;
+        const int number = item == nullptr ? 0 : item->text().toInt(&isNumber, 10);
+        if (!isNumber) {
+            return false;
+        }
+        trueModelIndices.append(number);
+        if (number < 0 || number >= endPoints.size()) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void MainWindow::showTheoreticalMeds()
+{
+    for (int row = 0; row < trueMEDs.size(); ++row) {
+        setTheoreticalMed(row, trueMEDs.at(row));
+    }
+}
+
+void MainWindow::setTheoreticalMed(int row, double dose)
+{
+    // Beyond the table's last row nothing happens, and the item would be lost.
+    if (row < ui->_5_tw_trueModelTMED->rowCount()) {
+        ui->_5_tw_trueModelTMED->setItem(row, theoreticalMedColumn,
+                                         new QTableWidgetItem(QString::number(dose, 'g', 6)));
+    }
+}
+
+/// Draws, per probability level, the data sets whose estimate is above, at and below the
+/// theoretical MED as stacked bands, and the nominal count as a line across them.
+void MainWindow::drawComparison()
+{
+    const QVector<double> levels =
+        comparedLevels.mid(0, qMin(comparison.size(), comparedLevels.size()));
+    if (levels.isEmpty()) {
+        return;
+    }
+    QVector<double> nominal;
+    QVector<double> over;
+    QVector<double> overOrEqual;
+    QVector<double> all;
+    for (int i = 0; i < levels.size(); ++i) {
+        const LevelComparison& level = comparison.at(i);
+        nominal.append(nominalCount(level, levels.at(i)));
+        over.append(level.over);
+        overOrEqual.append(level.over + level.equal);
+        all.append(level.all());
+    }
+    QCustomPlot* plot = ui->_5_cp_truthVisualization;
+    plot->clearGraphs();
+    plot->addGraph();
+    const auto addBand = [plot, &levels](const QVector<double>& counts, Qt::GlobalColor color,
+                                         QCPGraph* below) {
+        QCPGraph* band = plot->addGraph();
+        band->setData(levels, counts, true);
+        band->setPen(QPen(Qt::white));
+        band->setBrush(bandColor(color));
+        band->setChannelFillGraph(below);
+        return band;
+    };
+    QCPGraph* overBand = addBand(over, Qt::yellow, nullptr);
+    QCPGraph* equalBand = addBand(overOrEqual, Qt::green, overBand);
+    addBand(all, Qt::red, equalBand);
+    QPen pen(Qt::black);
+    pen.setWidth(2);
+    plot->graph(0)->setPen(pen);
+    plot->graph(0)->setData(levels, nominal, true);
+    setAxisRange(plot->yAxis, 0, all.first());
+    setAxisRange(plot->xAxis, comparedLevels);
+    plot->xAxis->setLabel("Probability level");
+    plot->yAxis->setLabel("Data sets");
+    plot->replot();
+}

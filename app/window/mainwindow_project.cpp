@@ -1,0 +1,302 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Menu "File": saving and restoring the analysis.
+
+#include "app/window/mainwindow.h"
+#include "io/csv.h"
+#include "io/projectfile.h"
+#include "ui_mainwindow.h"
+
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QSaveFile>
+#include <QSignalBlocker>
+
+#include <algorithm>
+#include <limits>
+
+namespace {
+
+/// The texts of column 0, empty where a cell has no item.
+QStringList firstColumn(const QTableWidget* table, int rowCount)
+{
+    QStringList texts;
+    for (int row = 0; row < rowCount; ++row) {
+        const QTableWidgetItem* item = table->item(row, 0);
+        texts.append(item == nullptr ? QString("") : item->text());
+    }
+    return texts;
+}
+
+/// The size of the largest leading square block that the rows hold.
+template <typename T>
+int squareSize(const QVector<QVector<T>>& matrix)
+{
+    int size = 0;
+    int shortestRow = matrix.isEmpty() ? 0 : matrix.first().size();
+    while (size < matrix.size()) {
+        shortestRow = qMin(shortestRow, matrix.at(size).size());
+        if (shortestRow <= size) {
+            break;
+        }
+        ++size;
+    }
+    return size;
+}
+
+template <typename T>
+void copySquare(const QVector<QVector<T>>& source, QVector<QVector<T>>& target)
+{
+    const int size = qMin(squareSize(source), target.size());
+    for (int row = 0; row < size; ++row) {
+        std::copy_n(source.at(row).begin(), size, target[row].begin());
+    }
+}
+
+/// Takes a covariance matrix and its column references over, cut or filled up to squares
+/// of equal size that hold every ETA of the expression.
+void adoptOmega(endPoint& definition, const QVector<QVector<double>>& omega,
+                const QVector<QVector<int>>& omegaColumns)
+{
+    const int size = std::max({squareSize(omega), squareSize(omegaColumns), definition.highestEta});
+    definition.resizeOmega(0);
+    definition.resizeOmega(qMin(size, highestEtaNumber));
+    copySquare(omega, definition.omega);
+    copySquare(omegaColumns, definition.omegaColumns);
+}
+
+/// Whether the path names something that is neither a file nor a folder: a pipe would let
+/// the window wait, and a device would be replaced by a file.
+bool isDevice(const QString& path)
+{
+    const QFileInfo info(path);
+    return info.exists() && !info.isFile() && !info.isDir();
+}
+
+/// Reads through a copy in memory, as a mapped file that another program cuts short would
+/// end this one; mapped only where it is too large for a QByteArray.
+DecodedProject readProjectFile(QFile& file)
+{
+    if (file.size() < std::numeric_limits<int>::max() / 2) {
+        const QByteArray bytes = file.readAll();
+        return readProject(reinterpret_cast<const uchar*>(bytes.constData()), bytes.size());
+    }
+    const uchar* mapped = file.map(0, file.size());
+    return mapped == nullptr ? DecodedProject() : readProject(mapped, file.size());
+}
+
+void chooseItem(QComboBox* box, int index)
+{
+    if (index >= 0 && index < box->count()) {
+        box->setCurrentIndex(index);
+    }
+}
+
+} // namespace
+
+void MainWindow::saveModels()
+{
+    const QString path = QFileDialog::getSaveFileName(this, "Save...", "", "");
+    if (path.isEmpty()) {
+        return;
+    }
+    if (isDevice(path)) {
+        showFileError("Not a regular file");
+        return;
+    }
+    // The previous file stays until the new one is complete. Unbuffered, so that a full disk
+    // is noticed by the write that it concerns.
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)
+        || !writeProject(projectItems(), &file) || !file.commit()) {
+        showFileError(file.errorString());
+    }
+}
+
+void MainWindow::showFileError(const QString& error)
+{
+    QMessageBox::information(this, tr("Unable to open file"), error);
+}
+
+ProjectItems MainWindow::projectItems() const
+{
+    const int definedRows = qMin(ui->_1_tw_endPoints->rowCount(), endPoints.size());
+    const int weightRows = qMin(ui->_2_tw_weightDefinition->rowCount(), endPoints.size());
+    ProjectItems items;
+    items.rawResults = rawResults;
+    items.rawResultsHeaders = rawResultsHeaders;
+    items.possibleDoses = ui->_1_le_possibleDoses->text();
+    items.endPointExpressions = firstColumn(ui->_1_tw_endPoints, definedRows);
+    for (int model = 0; model < definedRows; ++model) {
+        items.omegas.append(endPoints.at(model).omega);
+        items.omegaColumns.append(endPoints.at(model).omegaColumns);
+    }
+    items.populationSummary = ui->_1_cb_iivEndPoint->currentIndex();
+    items.weightExpressions = firstColumn(ui->_2_tw_weightDefinition, weightRows);
+    items.logScale = ui->_2_cb_logScale->isChecked();
+    items.averageOrSelection = ui->_3_cb_aveORselect->currentIndex();
+    items.oneOrIndividualOfv = ui->_3_cb_indOFVone->currentIndex();
+    items.lowerBound = ui->_3_le_lowerBound->text();
+    items.upperBound = ui->_3_le_upperBound->text();
+    items.doseChoice = doseChoice;
+    items.doseChoiceLabels = doseChoiceLabels;
+    items.doseChoiceVector = doseChoiceVector;
+    items.doseChoiceCash = doseChoiceCash;
+    return items;
+}
+
+void MainWindow::loadModels()
+{
+    const QString path = QFileDialog::getOpenFileName(this, "Open...", "", "");
+    if (!path.isEmpty()) {
+        openProject(path);
+    }
+}
+
+void MainWindow::openProject(const QString& path)
+{
+    ui->__lb_directory->setText(path);
+    if (isDevice(path)) {
+        showFileError("Not a regular file");
+        return;
+    }
+    QFile file(path);
+    const DecodedProject project =
+        file.open(QIODevice::ReadOnly) ? readProjectFile(file) : DecodedProject();
+    if (file.error() != QFileDevice::NoError) {
+        showFileError(file.errorString());
+        return;
+    }
+    if (project.completeItems == 0 && !project.endsInsideItem) {
+        return; // nothing in the file, nothing changes
+    }
+    loadResults(project);
+    loadEndPoints(project);
+    loadWeights(project);
+    loadTarget(project);
+    loadDoseChoice(project);
+    renewAllFindings();
+}
+
+/// Items 1 and 2, which are emptied before they are read.
+void MainWindow::loadResults(const DecodedProject& project)
+{
+    ++resultsVersion;
+    resultsPlace = ui->__lb_directory->text();
+    rawResultsSource = {};
+    doseChoiceSource = {};
+    sourceFiles.clear();
+    rawResults = project.items.rawResults;
+    if (project.completeItems >= 2 || project.endsInsideItem) {
+        rawResultsHeaders = project.items.rawResultsHeaders;
+    }
+    if (rawResults.isEmpty()) {
+        showNotFound();
+        return;
+    }
+    showDataSetSelectors(true);
+    showModels(numberedModelNames(rawResults.size()));
+}
+
+/// Items 3 to 7, each as far as the file holds it.
+void MainWindow::loadEndPoints(const DecodedProject& project)
+{
+    const ProjectItems& items = project.items;
+    if (project.completeItems >= 3) {
+        ui->_1_le_possibleDoses->setText(items.possibleDoses);
+    }
+    const int rowCount = std::min(
+        {ui->_1_tw_endPoints->rowCount(), items.endPointExpressions.size(), endPoints.size()});
+    for (int row = 0; row < rowCount; ++row) {
+        endPoint& definition = endPoints[row];
+        // Nothing is simulated while the definition is incomplete.
+        definition.numSimulations = 0;
+        ui->_1_tw_endPoints->setItem(row, 0,
+                                     new QTableWidgetItem(items.endPointExpressions.at(row)));
+        definition.checkETA();
+        if (project.completeItems >= 6) {
+            adoptOmega(definition, items.omegas.value(row), items.omegaColumns.value(row));
+        }
+        refresh__1_tw_etaDefinition();
+        definition.numSimulations = ui->_1_sb_numSimulations->value();
+    }
+    if (project.completeItems >= 7) {
+        {
+            const QSignalBlocker quiet(ui->_1_cb_iivEndPoint);
+            chooseItem(ui->_1_cb_iivEndPoint, items.populationSummary);
+        }
+        // Also where the combo box shows it already.
+        on__1_cb_iivEndPoint_currentIndexChanged(ui->_1_cb_iivEndPoint->currentIndex());
+    }
+}
+
+/// Items 8 and 9.
+void MainWindow::loadWeights(const DecodedProject& project)
+{
+    if (project.completeItems >= 8) {
+        const QStringList& expressions = project.items.weightExpressions;
+        QTableWidget* table = ui->_2_tw_weightDefinition;
+        {
+            // One refresh below instead of one per row.
+            const QSignalBlocker quiet(table);
+            table->setRowCount(endPoints.size());
+            for (int row = 0; row < qMin(table->rowCount(), expressions.size()); ++row) {
+                table->setItem(row, 0, new QTableWidgetItem(expressions.at(row)));
+                endPoints[row].weightParser.expression = expressions.at(row);
+            }
+        }
+        showModelNames();
+        if (!expressions.isEmpty()) {
+            refresh_2_tw_relativeWeight();
+        }
+    }
+    if (project.completeItems >= 9) {
+        ui->_2_cb_logScale->setChecked(project.items.logScale);
+    }
+}
+
+/// Items 10 to 13.
+void MainWindow::loadTarget(const DecodedProject& project)
+{
+    const ProjectItems& items = project.items;
+    if (project.completeItems >= 10) {
+        chooseItem(ui->_3_cb_aveORselect, items.averageOrSelection);
+    }
+    if (project.completeItems >= 11) {
+        chooseItem(ui->_3_cb_indOFVone, items.oneOrIndividualOfv);
+    }
+    if (project.completeItems >= 12) {
+        restoreLowerBound(items.lowerBound);
+    }
+    if (project.completeItems >= 13) {
+        restoreUpperBound(items.upperBound);
+    }
+}
+
+/// Items 14 to 17.
+void MainWindow::loadDoseChoice(const DecodedProject& project)
+{
+    const ProjectItems& items = project.items;
+    if (project.completeItems >= 14) {
+        doseChoice = items.doseChoice;
+        doseChoiceOrigin = "as the project has it";
+        doseChoiceVersion = resultsVersion;
+    }
+    if (project.completeItems >= 15) {
+        doseChoiceLabels = items.doseChoiceLabels;
+        csvDisplay(ui->_4_tw_doseChoice, doseChoice, doseChoiceLabels);
+        showFullSize(ui->_4_tw_doseChoice);
+        ui->_4_le_probabilities->setText(doseChoiceLabels.join(","));
+        refresh_4_tw_doseChoice();
+    }
+    if (project.completeItems >= 16) {
+        doseChoiceVector = items.doseChoiceVector;
+    }
+    if (project.completeItems >= 17) {
+        doseChoiceCash = items.doseChoiceCash;
+        // What it was made from is not in the file; taken to be what was saved with it.
+        cacheOrigins.fill(cacheOrigin(), doseChoiceCash.size());
+    }
+}
