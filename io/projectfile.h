@@ -28,7 +28,7 @@ class QIODevice;
 //       12  text                       lower bound of the target interval as typed
 //       13  text                       upper bound of the target interval as typed
 //       14  table of numbers, depth 2  doseChoice, [row][column] as displayed
-//       15  list of texts              doseChoiceLabels, [row] of item 14
+//       15  list of texts              doseChoiceLabels, [column] of item 14
 //       16  list of numbers            doseChoiceVector, target levels in percent
 //       17  table of numbers, depth 4  doseChoiceCash, [dataSet][model][sample][dose]
 //
@@ -54,7 +54,7 @@ struct ProjectItems
     QString lowerBound;            ///< as typed
     QString upperBound;            ///< as typed
     QVector<QVector<double>> doseChoice;
-    QStringList doseChoiceLabels;                              ///< [row of doseChoice]
+    QStringList doseChoiceLabels;                              ///< [column of doseChoice]
     QVector<double> doseChoiceVector;                          ///< target levels in percent
     QVector<QVector<QVector<QVector<double>>>> doseChoiceCash; ///< [dataSet][model][sample][dose]
 };
