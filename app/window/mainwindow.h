@@ -17,6 +17,7 @@
 #include <functional>
 #include <optional>
 
+class HistogramView;
 class QAction;
 class QCustomPlot;
 class QLineEdit;
@@ -127,16 +128,8 @@ private:
     /// levels in percent.
     QVector<LevelComparison> comparison;
     QVector<double> comparedLevels;
-    /// What a histogram showed last; -1 until the first one after an import or a load.
-    struct HistogramSource
-    {
-        int model = -1;
-        int dataSet = -1;
-        int column = -1;
-        bool operator==(const HistogramSource& other) const;
-    };
-    HistogramSource rawResultsSource;
-    HistogramSource doseChoiceSource;
+    HistogramView* resultsHistogram = nullptr; ///< of page "0"
+    HistogramView* doseHistogram = nullptr;    ///< of page "4"
     /// What stands for a target bound whose text is no number.
     struct BoundSubstitute
     {
@@ -300,10 +293,6 @@ private:
     void fitFonts();
     static void fitColumns(QTableWidget* table, const QString& widestNumber = "-1.23457e-308");
     void connectPlots();
-    void showHistogramValues(QCustomPlot* plot, const HistogramSource& source,
-                             HistogramSource& shown, const QVector<double>& values,
-                             const QVector<double>& fitValues, int binCount);
-    void styleHistogram(QCustomPlot* plot);
     QPen curvePen() const;
 };
 

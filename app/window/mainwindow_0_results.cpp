@@ -3,6 +3,7 @@
 // Page "0": the imported bootstrap results.
 
 #include "app/aplot.h"
+#include "app/charts/histogramview.h"
 #include "app/window/mainwindow.h"
 #include "io/csv.h"
 #include "ui_mainwindow.h"
@@ -56,13 +57,9 @@ void MainWindow::refresh_0_cp_rawResHistoGram()
     }
     QCustomPlot* plot = ui->_0_cp_rawResHistoGram;
     const int binCount = samples.size() / samplesPerBin;
-    showHistogramValues(plot, {model, dataSet, column}, rawResultsSource, values, values, binCount);
-    plot->clearGraphs();
-    histogram(values, visibleBinEdges(plot, binCount), plot);
-    styleHistogram(plot);
-    plot->xAxis->setLabel(rawResultsHeaders.value(model).value(column).left(longestName));
-    plot->yAxis->setLabel("Frequency");
-    plot->replot();
+    resultsHistogram->chooseRange({model, dataSet, column}, values, values, binCount);
+    resultsHistogram->draw([&] { histogram(values, visibleBinEdges(plot, binCount), plot); },
+                           rawResultsHeaders.value(model).value(column).left(longestName));
 }
 
 void MainWindow::on__0_sb_model_valueChanged(int /*model*/)

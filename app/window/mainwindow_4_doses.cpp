@@ -5,6 +5,7 @@
 #include "analysis/dosesearch.h"
 #include "analysis/numberlist.h"
 #include "app/aplot.h"
+#include "app/charts/histogramview.h"
 #include "app/widgets/progressloop.h"
 #include "app/window/mainwindow.h"
 #include "io/csv.h"
@@ -71,7 +72,7 @@ void MainWindow::on__4_pb_startCalculation_clicked()
     }
     fitColumns(table, widestDose);
     // Newly computed doses count as newly selected: they are to be seen.
-    doseChoiceSource.dataSet = -1;
+    doseHistogram->expectNewValues();
     refresh_4_tw_doseChoice();
     renewFindings(ui->_4_cb_useCash);
 }
@@ -95,7 +96,6 @@ QVector<double> MainWindow::find_dose(QVector<double> pos)
 void MainWindow::refresh_4_tw_doseChoice()
 {
     QTableWidget* table = ui->_4_tw_doseChoice;
-    QCustomPlot* plot = ui->_4_cp_doseChoiceDistribution;
     const int level = table->currentColumn();
     QVector<double> chosenDoses;
     for (const QVector<double>& doses : qAsConst(doseChoice)) {
@@ -105,15 +105,10 @@ void MainWindow::refresh_4_tw_doseChoice()
     }
     const int binCount = static_cast<int>(std::ceil(table->rowCount() / dataSetsPerBin));
     if (!chosenDoses.isEmpty()) {
-        showHistogramValues(plot, {0, 0, level}, doseChoiceSource, chosenDoses, possibleDoses,
-                            binCount);
+        doseHistogram->chooseRange({0, 0, level}, chosenDoses, possibleDoses, binCount);
     }
-    plot->clearGraphs();
-    histogram(table, plot, binCount);
-    styleHistogram(plot);
-    plot->xAxis->setLabel(doseName());
-    plot->yAxis->setLabel("Frequency");
-    plot->replot();
+    QCustomPlot* plot = ui->_4_cp_doseChoiceDistribution;
+    doseHistogram->draw([&] { histogram(table, plot, binCount); }, doseName());
 }
 
 void MainWindow::on__4_tw_doseChoice_currentCellChanged(int /*currentRow*/, int /*currentColumn*/,

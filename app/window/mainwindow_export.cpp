@@ -4,6 +4,7 @@
 
 #include "analysis/summary.h"
 #include "app/charts/chartexport.h"
+#include "app/charts/histogramview.h"
 #include "app/tables/tableexport.h"
 #include "app/window/mainwindow.h"
 #include "ui_mainwindow.h"
@@ -89,17 +90,14 @@ void MainWindow::addChartExports(QAction* summary)
         new ChartExport(plot, settings, summary);
     };
     add(ui->_0_cp_rawResHistoGram, {{ChartKind::Histogram, {}, {}}, "bootstrap_histogram", [this] {
-                                        rawResultsSource = {};
-                                        refresh_0_cp_rawResHistoGram();
+                                        resultsHistogram->showAll();
                                     }});
     // Its axis names the time variable.
     add(ui->_1_cp_typicalDRPlot, {{ChartKind::Curve, "Dose", {}}, "typical_endpoint", {}});
     add(ui->_3_cp_PoS, {{ChartKind::Curve, {}, " %"}, "probability", {}});
-    add(ui->_4_cp_doseChoiceDistribution,
-        {{ChartKind::Histogram, {}, {}}, "dose_distribution", [this] {
-             doseChoiceSource = {};
-             refresh_4_tw_doseChoice();
-         }});
+    add(ui->_4_cp_doseChoiceDistribution, {{ChartKind::Histogram, {}, {}},
+                                           "dose_distribution",
+                                           [this] { doseHistogram->showAll(); }});
     add(ui->_5_cp_truthVisualization, {{ChartKind::Bands, "Level", {}}, "comparison_counts", {}});
 }
 

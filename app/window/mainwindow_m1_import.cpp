@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Page "-1": import of raw_results files.
 
+#include "app/charts/histogramview.h"
 #include "app/widgets/droptarget.h"
 #include "app/widgets/progressloop.h"
 #include "app/window/mainwindow.h"
@@ -133,8 +134,8 @@ void MainWindow::clearResults()
     rawResultsHeaders.clear();
     ++resultsVersion;
     sourceFiles.clear();
-    rawResultsSource = {};
-    doseChoiceSource = {};
+    resultsHistogram->forget();
+    doseHistogram->forget();
     renewResultFindings();
 }
 

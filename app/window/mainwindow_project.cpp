@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Menu "File": saving and restoring the analysis.
 
+#include "app/charts/histogramview.h"
 #include "app/window/mainwindow.h"
 #include "io/csv.h"
 #include "io/projectfile.h"
@@ -185,8 +186,8 @@ void MainWindow::loadResults(const DecodedProject& project)
 {
     ++resultsVersion;
     resultsPlace = ui->__lb_directory->text();
-    rawResultsSource = {};
-    doseChoiceSource = {};
+    resultsHistogram->forget();
+    doseHistogram->forget();
     sourceFiles.clear();
     rawResults = project.items.rawResults;
     if (project.completeItems >= 2 || project.endsInsideItem) {
