@@ -229,14 +229,19 @@ void endPoint::bindWeightNames()
 QVector<QVector<double>> endPoint::omegaOf(const QVector<double>& row) const
 {
     QVector<QVector<double>> matrix = omega;
+    const auto set = [&matrix](int i, int j, double value) {
+        if (j < matrix.at(i).size()) {
+            matrix[i][j] = value;
+        }
+    };
     for (int i = 0; i < matrix.size() && i < omegaColumns.size(); ++i) {
         const int columnCount = qMin(matrix.size(), omegaColumns.at(i).size());
         for (int j = 0; j < columnCount; ++j) {
             const int column = omegaColumns.at(i).at(j);
             if (column >= 0) {
                 const double value = column < row.size() ? row.at(column) : notANumber;
-                matrix[i][j] = value;
-                matrix[j][i] = value;
+                set(i, j, value);
+                set(j, i, value);
             }
         }
     }

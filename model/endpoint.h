@@ -71,7 +71,7 @@ public:
     void resizeOmega(int size);
 
     /// Omega for a bootstrap row: elements that come from a column take the row's value,
-    /// NaN beyond the row.
+    /// NaN beyond the row. Rows keep their length, where a damaged omega is not square.
     QVector<QVector<double>> omegaOf(const QVector<double>& row) const;
 
     /// Takes over the doses and compiles the endpoint expression if its tree is missing or

@@ -167,6 +167,8 @@ private slots:
         QVERIFY(almostEqual(model.omegaOf({4, 9, -3}), {{4, -3}, {-3, 6}}, 0));
         model.omega = {{1}};
         QVERIFY(almostEqual(model.evaluateEndpoint(Numbers{4, 9, -3}), {qQNaN()}));
+        model.omega = {{1}, {2, 5}};
+        QVERIFY(almostEqual(model.omegaOf({4, 9, -3}), {{4}, {-3, 5}}, 0));
 
         model = definition("ETA3+THETA1", {0}, {{1, 2}, {2, 5}}); // grows
         model.evaluateEndpoint(numberedRow(25));
