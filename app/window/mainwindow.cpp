@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/window/mainwindow.h"
 
+#include "app/widgets/boundedit.h"
 #include "ui_mainwindow.h"
 
 namespace {
@@ -63,10 +64,8 @@ MainWindow::MainWindow(QWidget* parent)
     acceptDrops();
     connect(ui->actionSave, &QAction::triggered, this, &MainWindow::saveModels);
     connect(ui->actionOpen, &QAction::triggered, this, &MainWindow::loadModels);
-    connect(ui->_3_le_lowerBound, &QLineEdit::textChanged, this,
-            [this] { lowerBoundPlaced = false; });
-    connect(ui->_3_le_upperBound, &QLineEdit::textChanged, this,
-            [this] { upperBoundPlaced = false; });
+    lowerBoundEdit = new BoundEdit(ui->_3_le_lowerBound, lowerSubstitute);
+    upperBoundEdit = new BoundEdit(ui->_3_le_upperBound, upperSubstitute);
 
     ui->_3_cp_epDistribution->hide();
     ui->_3_lb_indpVar->hide();

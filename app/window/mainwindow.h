@@ -17,6 +17,7 @@
 #include <functional>
 #include <optional>
 
+class BoundEdit;
 class HistogramView;
 class QAction;
 class QCustomPlot;
@@ -130,18 +131,8 @@ private:
     QVector<double> comparedLevels;
     HistogramView* resultsHistogram = nullptr; ///< of page "0"
     HistogramView* doseHistogram = nullptr;    ///< of page "4"
-    /// What stands for a target bound whose text is no number.
-    struct BoundSubstitute
-    {
-        double value;
-        const char* text; ///< put into the line edit
-    };
-    static constexpr BoundSubstitute lowerSubstitute{-10.0, "-inf"};
-    static constexpr BoundSubstitute upperSubstitute{10.0, "inf"};
-    /// Whether the bound's text is "-inf" or "inf" as placed by the program, which stands
-    /// for -10 or 10; the same text typed by the user is infinite.
-    bool lowerBoundPlaced = false;
-    bool upperBoundPlaced = false;
+    BoundEdit* lowerBoundEdit = nullptr;
+    BoundEdit* upperBoundEdit = nullptr;
 
     /// What the endpoints of a data set in the cache were computed from, as a hash.
     struct CacheOrigin
@@ -231,11 +222,6 @@ private:
     bool isSelecting() const;
     bool usesIndividualOfv() const;
     QString doseName();
-    void readBound(QLineEdit* edit, const BoundSubstitute& substitute, double& bound, bool& placed);
-    void restoreLowerBound(const QString& text);
-    void restoreUpperBound(const QString& text);
-    static void restoreBound(QLineEdit* edit, const QString& text,
-                             const BoundSubstitute& substitute, double& bound, bool& placed);
 
     // Page "4": dose selection
     QVector<double> find_dose(QVector<double> pos, QVector<double> targets);

@@ -4,6 +4,7 @@
 
 #include "analysis/probability.h"
 #include "app/aplot.h"
+#include "app/widgets/boundedit.h"
 #include "app/widgets/progressloop.h"
 #include "app/window/mainwindow.h"
 #include "ui_mainwindow.h"
@@ -312,52 +313,12 @@ QString MainWindow::doseName()
 
 void MainWindow::on__3_le_lowerBound_editingFinished()
 {
-    readBound(ui->_3_le_lowerBound, lowerSubstitute, lowerBound, lowerBoundPlaced);
+    lowerBound = lowerBoundEdit->takeTyped();
 }
 
 void MainWindow::on__3_le_upperBound_editingFinished()
 {
-    readBound(ui->_3_le_upperBound, upperSubstitute, upperBound, upperBoundPlaced);
-}
-
-/// Takes over a typed bound, or the substitute for a text that is no number. The text then
-/// placed looks infinite and still stands for the finite substitute, by intent, until the
-/// user changes it.
-void MainWindow::readBound(QLineEdit* edit, const BoundSubstitute& substitute, double& bound,
-                           bool& placed)
-{
-    if (placed) {
-        return;
-    }
-    bool isNumber = false;
-    const double typed = edit->text().toDouble(&isNumber);
-    bound = isNumber ? typed : substitute.value;
-    if (!isNumber) {
-        edit->setText(substitute.text);
-        placed = true;
-    }
-}
-
-void MainWindow::restoreLowerBound(const QString& text)
-{
-    restoreBound(ui->_3_le_lowerBound, text, lowerSubstitute, lowerBound, lowerBoundPlaced);
-}
-
-void MainWindow::restoreUpperBound(const QString& text)
-{
-    restoreBound(ui->_3_le_upperBound, text, upperSubstitute, upperBound, upperBoundPlaced);
-}
-
-/// Takes over the text of a project file, in which the substitute's text counts as placed
-/// by the program and any text that is no number as not edited yet.
-void MainWindow::restoreBound(QLineEdit* edit, const QString& text,
-                              const BoundSubstitute& substitute, double& bound, bool& placed)
-{
-    edit->setText(text);
-    bool isNumber = false;
-    const double number = text.toDouble(&isNumber);
-    placed = text == substitute.text;
-    bound = isNumber && !placed ? number : substitute.value;
+    upperBound = upperBoundEdit->takeTyped();
 }
 
 void MainWindow::on__3_sl_doseSlider_valueChanged(int value)

@@ -5,6 +5,7 @@
 
 #include "analysis/checkup/heading.h"
 #include "analysis/checkup/inputcheck.h"
+#include "app/widgets/boundedit.h"
 #include "app/window/mainwindow.h"
 #include "io/csv.h"
 #include "model/diagnosis.h"
@@ -130,17 +131,9 @@ void MainWindow::registerInputChecks()
         {ui->_1_le_possibleDoses, [this] { return checkDoses(ui->_1_le_possibleDoses->text()); }},
         {ui->_4_le_probabilities, [this] { return checkLevels(ui->_4_le_probabilities->text()); }},
         {ui->_3_le_lowerBound,
-         [this] {
-             return checkBound(ui->_3_le_lowerBound->text(), lowerBoundPlaced,
-                               lowerSubstitute.value)
-                    + checkInterval(lowerBound, upperBound);
-         }},
+         [this] { return lowerBoundEdit->findings() + checkInterval(lowerBound, upperBound); }},
         {ui->_3_le_upperBound,
-         [this] {
-             return checkBound(ui->_3_le_upperBound->text(), upperBoundPlaced,
-                               upperSubstitute.value)
-                    + checkInterval(lowerBound, upperBound);
-         }},
+         [this] { return upperBoundEdit->findings() + checkInterval(lowerBound, upperBound); }},
         {ui->_1_sb_numSimulations,
          [this] {
              return checkIndividuals(ui->_1_sb_numSimulations->value(),

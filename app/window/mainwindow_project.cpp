@@ -3,6 +3,7 @@
 // Menu "File": saving and restoring the analysis.
 
 #include "app/charts/histogramview.h"
+#include "app/widgets/boundedit.h"
 #include "app/window/mainwindow.h"
 #include "io/csv.h"
 #include "io/projectfile.h"
@@ -269,10 +270,10 @@ void MainWindow::loadTarget(const DecodedProject& project)
         chooseItem(ui->_3_cb_indOFVone, items.oneOrIndividualOfv);
     }
     if (project.completeItems >= 12) {
-        restoreLowerBound(items.lowerBound);
+        lowerBound = lowerBoundEdit->restore(items.lowerBound);
     }
     if (project.completeItems >= 13) {
-        restoreUpperBound(items.upperBound);
+        upperBound = upperBoundEdit->restore(items.upperBound);
     }
 }
 

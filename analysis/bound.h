@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_ANALYSIS_BOUND_H
+#define VELMORA_ANALYSIS_BOUND_H
+
+#include <QString>
+
+/// What stands for a bound of the target interval whose text is no number: a value, and a text
+/// that looks infinite although the value is not, by intent.
+struct BoundSubstitute
+{
+    double value;
+    const char* text;
+};
+
+constexpr BoundSubstitute lowerSubstitute{-10.0, "-inf"};
+constexpr BoundSubstitute upperSubstitute{10.0, "inf"};
+
+/// A bound of the target interval as it is edited.
+struct Bound
+{
+    QString text;
+    /// Whether the program put the text there, which then stands for the substitute's value;
+    /// the same text typed by the user is infinite.
+    bool placed = false;
+    double value = 0.0;
+};
+
+/// The bound after its text was edited: the number typed, or the substitute, whose text is
+/// placed, for any other text. A placed text stays with its value.
+Bound editedBound(const Bound& bound, const BoundSubstitute& substitute);
+
+/// The bound with a text from a project file, in which the substitute's text counts as placed
+/// and any text that is no number as not edited yet: it stays and has the substitute's value.
+Bound storedBound(const QString& text, const BoundSubstitute& substitute);
+
+#endif
