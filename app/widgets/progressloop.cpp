@@ -12,8 +12,8 @@
 namespace {
 
 constexpr int appearsAfterMs = 500;
-constexpr qint64 shortestPauseNs = 33'000'000;
-constexpr qint64 longestPauseNs = 300'000'000;
+/// Between two looks at the abort button, which is not to seem dead.
+constexpr RedrawThrottle::Pause pauseOfLooks{40, 33'000'000, 300'000'000};
 
 } // namespace
 
@@ -23,6 +23,7 @@ ProgressLoop::ProgressLoop(QWidget* parent, const QString& label, const QString&
     , bar(dialog.findChild<QProgressBar*>())
     , window(parent->window())
     , windowWasVisible(window->isVisible())
+    , looks(pauseOfLooks)
 {
     dialog.setWindowModality(Qt::WindowModal);
     dialog.setMinimumDuration(appearsAfterMs);
@@ -54,7 +55,7 @@ bool ProgressLoop::advance(int value)
     if (dialog.isVisible()) {
         // Not the dialog's own setValue(), which would process events at every step.
         bar->setValue(value);
-        look();
+        lookIfDue();
     } else {
         if (value == dialog.maximum()) {
             // Not for the blink of an eye at the end.
@@ -73,20 +74,21 @@ bool ProgressLoop::poll()
     if (!dialog.isVisible()) {
         return true;
     }
-    look();
+    lookIfDue();
     givenUp = dialog.wasCanceled();
     return !givenUp;
 }
 
-/// Lets the window repaint and the abort button work, as often as eye and hand notice, and
-/// so rarely that it takes a small part of the time however long painting takes.
+void ProgressLoop::lookIfDue()
+{
+    if (looks.isDue()) {
+        looks.run([this] { look(); });
+    }
+}
+
+/// Lets the window repaint and the abort button work.
 void ProgressLoop::look()
 {
-    if (sinceLook.isValid() && sinceLook.nsecsElapsed() < pauseNs) {
-        return;
-    }
-    QElapsedTimer duration;
-    duration.start();
     tellRemainingTime();
     // Between two looks the bar would paint itself at every step.
     bar->setUpdatesEnabled(true);
@@ -95,8 +97,6 @@ void ProgressLoop::look()
     if (windowWasVisible && !window->isVisible()) {
         dialog.cancel(); // closed, as at the end of the desktop's session
     }
-    pauseNs = qBound(shortestPauseNs, 40 * duration.nsecsElapsed(), longestPauseNs);
-    sinceLook.start();
 }
 
 void ProgressLoop::tellRemainingTime()

@@ -3,6 +3,7 @@
 #ifndef VELMORA_APP_WIDGETS_PROGRESSLOOP_H
 #define VELMORA_APP_WIDGETS_PROGRESSLOOP_H
 
+#include "app/widgets/redrawthrottle.h"
 #include "app/widgets/remainingtime.h"
 
 #include <QElapsedTimer>
@@ -38,6 +39,7 @@ public:
     bool isGivenUp() const { return givenUp; }
 
 private:
+    void lookIfDue();
     void look();
     void tellRemainingTime();
 
@@ -46,8 +48,7 @@ private:
     QWidget* window;
     bool windowWasVisible;
     QElapsedTimer elapsed;
-    QElapsedTimer sinceLook;
-    qint64 pauseNs = 0;
+    RedrawThrottle looks;
     bool givenUp = false;
     int stepsDone = 0;
     RemainingTime remainingTime;

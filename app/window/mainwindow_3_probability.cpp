@@ -6,41 +6,19 @@
 #include "app/aplot.h"
 #include "app/widgets/boundedit.h"
 #include "app/widgets/progressloop.h"
+#include "app/widgets/redrawthrottle.h"
 #include "app/window/mainwindow.h"
 #include "ui_mainwindow.h"
 
 #include <QCryptographicHash>
 #include <QDataStream>
-#include <QElapsedTimer>
 
 #include <algorithm>
 
 namespace {
 
-/// Decides when a growing curve is drawn anew: about 30 times a second, and so rarely that
-/// drawing takes a small part of the time however long a drawing takes.
-class RedrawClock
-{
-public:
-    RedrawClock() { sinceDrawing.start(); }
-
-    bool isDue() const { return sinceDrawing.nsecsElapsed() >= pause; }
-
-    template <typename Draw>
-    void run(Draw draw)
-    {
-        QElapsedTimer duration;
-        duration.start();
-        draw();
-        pause = qMax(shortestPause, 20 * duration.nsecsElapsed());
-        sinceDrawing.start();
-    }
-
-private:
-    static constexpr qint64 shortestPause = 33'000'000;
-    QElapsedTimer sinceDrawing;
-    qint64 pause = shortestPause;
-};
+/// Of the growing curve: drawn about 30 times a second at most.
+constexpr RedrawThrottle::Pause curvePause{20, 33'000'000};
 
 /// False if the user aborts.
 bool evaluateAll(EndpointRun& run, ProgressLoop* progress)
@@ -117,13 +95,14 @@ void MainWindow::refresh_3_cp_PoS()
         graph->setData(possibleDoses, probability, true);
         plot->replot();
     };
-    RedrawClock clock;
+    RedrawThrottle throttle(curvePause);
+    throttle.startPaused();
     bool goesOn = true;
     for (int sample = 0; goesOn && sample < sampleCount; ++sample) {
         run.evaluateNext();
         const bool isLast = sample + 1 == sampleCount;
-        if (isLast || clock.isDue()) {
-            clock.run([&] { showState(sample); });
+        if (isLast || throttle.isDue()) {
+            throttle.run([&] { showState(sample); });
         }
         goesOn = progress.advance(sample);
         if (!goesOn) {

@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_APP_WIDGETS_REDRAWTHROTTLE_H
+#define VELMORA_APP_WIDGETS_REDRAWTHROTTLE_H
+
+#include <QElapsedTimer>
+
+#include <limits>
+
+/// Decides how often something is drawn while a loop computes: as often as the eye notices, and
+/// so rarely that drawing takes a small share of the time however long it takes.
+class RedrawThrottle
+{
+public:
+    /// How long nothing is drawn after a drawing, in nanoseconds.
+    struct Pause
+    {
+        int timesDrawing; ///< as a multiple of what the drawing took, within these limits
+        qint64 shortest;
+        qint64 longest = std::numeric_limits<qint64>::max();
+
+        qint64 after(qint64 drawing) const
+        {
+            return qBound(shortest, timesDrawing * drawing, longest);
+        }
+    };
+
+    explicit RedrawThrottle(const Pause& pauseWanted)
+        : wanted(pauseWanted)
+    {
+    }
+
+    /// Begins with the shortest pause; the first drawing is due at once otherwise.
+    void startPaused()
+    {
+        pause = wanted.shortest;
+        sinceDrawing.start();
+    }
+
+    bool isDue() const { return !sinceDrawing.isValid() || sinceDrawing.nsecsElapsed() >= pause; }
+
+    /// Draws, and begins the next pause.
+    template <typename Draw>
+    void run(Draw draw)
+    {
+        QElapsedTimer duration;
+        duration.start();
+        draw();
+        pause = wanted.after(duration.nsecsElapsed());
+        sinceDrawing.start();
+    }
+
+private:
+    Pause wanted;
+    QElapsedTimer sinceDrawing; ///< invalid before the first pause
+    qint64 pause = 0;
+};
+
+#endif
