@@ -148,7 +148,6 @@ private slots:
         for (const bool named : {false, true}) {
             named ? csvDisplay(&widget, table, {"a"}) : csvDisplay(&widget, table);
             QCOMPARE(csvFullSize(&widget), QSize(9000, 18001));
-            QCOMPARE(QSize(widget.columnCount(), widget.rowCount()), QSize(55, 18001));
             QCOMPARE(csvCellText(&widget, 18000, 54), QString("1"));
         }
         csvDisplayAppend(&widget, {8});
@@ -162,7 +161,6 @@ private slots:
         widget.setRowCount(1);
         QVERIFY(csvCellText(&widget, 0, 0).isNull());
         csvDisplay(&widget, {QVector<double>(200'001, 3)});
-        QCOMPARE(widget.columnCount(), 200'000);
         widget.setRowCount(0);
         QVERIFY(!csvFullSize(&widget).isValid());
         csvDisplay(&widget, {{3}, {4, 5}, {6}});
