@@ -57,6 +57,9 @@ QString LargeTable::text(int row, int column) const
 QWidget* LargeTable::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                                   const QModelIndex& index) const
 {
+    if (editRule && !editRule(index.column())) {
+        return nullptr;
+    }
     // An editor would leave an item with its own text, which starts empty.
     const bool hasItem = numbers.isEmpty() || index.data().isValid();
     return hasItem ? QStyledItemDelegate::createEditor(parent, option, index) : nullptr;
@@ -65,9 +68,10 @@ QWidget* LargeTable::createEditor(QWidget* parent, const QStyleOptionViewItem& o
 void LargeTable::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const
 {
     QStyledItemDelegate::initStyleOption(option, index);
-    if (!index.data().isValid()) {
+    const QString number = text(index.row(), index.column());
+    if (!number.isNull() && !index.data().isValid()) {
         option->features |= QStyleOptionViewItem::HasDisplay;
-        option->text = text(index.row(), index.column());
+        option->text = number;
     }
 }
 

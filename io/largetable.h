@@ -7,6 +7,8 @@
 #include <QStyledItemDelegate>
 #include <QVector>
 
+#include <functional>
+
 class QTableWidget;
 
 /// Shows numbers in those cells of a table widget that have no items, and keeps how large the
@@ -39,7 +41,11 @@ public:
     QSize fullSize() const { return full; }
     void setFullSize(const QSize& size) { full = size; }
 
-    /// None for a cell without an item while numbers are shown.
+    /// Decides by its column whether a cell can be edited; without one all can.
+    using EditRule = std::function<bool(int column)>;
+    void setEditRule(const EditRule& newRule) { editRule = newRule; }
+
+    /// None against the rule, and none for a cell without an item while numbers are shown.
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const override;
 
@@ -52,6 +58,7 @@ private:
     QVector<QVector<double>> numbers;
     QVector<int> filledColumns; ///< of each row of numbers
     QSize full;
+    EditRule editRule;
 };
 
 /// The text of the number of a row in a column; "NaN" if the row is too short.

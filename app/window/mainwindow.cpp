@@ -3,11 +3,15 @@
 #include "app/window/mainwindow.h"
 
 #include "app/widgets/boundedit.h"
+#include "app/tables/editing.h"
 #include "ui_mainwindow.h"
 
 namespace {
 
 constexpr int weightPage = 3;
+
+/// Of the table of page "5".
+constexpr int trueModelColumn = 0;
 
 /// Point size in the crowded parts of the pages, where the desktop's font is larger.
 constexpr double compactPointSize = 9.0;
@@ -42,6 +46,16 @@ void fitText(QLabel* label)
     label->setFont(font);
 }
 
+/// Only the true models are for the user to write.
+void protectResults(const Ui_MainWindow& ui)
+{
+    for (QTableWidget* table : {ui._0_tw_RawResults, ui._2_tw_relativeWeight, ui._4_tw_doseChoice,
+                                ui._5_tw_Summary, ui._5_tw_aveUnderEstOverEst}) {
+        makeReadOnly(table);
+    }
+    letEditOnly(ui._5_tw_trueModelTMED, trueModelColumn);
+}
+
 } // namespace
 
 MainWindow::MainWindow(QWidget* parent)
@@ -62,6 +76,7 @@ MainWindow::MainWindow(QWidget* parent)
     openKeyboardWays();
     addExports();
     acceptDrops();
+    protectResults(*ui);
     connect(ui->actionSave, &QAction::triggered, this, &MainWindow::saveModels);
     connect(ui->actionOpen, &QAction::triggered, this, &MainWindow::loadModels);
     lowerBoundEdit = new BoundEdit(ui->_3_le_lowerBound, lowerSubstitute);

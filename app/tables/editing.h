@@ -1,0 +1,15 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_APP_TABLES_EDITING_H
+#define VELMORA_APP_TABLES_EDITING_H
+
+class QTableWidget;
+
+/// Opens no editor in the cells of a table of results, whose items and edit triggers stay as
+/// they are: the program writes into them and nobody else.
+void makeReadOnly(QTableWidget* table);
+
+/// The same for all columns but one, whose cells can be typed into even without an item.
+void letEditOnly(QTableWidget* table, int column);
+
+#endif

@@ -1,0 +1,82 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/tables/editing.h"
+#include "io/csv.h"
+#include "tests/support/windowtest.h"
+
+const char trueModels[] = "_5_tw_trueModelTMED";
+
+/// What the tables of results let the user do, beside copying them.
+class TestTables : public WindowTest
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        openWindow();
+        importStudy({{{{2, 1}, {2, 2}}, {{9, 1}, {9, 2}}}, {{{4, 1}, {1, 1}}, {{1, 2}, {1, 1}}}});
+        define("THETA1*DOSE", "THETA1+DOSE", "0,1,2", "1.5");
+        type("_4_le_probabilities", "40,60");
+        press("_4_pb_startCalculation");
+        pressAndAnswer("_4_pb_compTruth", {files.write("true_meds.csv", "0,1\n1,2\n")});
+    }
+
+    void keepResults_data()
+    {
+        QTest::addColumn<QByteArray>("name");
+        QTest::addColumn<int>("column");
+        QTest::newRow("bootstrap results") << QByteArray("_0_tw_RawResults") << 20;
+        QTest::newRow("relative weights") << QByteArray("_2_tw_relativeWeight") << 1;
+        QTest::newRow("dose choice") << QByteArray("_4_tw_doseChoice") << 0;
+        QTest::newRow("theoretical MEDs") << QByteArray(trueModels) << 1;
+        QTest::newRow("summary") << QByteArray("_5_tw_Summary") << 1;
+        QTest::newRow("errors") << QByteArray("_5_tw_aveUnderEstOverEst") << 0;
+    }
+    void keepResults()
+    {
+        QFETCH(QByteArray, name);
+        QFETCH(int, column);
+        auto* table = reach<QTableWidget>(name);
+        const QStringList before = rows(name);
+        QVERIFY(before.size() > 1);
+        const QPoint place = user::clickCell(table, 1, column);
+        QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, place);
+        for (const Qt::Key key : {Qt::Key_7, Qt::Key_Return, Qt::Key_F2, Qt::Key_8, Qt::Key_Tab}) {
+            QTest::keyClick(QApplication::focusWidget(), key);
+            QCoreApplication::processEvents(); // an editor hands its text over later
+        }
+        QCOMPARE(rows(name), before);
+    }
+
+    void takeTrueModels()
+    {
+        auto* table = reach<QTableWidget>(trueModels);
+        user::editCell(table, 1, 0, "7");
+        QCOMPARE(rows(trueModels), QStringList({"0 1", "7 2"}));
+        pressAndAnswer("_5_pb_importSimRawRes", {files.writeRawResults("simulation.csv", {{0}})});
+        delete table->takeItem(0, 0);
+        user::clickCell(reach<QTableWidget>(trueModels), 0, 0);
+        QTest::keyClick(table, Qt::Key_8); // opens the editor
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QTRY_COMPARE(rows(trueModels), QStringList("8 1"));
+    }
+
+    void protectLargeTables()
+    {
+        QTableWidget table;
+        const auto canEdit = [&table](int column) {
+            const QModelIndex cell = table.model()->index(0, column);
+            return table.itemDelegate()->createEditor(&table, {}, cell) != nullptr;
+        };
+        csvDisplay(&table, Table(1001, QVector<double>(1000, 0.1)), {"a"});
+        letEditOnly(&table, 1);
+        QCOMPARE(csvCellText(&table, 1000, 999), QString("0.1"));
+        QVERIFY(!canEdit(0) && !canEdit(1)); // without items
+        csvDisplay(&table, {{1, 2, 3}});
+        QVERIFY(!canEdit(0) && canEdit(1) && !canEdit(2));
+    }
+};
+
+QTEST_MAIN(TestTables)
+#include "tst_tables.moc"
