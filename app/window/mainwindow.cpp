@@ -3,6 +3,7 @@
 #include "app/window/mainwindow.h"
 
 #include "app/widgets/boundedit.h"
+#include "app/tables/datasettips.h"
 #include "app/tables/editing.h"
 #include "ui_mainwindow.h"
 
@@ -46,14 +47,17 @@ void fitText(QLabel* label)
     label->setFont(font);
 }
 
-/// Only the true models are for the user to write.
-void protectResults(const Ui_MainWindow& ui)
+/// Lets the user write true models only, and tells which row is which data set.
+void setUpResultTables(const Ui_MainWindow& ui)
 {
     for (QTableWidget* table : {ui._0_tw_RawResults, ui._2_tw_relativeWeight, ui._4_tw_doseChoice,
                                 ui._5_tw_Summary, ui._5_tw_aveUnderEstOverEst}) {
         makeReadOnly(table);
     }
     letEditOnly(ui._5_tw_trueModelTMED, trueModelColumn);
+    for (QTableWidget* table : {ui._4_tw_doseChoice, ui._5_tw_trueModelTMED}) {
+        new DataSetTips(table);
+    }
 }
 
 } // namespace
@@ -76,7 +80,7 @@ MainWindow::MainWindow(QWidget* parent)
     openKeyboardWays();
     addExports();
     acceptDrops();
-    protectResults(*ui);
+    setUpResultTables(*ui);
     connect(ui->actionSave, &QAction::triggered, this, &MainWindow::saveModels);
     connect(ui->actionOpen, &QAction::triggered, this, &MainWindow::loadModels);
     lowerBoundEdit = new BoundEdit(ui->_3_le_lowerBound, lowerSubstitute);

@@ -62,6 +62,30 @@ private slots:
         QTRY_COMPARE(rows(trueModels), QStringList("8 1"));
     }
 
+    void tellDataSets_data()
+    {
+        QTest::addColumn<QByteArray>("name");
+        QTest::newRow("dose choice") << QByteArray("_4_tw_doseChoice");
+        QTest::newRow("true models") << QByteArray(trueModels);
+    }
+    void tellDataSets()
+    {
+        QFETCH(QByteArray, name);
+        const QHeaderView* headings = reach<QTableWidget>(name)->verticalHeader();
+        const auto pointAt = [headings](int y) {
+            QWidget* place = headings->viewport();
+            const QPoint point(3, y);
+            QHelpEvent hover(QEvent::ToolTip, point, place->mapToGlobal(point));
+            QApplication::sendEvent(place, &hover);
+        };
+        pointAt(headings->sectionViewportPosition(0) + 1);
+        QTRY_COMPARE(QToolTip::text(), "data set 0");
+        pointAt(headings->sectionViewportPosition(1) + 1);
+        QTRY_COMPARE(QToolTip::text(), "data set 1");
+        pointAt(headings->length() + 1); // below the rows
+        QVERIFY(QToolTip::text() != "data set -1");
+    }
+
     void protectLargeTables()
     {
         QTableWidget table;
