@@ -3,12 +3,12 @@
 #include "app/tables/tableexport.h"
 
 #include "app/widgets/exportmenu.h"
+#include "app/widgets/messagebox.h"
 #include "app/widgets/progressloop.h"
 #include "io/csv.h"
 #include "io/csvexport.h"
 
 #include <QBitArray>
-#include <QMessageBox>
 #include <QTableWidget>
 
 #include <optional>
@@ -133,9 +133,7 @@ joinedTexts(QTableWidget* table, const Cells& cells, Headings headings, const Ce
         }
         joined += (first == 0 ? "" : betweenParts) + join(rows);
         if (joined.size() > longestText) {
-            QMessageBox box(table->window());
-            box.setText(tooLongText);
-            box.exec();
+            showMessage(table, tooLongText);
             return std::nullopt;
         }
         if (!progress.advance(end)) {

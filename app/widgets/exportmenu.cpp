@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/widgets/exportmenu.h"
 
+#include "app/widgets/messagebox.h"
+
 #include <QAbstractScrollArea>
 #include <QAction>
 #include <QApplication>
@@ -10,7 +12,6 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMenu>
-#include <QMessageBox>
 
 namespace {
 
@@ -87,8 +88,6 @@ void saveAs(QWidget* widget, const QString& title, const QString& offeredName,
     }
     const std::optional<QByteArray> bytes = content();
     if (bytes && !writeFile(dialog.selectedFiles().first(), *bytes)) {
-        QMessageBox box(widget->window());
-        box.setText(writeFailedText);
-        box.exec();
+        showMessage(widget, writeFailedText);
     }
 }

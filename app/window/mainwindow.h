@@ -176,7 +176,6 @@ private:
     void setDataSetMaximum(int maximum);
     void resizeEndPoints(const QStringList& modelNames);
     void showModelNames();
-    void showMessage(const QString& text);
     void readColumnNumber(QLineEdit* edit, const QString& text, int& column,
                           int endPoint::*endPointColumn);
 

@@ -5,6 +5,7 @@
 
 #include "analysis/truth.h"
 #include "app/aplot.h"
+#include "app/widgets/messagebox.h"
 #include "app/widgets/progressloop.h"
 #include "app/window/mainwindow.h"
 #include "io/csv.h"
@@ -61,7 +62,7 @@ void MainWindow::on__5_pb_importSimRawRes_clicked()
             simRawResultsHeaders.append(csvWithHeaderReadHeader(path));
         }
     } else {
-        showMessage(simulationCountText);
+        showMessage(this, simulationCountText);
     }
     ui->_5_tw_trueModelTMED->setRowCount(simRawResults.size());
 }
@@ -74,7 +75,7 @@ void MainWindow::on__5_pb_simTrueModel_clicked()
         trueModelNumbers(csvReadToDouble(path), simulationCount(), rawResults.size());
     trueModelIndices = read.numbers;
     if (!read.isValid) {
-        showMessage(trueModelFormatText);
+        showMessage(this, trueModelFormatText);
         return;
     }
     QTableWidget* table = ui->_5_tw_trueModelTMED;
@@ -84,7 +85,7 @@ void MainWindow::on__5_pb_simTrueModel_clicked()
                        new QTableWidgetItem(QString::number(trueModelIndices.at(row))));
     }
     // Shown after every import, whatever the headings are, by intent: the user is to look.
-    showMessage(headersText);
+    showMessage(this, headersText);
 }
 
 void MainWindow::on__4_pb_compTruth_clicked()

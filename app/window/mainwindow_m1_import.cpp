@@ -4,6 +4,7 @@
 
 #include "app/charts/histogramview.h"
 #include "app/widgets/droptarget.h"
+#include "app/widgets/messagebox.h"
 #include "app/widgets/progressloop.h"
 #include "app/window/mainwindow.h"
 #include "io/csv.h"
@@ -11,7 +12,6 @@
 
 #include <QFile>
 #include <QFileDialog>
-#include <QMessageBox>
 
 namespace {
 
@@ -47,7 +47,7 @@ void MainWindow::on___pb_importFbF_clicked()
     const QStringList paths =
         QFileDialog::getOpenFileNames(this, "Select PsN bootstrap raw_results files.");
     if (paths.isEmpty()) {
-        showMessage(noFileText);
+        showMessage(this, noFileText);
         ui->__mainToolBox->setCurrentIndex(0);
         return;
     }
@@ -123,7 +123,7 @@ void MainWindow::importFolder(const QString& directory)
 
 void MainWindow::showNotFound()
 {
-    showMessage(notFoundText);
+    showMessage(this, notFoundText);
     ui->__mainToolBox->setCurrentIndex(0);
 }
 
@@ -184,7 +184,7 @@ void MainWindow::readFirstModel(const QString& directory, ProgressLoop& progress
         const QString defaultPath =
             directory + "/raw_results_estimation_model0_data" + QString::number(dataSet) + ".csv";
         if (csvWithHeaderReadHeader(defaultPath) != rawResultsHeaders.first()) {
-            showMessage(headerMismatchText);
+            showMessage(this, headerMismatchText);
             return;
         }
         rawResults.first().append(csvWithHeaderReadToDouble(path));
@@ -203,7 +203,7 @@ void MainWindow::readFurtherModel(const QString& directory, int model, int dataS
         if (QFile::exists(path)) {
             rawResults[model].append(csvWithHeaderReadToDouble(path));
         } else if (dataSet == 0) {
-            showMessage(importFailedText);
+            showMessage(this, importFailedText);
             return;
         } else {
             // A model estimated on fewer data sets repeats its last one.
@@ -307,13 +307,6 @@ void MainWindow::showModelNames()
                     [=](QTableWidgetItem* item) { weights->setHorizontalHeaderItem(model, item); });
     }
     showCheckUp();
-}
-
-void MainWindow::showMessage(const QString& text)
-{
-    QMessageBox box(this);
-    box.setText(text);
-    box.exec();
 }
 
 void MainWindow::on__m1_le_colNumOFV_textEdited(const QString& text)
