@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/aplot.h"
 
+#include "app/charts/histogramgraph.h"
 #include "io/csv.h"
 #include "model/percentile.h"
 
@@ -77,21 +78,14 @@ void histogram(QVector<double> data, QVector<double> edges, QCustomPlot* plot)
     std::sort(edges.begin(), edges.end(), ascendingNanLast);
     const QVector<int> counts = countPerBin(data, edges);
 
-    // Makes the left side of a bin a nearly vertical step.
-    constexpr double stepWidth = 1e-8;
-    QVector<double> keys;
-    QVector<double> values;
+    QVector<HistogramBin> bins;
     int highest = 0;
     for (int bin = 0; bin + 1 < edges.size() && !std::isnan(edges.at(bin + 1)); ++bin) {
         const int count = counts.at(bin + 1);
-        keys << edges.at(bin) + stepWidth << edges.at(bin + 1);
-        values << count << count;
+        bins.append({edges.at(bin), edges.at(bin + 1), count});
         highest = std::max(highest, count);
     }
-    plot->addGraph();
-    // The plot's own sorting may swap the equal keys that large edges give.
-    const bool sorted = std::is_sorted(keys.constBegin(), keys.constEnd());
-    plot->graph(plot->graphCount() - 1)->setData(keys, values, sorted);
+    new HistogramGraph(plot, bins); // owned by the plot
     setAxisRange(plot->yAxis, 0.0, std::max(1, highest));
     plot->replot();
 }

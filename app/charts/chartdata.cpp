@@ -3,6 +3,7 @@
 #include "app/charts/chartdata.h"
 
 #include "app/aplot.h"
+#include "app/charts/histogramgraph.h"
 #include "model/percentile.h"
 
 #include <qcustomplot.h>
@@ -16,33 +17,12 @@ namespace {
 constexpr int bandCount = 3;
 const char* const bandNames[] = {"Nominal", "Over", "Over or equal", "All"};
 
-struct Bin
+/// Empty unless the plot shows a histogram.
+QVector<HistogramBin> histogramBins(const QCustomPlot& plot)
 {
-    double lower;
-    double upper;
-    double count;
-};
-
-/// The bins of a histogram's outline: each has a point just right of its lower edge and one
-/// at its upper edge. Empty if the points are not such pairs.
-QVector<Bin> histogramBins(const QCustomPlot& plot)
-{
-    constexpr double stepWidth = 1e-8;
-    QVector<Bin> bins;
-    if (plot.graphCount() == 0) {
-        return bins;
-    }
-    const QCPGraphDataContainer& points = *plot.graph(0)->data();
-    for (int point = 0; point + 1 < points.size(); point += 2) {
-        const QCPGraphData& left = *points.at(point);
-        const QCPGraphData& right = *points.at(point + 1);
-        if (left.value != right.value) {
-            return {}; // bins narrower than the step, whose points are out of order
-        }
-        bins.append(
-            {bins.isEmpty() ? left.key - stepWidth : bins.last().upper, right.key, left.value});
-    }
-    return bins;
+    const auto* graph =
+        plot.graphCount() == 0 ? nullptr : qobject_cast<const HistogramGraph*>(plot.graph(0));
+    return graph == nullptr ? QVector<HistogramBin>() : graph->bins();
 }
 
 QString exactly(double number)
@@ -107,7 +87,7 @@ QString bandText(const QCustomPlot& plot, double level)
 
 QString binText(const QCustomPlot& plot, double key)
 {
-    for (const Bin& bin : histogramBins(plot)) {
+    for (const HistogramBin& bin : histogramBins(plot)) {
         if (bin.lower <= key && key < bin.upper) {
             return QString("%1: %2 to %3\n%4: %5")
                 .arg(nameOf(plot.xAxis, "Value"), shown(bin.lower), shown(bin.upper),
@@ -136,12 +116,10 @@ TextRows chartData(const QCustomPlot& plot, const ChartReading& reading)
         headings.append(graphName(plot, reading.kind, graph));
     }
     TextRows rows{headings};
-    const QVector<Bin> bins =
-        reading.kind == ChartKind::Histogram ? histogramBins(plot) : QVector<Bin>();
-    for (const Bin& bin : bins) {
-        rows.append({exactly(bin.lower), exactly(bin.count)});
-    }
-    if (!bins.isEmpty()) {
+    if (reading.kind == ChartKind::Histogram) {
+        for (const HistogramBin& bin : histogramBins(plot)) {
+            rows.append({exactly(bin.lower), exactly(bin.count)});
+        }
         return rows;
     }
     std::map<double, QStringList, decltype(&ascendingNanLast)> values(&ascendingNanLast);

@@ -11,7 +11,7 @@ class QCustomPlot;
 
 enum class ChartKind {
     Curve,     ///< values over doses
-    Histogram, ///< graph 0 is the stepped outline of aplot's histogram
+    Histogram, ///< graph 0 is aplot's histogram
     Bands      ///< counts over levels: graph 0 nominal, 1 over, 2 over or equal, 3 all
 };
 

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/aplot.h"
+#include "app/charts/chartdata.h"
 #include "io/csv.h"
 
 #include <QTableWidget>
@@ -29,6 +30,34 @@ private slots:
         QTest::ignoreMessage(QtDebugMsg, "QVector(1, 9)");
         histogram(&table, &plot, 5);
         QCOMPARE(plot.graph()->data()->constEnd()[-1].key, 8.0);
+    }
+    void tellsItsBins_data()
+    {
+        QTest::addColumn<double>("width");
+        QTest::addColumn<double>("start");
+        QTest::newRow("wide") << 2.0 << 0.0;
+        QTest::newRow("narrower than the step") << 2e-9 << 0.0;
+        QTest::newRow("far from 0") << 4.0 << 1e14;
+    }
+    void tellsItsBins()
+    {
+        QFETCH(double, width);
+        QFETCH(double, start);
+        QCustomPlot chart;
+        chart.resize(400, 300);
+        const double second = start + width;
+        const double third = start + 2 * width;
+        chart.xAxis->setRange(start, start + 3 * width);
+        histogram({start, second, third - width / 4}, {start, second, third}, &chart);
+        QCOMPARE(chart.graphCount(), 1);
+        QCOMPARE(chart.graph(0)->name(), "Graph 1");
+        chart.replot(QCustomPlot::rpImmediateRefresh); // lays the axes out
+        const ChartReading reading{ChartKind::Histogram, {}, {}};
+        const auto digits = [](double edge) { return QString::number(edge, 'g', 15); };
+        QCOMPARE(chartData(chart, reading).mid(1),
+                 TextRows({{digits(start), "1"}, {digits(second), "2"}}));
+        const QPointF place(chart.xAxis->coordToPixel(second + width / 2), 150);
+        QVERIFY(chartTextAt(chart, reading, place).endsWith("\nFrequency: 2"));
     }
     void fitsEveryValueIntoABin()
     {
