@@ -4,6 +4,7 @@
 
 #include "analysis/checkup/heading.h"
 #include "analysis/checkup/modelcheckup.h"
+#include "analysis/checkup/wording.h"
 
 #include <algorithm>
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/checkup/inputcheck.h"
 
+#include "analysis/checkup/wording.h"
 #include "analysis/numberlist.h"
 #include "model/binding.h"
 #include "model/randomng.h"
@@ -10,12 +11,6 @@
 #include <cmath>
 
 namespace {
-
-/// As many digits as people type; fewer would hide what tells two numbers apart.
-QString numberText(double number)
-{
-    return QString::number(number, 'g', 12);
-}
 
 QString quoted(const QString& text)
 {
@@ -27,14 +22,6 @@ bool isNumber(const QString& text)
     bool converts = false;
     text.toDouble(&converts);
     return converts;
-}
-
-/// The first texts of a list, which may be of any length.
-QString enumerated(const QStringList& texts)
-{
-    constexpr int most = 5;
-    return texts.mid(0, most).join(", ")
-           + (texts.size() > most ? QString(" and %1 more").arg(texts.size() - most) : QString());
 }
 
 /// Of a text of three parts parted by colons. noun is "dose" or "level".

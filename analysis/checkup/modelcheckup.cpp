@@ -3,6 +3,7 @@
 #include "analysis/checkup/modelcheckup.h"
 
 #include "analysis/checkup/heading.h"
+#include "analysis/checkup/wording.h"
 #include "model/binding.h"
 
 #include <algorithm>
@@ -21,12 +22,6 @@ struct Occurrence
     qint64 worstCount = 0;
     qint64 worstSamples = 0;
 };
-
-QString shortName(const QString& name)
-{
-    constexpr int longest = 40;
-    return name.size() > longest ? name.left(longest - 3) + "..." : name;
-}
 
 /// Adds up a count, which is a member of SampleCounts or a function of them.
 template <typename Count>
@@ -321,17 +316,6 @@ void checkWidths(CheckedModel& model)
 }
 
 } // namespace
-
-QString counted(qint64 count, const QString& noun)
-{
-    return QString("%1 %2%3").arg(QString::number(count), noun, count == 1 ? "" : "s");
-}
-
-QString rangeText(qint64 lowest, qint64 highest)
-{
-    return lowest == highest ? QString::number(lowest)
-                             : QString("%1 to %2").arg(lowest).arg(highest);
-}
 
 void checkModel(CheckedModel& model, const CheckContext& context)
 {

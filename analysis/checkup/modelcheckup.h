@@ -59,10 +59,4 @@ struct CheckContext
 /// model, are there.
 void checkModel(CheckedModel& model, const CheckContext& context);
 
-/// "1 sample", "2 samples".
-QString counted(qint64 count, const QString& noun);
-
-/// "200" or "198 to 201".
-QString rangeText(qint64 lowest, qint64 highest);
-
 #endif

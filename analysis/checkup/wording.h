@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_ANALYSIS_CHECKUP_WORDING_H
+#define VELMORA_ANALYSIS_CHECKUP_WORDING_H
+
+#include <QStringList>
+
+// How findings put numbers and names into words.
+
+/// "1 sample", "2 samples".
+QString counted(qint64 count, const QString& noun);
+
+/// "200" or "198 to 201".
+QString rangeText(qint64 lowest, qint64 highest);
+
+/// As many digits as people type; fewer would hide what tells two numbers apart.
+QString numberText(double number);
+
+/// A name that may be of any length, with dots for what is cut off.
+QString shortName(const QString& name);
+
+/// The first texts of a list, which may be of any length: "a, b, c, d, e and 2 more".
+QString enumerated(const QStringList& texts);
+
+#endif
