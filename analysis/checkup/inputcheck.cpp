@@ -145,6 +145,12 @@ QStringList checkLevels(const QString& text)
         remarks.append("Every probability exceeds the level " + enumerated(always)
                        + ", so the lowest dose is chosen.");
     }
+    // The levels ascend, and comparisons with NaN are false.
+    const double highest = levels.isEmpty() ? 0.0 : levels.last();
+    if (highest > 0 && highest < 1) {
+        remarks.append(QString("No level reaches 1 %: if %1 is meant as a share, write %2.")
+                           .arg(numberText(highest), numberText(100 * highest)));
+    }
     return remarks;
 }
 
@@ -157,6 +163,24 @@ QStringList checkBound(const QString& text, bool placed, double substitute)
     }
     return std::isnan(text.toDouble()) ? QStringList("No endpoint lies within a bound of NaN.")
                                        : QStringList();
+}
+
+QStringList checkLowerBoundUsed(const QString& text, bool placed, double substitute)
+{
+    return placed || !isNumber(text)
+               ? QStringList(QString("The lower bound stands for %1: endpoints of %1 and below "
+                                     "count as misses.")
+                                 .arg(numberText(substitute)))
+               : QStringList();
+}
+
+QStringList checkUpperBoundUsed(const QString& text, bool placed, double substitute)
+{
+    return placed || !isNumber(text)
+               ? QStringList(QString("The upper bound stands for %1: endpoints above %1 count as "
+                                     "misses.")
+                                 .arg(numberText(substitute)))
+               : QStringList();
 }
 
 QStringList checkInterval(double lower, double upper)

@@ -14,13 +14,18 @@
 /// count once, doses that are no numbers, a range whose last dose lies beyond its end.
 QStringList checkDoses(const QString& text);
 
-/// The same of the target levels in percent, and levels that every or no probability
-/// exceeds.
+/// The same of the target levels in percent, levels that every or no probability exceeds,
+/// and levels that all lie below 1 %, as though typed as shares.
 QStringList checkLevels(const QString& text);
 
 /// Of a bound of the target interval: that its text, placed by the program or no number,
 /// stands for the substitute, from when it is taken over; NaN.
 QStringList checkBound(const QString& text, bool placed, double substitute);
+
+/// Of a bound with which results are about to be made: that its text, placed by the program
+/// or no number, stands for the substitute, and which endpoints that leaves out.
+QStringList checkLowerBoundUsed(const QString& text, bool placed, double substitute);
+QStringList checkUpperBoundUsed(const QString& text, bool placed, double substitute);
 
 /// Of the target interval, lower < endpoint <= upper: that nothing can lie in it.
 QStringList checkInterval(double lower, double upper);

@@ -256,7 +256,8 @@ private slots:
             {"1,1.0, 1", {"Equal to another dose*: \"1.0\", \"1\"."}}, {"1,nan", {"A dose is infinite*"}}};
         const std::pair<const char*, QStringList> levels[] = {
             {"0,50,99.9", {}}, {"100,50", {"*reaches the level 100."}}, {"-5,50", {"*the level -5, so the lowest*"}},
-            {"90:20:120", {"The last level, 130*", "*110, 130."}}, {"inf", {"A level is infinite*", "*level inf."}}};
+            {"90:20:120", {"The last level, 130*", "*110, 130."}}, {"inf", {"A level is infinite*", "*level inf."}},
+            {"0.5,0.29", {"*1 %: if 0.5 is meant as a share, write 50."}}, {"0,-1", {"*the level -1, so*"}}, {"0.5,1", {}}};
         // clang-format on
 
         for (const auto& [text, remarks] : doses) {
@@ -275,6 +276,10 @@ private slots:
         QVERIFY(match(checkBound("", false, 10), {"No bound stands for 10; *"}));
         QVERIFY(match(checkBound("nan", false, 10), {"*NaN."}));
         QCOMPARE(checkBound("inf", false, 10) + checkBound(" 0.4", false, 10), QStringList());
+        QVERIFY(
+            match(checkLowerBoundUsed("-inf", true, -10), {"*-10: endpoints of -10 and below*"}));
+        QVERIFY(match(checkUpperBoundUsed("", false, 10), {"*10: endpoints above 10 count as*"}));
+        QCOMPARE(checkUpperBoundUsed("inf", false, 10), QStringList());
 
         // Said exactly where no endpoint counts, an endpoint equal to the upper bound included.
         for (const auto& [lower, upper] :
