@@ -5,7 +5,6 @@
 #include "model/binding.h"
 
 #include <QRegularExpression>
-#include <QSet>
 
 #include <cmath>
 
@@ -77,16 +76,12 @@ int countOutsideQuotes(const QString& line, QChar separator)
 /// The first column behind THETA1 whose name belongs behind the THETAs; count if none.
 int thetasEnd(const QStringList& names, int colNumTHETA1, int count)
 {
-    static const QRegularExpression other("^((OMEGA|SIGMA)\\(|shrinkage_|EI\\d+$)");
-    const QSet<QString> known(names.begin(), names.end());
-    for (int column = qMax(0, colNumTHETA1); column < qMin(names.size(), count); ++column) {
-        const QString& name = names.at(column);
-        const bool isStandardError = name.startsWith("se") && known.contains(name.mid(2));
-        if (isStandardError || other.match(name).hasMatch()) {
-            return column;
-        }
+    int column = qMax(0, colNumTHETA1);
+    const int end = qMin(names.size(), count);
+    while (column < end && otherThanTheta(names, column).isEmpty()) {
+        ++column;
     }
-    return count;
+    return column < end ? column : count;
 }
 
 QString firstValue(int column, const QVector<double>& row)
@@ -143,6 +138,22 @@ int columnNamed(const QStringList& names, const QString& name)
         }
     }
     return -1;
+}
+
+QString otherThanTheta(const QStringList& names, int column)
+{
+    static const QRegularExpression parameter("^(THETA\\d+$|(OMEGA|SIGMA)\\()");
+    static const QRegularExpression eigenvalue("^EI\\d+$");
+    const QString name = names.value(column);
+    const QString ofError = name.startsWith("se") ? name.mid(2) : QString();
+    if (!ofError.isEmpty() && (names.contains(ofError) || parameter.match(ofError).hasMatch())) {
+        return "a standard error";
+    }
+    return name.startsWith("OMEGA(")           ? "an OMEGA"
+           : name.startsWith("SIGMA(")         ? "a SIGMA"
+           : name.startsWith("shrinkage_")     ? "a shrinkage"
+           : eigenvalue.match(name).hasMatch() ? "an eigenvalue"
+                                               : "";
 }
 
 QStringList describeColumns(int count, const QStringList& names, const Table& rows, int colNumOFV,

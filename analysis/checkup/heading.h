@@ -22,6 +22,11 @@ QChar foreignSeparator(const QStringList& headingPieces);
 /// 0-based column of that name, in any case; -1 if there is none. The first of several.
 int columnNamed(const QStringList& names, const QString& name);
 
+/// What a column holds that by its name is another kind of parameter than a THETA or belongs
+/// behind the parameters: "an OMEGA", "a SIGMA", "a standard error", "a shrinkage", "an
+/// eigenvalue". Empty for other names and labels, and beyond the names. 0-based.
+QString otherThanTheta(const QStringList& names, int column);
+
 /// What stands in each of so many columns and which names of expressions read it, for
 /// tooltips, [column]: "COL21, read as THETA1, named CL, first value 12.3". THETAs are told
 /// up to the first column that by its name is another kind of parameter or a standard error;

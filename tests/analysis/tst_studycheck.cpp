@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/checkup/definitioncheck.h"
 #include "analysis/checkup/studycheck.h"
 #include "analysis/weights.h"
 
@@ -144,6 +145,72 @@ private slots:
         const QStringList files{"a", "b", "c", "d", "e", "f", "g"};
         QVERIFY(checkSimulationModels(files, true).first().endsWith("c, d, e and 2 more."));
         QVERIFY(checkSimulationModels(files, false).isEmpty());
+    }
+
+    void checksWeightScale_data()
+    {
+        QTest::addColumn<QString>("expression");
+        QTest::addColumn<QVector<double>>("values");
+        QTest::addColumn<bool>("logScale");
+        QTest::addColumn<bool>("isFaulty");
+        const QVector<double> shares{0, notANumber, 1};
+        const QVector<double> logarithms{-5, notANumber, 2};
+        QTest::newRow("exponential") << "(exp(0-ofv/2))" << shares << true << true;
+        QTest::newRow("other shares") << "ofv/1000+exp(0)" << shares << true << false;
+        QTest::newRow("no values") << "exp(ofv)" << QVector<double>{notANumber} << true << false;
+        QTest::newRow("logarithms") << "0-ofv" << logarithms << true << false;
+        QTest::newRow("logarithms as they are") << "0-ofv" << logarithms << false << true;
+    }
+
+    void checksWeightScale()
+    {
+        QFETCH(const QString, expression);
+        QFETCH(const QVector<double>, values);
+        QFETCH(const bool, logScale);
+        QTEST(!checkWeightScale(expression, values, logScale).isEmpty(), "isFaulty");
+    }
+
+    void checksDefaultWeight()
+    {
+        const parser endpoint("THETA1*DOSE+ETA1");
+        QCOMPARE(checkDefaultWeight("(0-0-ofv/2)", "(0-0-ofv/2)", endpoint).first(),
+                 "Proposed with K = 0 for the endpoint as it read then; now K is 2: write "
+                 "(0-2-ofv/2).");
+        for (const auto& [placed, weight] : {std::pair("(0-2-ofv/2)", "(0-2-ofv/2)"),
+                                             {"(0-0-ofv/2)", "(0-1-ofv/2)"},
+                                             {"", "(0-0-ofv/2)"}}) {
+            QVERIFY2(checkDefaultWeight(placed, weight, endpoint).isEmpty(), placed);
+        }
+        QVERIFY(checkDefaultWeight("(0-1-ofv/2)", "(0-1-ofv/2)", parser("")).isEmpty());
+    }
+
+    void readsHeadingsOfParameters()
+    {
+        const QStringList names{"ofv", "CL",  "V",     "SIGMA(1,1)",       "IV",
+                                "seV", "sex", "CL_SD", "shrinkage_eta1(%)"};
+        const auto found =
+            diagnoseThetas("THETA1+COL4*THETA3+THETA4+2*THETA5+THETA6", names, {9, 2, 1});
+        QCOMPARE(found.size(), 2); // a label and a name that begins with se are no fault
+        QCOMPARE(found.first().position, 12);
+        QVERIFY(
+            found.first().message.startsWith("\"THETA3\" is column 4, which by its name, SIGMA"));
+        QVERIFY(found.last().message.contains("seV, is a standard error"));
+        QVERIFY(diagnoseThetas("THETA3+1", names, {10, 2, 1}).isEmpty());
+
+        endPoint definition;
+        definition.endPointParser.expression = "ETA1+ETA3";
+        definition.resizeOmega(4);
+        definition.omega[0][0] = 1e-300; // its square is 0
+        definition.omega[1][1] = 1;
+        QVERIFY(checkEtaVariances(definition).first().endsWith(": ETA1, ETA3."));
+        definition.omegaColumns[2][2] = 7;
+        definition.omegaColumns[1][0] = 3;
+        definition.omegaColumns[3][3] = 8; // of no ETA that is used
+        QVERIFY(checkEtaVariances(definition).isEmpty());
+        QVERIFY(checkOmegaColumns(definition, names, 9)
+                    .first()
+                    .endsWith("none: COL8 (CL_SD, a standard deviation)."));
+        QVERIFY(checkOmegaColumns(definition, names, 8).isEmpty());
     }
 };
 
