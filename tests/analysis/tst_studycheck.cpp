@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/checkup/definitioncheck.h"
 #include "analysis/checkup/studycheck.h"
+#include "analysis/checkup/textorigins.h"
 #include "analysis/weights.h"
 
 #include <QtTest>
@@ -211,6 +212,19 @@ private slots:
                     .first()
                     .endsWith("none: COL8 (CL_SD, a standard deviation)."));
         QVERIFY(checkOmegaColumns(definition, names, 8).isEmpty());
+    }
+
+    void remembersOriginsOfTexts()
+    {
+        TextOrigins origins;
+        origins.typed(0, "emax");
+        origins.typed(3, "linear");
+        QCOMPARE(origins.finding(0, "betamod").join('|'), "Typed for emax, now stands at betamod.");
+        QVERIFY(origins.finding(0, "emax").isEmpty() && origins.finding(0, "").isEmpty());
+        origins.resized(3);
+        QVERIFY(origins.finding(3, "emax").isEmpty());
+        origins.typed(0, ""); // at a numbered model
+        QVERIFY(origins.finding(0, "betamod").isEmpty());
     }
 };
 
