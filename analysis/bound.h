@@ -13,6 +13,7 @@ struct BoundSubstitute
     const char* text;
 };
 
+/// Of the lower bound, which is excluded, and of the upper one, which is included.
 constexpr BoundSubstitute lowerSubstitute{-10.0, "-inf"};
 constexpr BoundSubstitute upperSubstitute{10.0, "inf"};
 

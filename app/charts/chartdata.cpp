@@ -8,6 +8,7 @@
 
 #include <qcustomplot.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <map>
@@ -170,6 +171,9 @@ void fitChart(QCustomPlot* plot, ChartKind kind)
     }
     if (kind == ChartKind::Bands) {
         values.append(0.0);
+        if (std::none_of(values.constBegin(), values.constEnd(), [](double v) { return v > 0; })) {
+            values.append(1.0);
+        }
     }
     setAxisRange(plot->xAxis, keys);
     setAxisRange(plot->yAxis, values);

@@ -35,7 +35,8 @@ TextRows chartData(const QCustomPlot& plot, const ChartReading& reading);
 /// of a histogram or the counts of a level. Empty outside of the axes and without data.
 QString chartTextAt(const QCustomPlot& plot, const ChartReading& reading, const QPointF& place);
 
-/// Sets both axes to what the graphs span; bands stand on 0.
+/// Sets both axes to what the graphs span; bands stand on 0, with room for 1 where nothing was
+/// counted.
 void fitChart(QCustomPlot* plot, ChartKind kind);
 
 #endif

@@ -24,6 +24,7 @@ public:
     /// Adds itself to the plot as addGraph() does. The bins are ascending, without gaps.
     HistogramGraph(QCustomPlot* plot, const QVector<HistogramBin>& binsDrawn);
 
+    /// What the line shows, ascending.
     const QVector<HistogramBin>& bins() const { return keptBins; }
 
 private:

@@ -19,24 +19,27 @@ public:
         qint64 shortest;
         qint64 longest = std::numeric_limits<qint64>::max();
 
+        /// The pause after a drawing that took so many nanoseconds.
         qint64 after(qint64 drawing) const
         {
             return qBound(shortest, timesDrawing * drawing, longest);
         }
     };
 
+    /// The first drawing is due at once.
     explicit RedrawThrottle(const Pause& pauseWanted)
         : wanted(pauseWanted)
     {
     }
 
-    /// Begins with the shortest pause; the first drawing is due at once otherwise.
+    /// Begins with the shortest pause instead.
     void startPaused()
     {
         pause = wanted.shortest;
         sinceDrawing.start();
     }
 
+    /// Whether the pause is over.
     bool isDue() const { return !sinceDrawing.isValid() || sinceDrawing.nsecsElapsed() >= pause; }
 
     /// Draws, and begins the next pause.

@@ -236,7 +236,7 @@ void MainWindow::drawComparison()
     pen.setWidth(2);
     plot->graph(0)->setPen(pen);
     plot->graph(0)->setData(levels, nominal, true);
-    setAxisRange(plot->yAxis, 0, all.first());
+    setAxisRange(plot->yAxis, 0, qMax(1.0, all.first()));
     setAxisRange(plot->xAxis, comparedLevels);
     plot->xAxis->setLabel("Probability level");
     plot->yAxis->setLabel("Data sets");

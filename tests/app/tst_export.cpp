@@ -209,6 +209,17 @@ private slots:
         QTRY_COMPARE(QToolTip::text(), chart->toolTip());
     }
 
+    void countsUpToOneWithoutDataSets()
+    {
+        defineStudy();
+        files.write("true_meds.csv", "0,0.05\n"); // of one data set, not of both
+        pressAndAnswer("_4_pb_compTruth", {files.path("true_meds.csv")});
+        auto* plot = reach<QCustomPlot>("_5_cp_truthVisualization");
+        QCOMPARE(plot->yAxis->range(), QCPRange(0, 1));
+        chooseEntry(plot, "Fit to data");
+        QCOMPARE(plot->yAxis->range(), QCPRange(0, 1));
+    }
+
     void summarisesTheAnalysis()
     {
         defineStudy();

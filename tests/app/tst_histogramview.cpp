@@ -23,11 +23,9 @@ private slots:
         const Change none = nullptr;
         const QVector<double> near{0.5, 2};
         const QVector<double> far{5, 6};
-        const QVector<double> nothing{qQNaN()};
         QTest::newRow("other column in sight") << none << 1 << near << false;
         QTest::newRow("other column out of sight") << none << 1 << far << true;
         QTest::newRow("same column out of sight") << none << 0 << far << false;
-        QTest::newRow("nothing to fit") << none << 1 << nothing << false;
         QTest::newRow("forgotten") << &HistogramView::forget << 0 << near << true;
         QTest::newRow("new in sight") << &HistogramView::expectNewValues << 0 << near << false;
         QTest::newRow("new out of sight") << &HistogramView::expectNewValues << 0 << far << true;

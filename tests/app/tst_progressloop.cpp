@@ -46,17 +46,6 @@ private slots:
         const RedrawThrottle::Pause pause{10, 30, 300};
         QTEST(pause.after(drawing), "pause");
     }
-    void drawsAtOnceUnlessStartedPaused()
-    {
-        constexpr qint64 hour = 3'600'000'000'000;
-        RedrawThrottle throttle({10, hour});
-        QVERIFY(throttle.isDue());
-        throttle.run([] {});
-        QVERIFY(!throttle.isDue());
-        RedrawThrottle paused({10, hour});
-        paused.startPaused();
-        QVERIFY(!paused.isDue());
-    }
     void isGivenUpWithTheWindow()
     {
         openWindow();
