@@ -8,12 +8,21 @@
 
 namespace {
 
-/// Samples are evaluated ahead until this many random numbers are drawn for them (8 MB):
-/// enough that a parallel section takes far longer than its threads need to wake up, which
-/// on a busy machine is milliseconds.
-constexpr int preparedNumbers = 1 << 20;
+/// Samples are evaluated ahead until this many numbers are held for them (16 MB), or this
+/// many operations take place: enough that a parallel section takes far longer than its
+/// threads need to wake up, which on a busy machine is milliseconds, and a part of the half
+/// second after which the user may want to give up.
+constexpr qint64 preparedNumbers = 1 << 21;
+constexpr qint64 preparedOperations = 1 << 24;
 /// Samples evaluated ahead at the most, so that the user sees the work go on.
 constexpr int preparedSamples = 64;
+
+/// Numbers that a piece of work holds while it is evaluated: random ones, ETAs and results.
+qint64 heldNumbers(const SimulatedPopulation& population)
+{
+    const qint64 individuals = qint64(population.doses.size()) * population.individuals;
+    return population.uniforms.size() + individuals * (population.etaSlots.size() + 1);
+}
 
 } // namespace
 
@@ -144,20 +153,15 @@ void EndpointRun::evaluateNext()
 /// random numbers drawn ahead could not be given back.
 void EndpointRun::prepare()
 {
-    struct Started
-    {
-        int sample;
-        int plannedModel;
-        int model;
-    };
-    QVector<Started> started;
-    QVector<endPointParserContainer> containers;
+    StartedWork started;
     qint64 numbers = 0;
+    qint64 operations = 0;
     for (int sample = nextSample;
-         sample < sampleCount() && numbers < preparedNumbers && prepared.size() < preparedSamples;
+         sample < sampleCount() && numbers < preparedNumbers && operations < preparedOperations
+         && prepared.size() < preparedSamples;
          ++sample) {
-        Prepared next{randomPosition(), Table(plan.models.at(sample).size())};
         const QVector<int>& models = plan.models.at(sample);
+        prepared.enqueue({randomPosition(), Table(models.size())});
         for (int i = 0; i < models.size(); ++i) {
             const QVector<double>* row = bootstrapRow(models.at(i), sample);
             if (row == nullptr) {
@@ -165,26 +169,38 @@ void EndpointRun::prepare()
             }
             endPoint& definition = endPoints[models.at(i)];
             if (auto container = definition.startEvaluation(*row)) {
-                numbers += container->population.uniforms.size();
-                containers.append(*std::move(container));
-                started.append({sample - nextSample, i, models.at(i)});
+                const qint64 held = heldNumbers(container->population);
+                numbers += held;
+                started.numbers += held;
+                started.containers.append(*std::move(container));
+                started.places.append({prepared.size() - 1, i, models.at(i)});
             } else {
-                next.endpoints[i] = definition.evaluateEndpoint(*row);
-                // With ETAs it drew more numbers than are held at a time.
+                prepared.last().endpoints[i] = definition.evaluateEndpoint(*row);
+                // With ETAs it was too much to be one of several pieces of work.
                 numbers += definition.highestEta > 0 ? preparedNumbers : 0;
             }
+            operations += definition.operationCount();
+            if (started.numbers >= preparedNumbers) {
+                finish(started); // more models may follow, each with as much to hold
+            }
         }
-        prepared.enqueue(next);
-        if (!next.randomPosition) {
+        if (!prepared.last().randomPosition) {
             break;
         }
     }
-    evaluateContainers(containers);
-    for (int i = 0; i < started.size(); ++i) {
-        const Started& work = started.at(i);
-        prepared[work.sample].endpoints[work.plannedModel] =
-            endPoints.at(work.model).finishEvaluation(containers.at(i));
+    finish(started);
+}
+
+/// Does the work and forgets it.
+void EndpointRun::finish(StartedWork& started)
+{
+    evaluateContainers(started.containers);
+    for (int i = 0; i < started.places.size(); ++i) {
+        const auto [sample, plannedModel, model] = started.places.at(i);
+        prepared[sample].endpoints[plannedModel] =
+            endPoints.at(model).finishEvaluation(started.containers.at(i));
     }
+    started = {};
 }
 
 /// nullptr where the model lacks the sample.

@@ -59,8 +59,9 @@ EndpointPlan completePlan(int sampleCount, int modelCount);
 /// Several samples are evaluated ahead in one parallel section. Their random numbers are
 /// drawn in the order of the samples, and those of samples that nobody asks for are given
 /// back at the end, so that the sequence goes on as if each sample were evaluated when
-/// asked for. The endpoint definitions must be up to date with doses and expressions, and
-/// must not change during the run.
+/// asked for. What is done and held ahead is bounded, whether random numbers are drawn or
+/// not, so that the user is soon asked again. The endpoint definitions must be up to date with
+/// doses and expressions, and must not change during the run.
 class EndpointRun
 {
 public:
@@ -86,7 +87,22 @@ private:
         Table endpoints;                       ///< of the planned models, [planned model][dose]
     };
 
+    /// Evaluations of samples ahead that wait for a parallel section.
+    struct StartedWork
+    {
+        struct Place
+        {
+            int prepared; ///< index of the sample
+            int plannedModel;
+            int model;
+        };
+        QVector<endPointParserContainer> containers;
+        QVector<Place> places; ///< of their endpoints, [container]
+        qint64 numbers = 0;    ///< that the containers hold
+    };
+
     void prepare();
+    void finish(StartedWork& started);
     const QVector<double>* bootstrapRow(int model, int sample) const;
 
     QVector<endPoint>& endPoints;

@@ -37,6 +37,10 @@ constexpr OperatorRow operatorTable[] = {
     {")", ClosingParenthesis, 100, true},
 };
 
+/// How many times as long the walk over a tree takes as its program: 10 to 20 times, and
+/// much more where it reports.
+constexpr int walkSlowness = 100;
+
 /// Moves the first alias of the group that is in the list to the front, or puts the
 /// group's first alias there.
 void reserveSlot(QStringList& names, const QStringList& aliases)
@@ -282,6 +286,11 @@ bool parser::programFits(int slotCount) const
 {
     return program.isValid() && tree.constData() == programTree.constData()
            && slotCount > program.highestSlot();
+}
+
+int parser::operationCount() const
+{
+    return qMax(1, tree.size()) * (programFits(variables.size()) ? 1 : walkSlowness);
 }
 
 double parser::evaluate_tree(QVector<double> values)

@@ -49,6 +49,11 @@ public:
     /// Whether tree belongs to the expression as it reads now.
     bool treeIsCurrent() const;
 
+    /// About how many operations of a well-formed expression an evaluation takes the time of.
+    /// Without a program, as for malformed expressions, it is counted as 100 times as slow:
+    /// the tree is walked, and may report each time. Needs a current tree.
+    int operationCount() const;
+
     /// The value of the expression for a value vector. 0.0 for malformed expressions and
     /// without a tree; the debug log tells why. A variable beyond values counts as 0.0.
     double evaluate_tree(QVector<double> values);

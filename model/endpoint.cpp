@@ -18,6 +18,11 @@ constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr int singleDoseSimulations = 100;
 /// Bound on the random numbers held at a time: doses are simulated in groups below it.
 constexpr int maximalGroupNumbers = 1 << 20;
+/// What an evaluation costs beside its expression.
+constexpr int operationsPerEvaluation = 10;
+/// Operations in one piece of work at the most: those of an evaluation that takes longer
+/// keep all processors busy by themselves.
+constexpr qint64 maximalPieceOperations = 1 << 22;
 
 /// Asked once: the answer stays, and takes longer than the draws of a few individuals.
 int processorCount()
@@ -89,10 +94,18 @@ QVector<double> endPoint::evaluateEndpoint(QVector<double> row)
     return endpoints;
 }
 
+qint64 endPoint::operationCount() const
+{
+    const int individuals = usesEtas ? qMax(1, simulatedIndividuals()) : 1;
+    return qint64(doses.size()) * individuals
+           * (operationsPerEvaluation + endPointParser.operationCount()
+              + endpointBinding.etaSlots.size() * operationsPerEta);
+}
+
 std::optional<endPointParserContainer> endPoint::startEvaluation(const QVector<double>& row)
 {
     bindEndpointNames();
-    if (!usesEtas) {
+    if (!usesEtas || operationCount() > maximalPieceOperations) {
         return std::nullopt;
     }
     const MultiNormalSampler sampler(omegaOf(row));

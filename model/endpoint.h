@@ -51,6 +51,10 @@ public:
     /// drawn on the calling thread, dose by dose.
     QVector<double> evaluateEndpoint(QVector<double> row);
 
+    /// About how many operations evaluateEndpoint for a row takes, at least one per dose,
+    /// whether or not random numbers are drawn. As the names were bound last.
+    qint64 operationCount() const;
+
     /// Starts evaluateEndpoint for a row, so that many evaluations can share a parallel
     /// section: draws the random numbers and gives the work that is left, for any thread.
     /// None, with nothing drawn, where there is nothing to simulate or too much for one

@@ -11,8 +11,6 @@ namespace {
 /// Operations on individuals from which handing work to other threads takes less time than
 /// it saves.
 constexpr qint64 parallelThreshold = 50000;
-/// What an ETA costs: logarithm, root and cosine.
-constexpr int operationsPerEta = 10;
 
 } // namespace
 

@@ -8,6 +8,9 @@
 
 #include <QVector>
 
+/// What an ETA of an individual costs: logarithm, root and cosine.
+constexpr int operationsPerEta = 10;
+
 /// Individuals simulated at several doses. Their random numbers are drawn beforehand, and
 /// the ETAs are made of them during the evaluation.
 struct SimulatedPopulation

@@ -54,6 +54,8 @@ class TestFastPaths : public QObject
 private slots:
     void evaluatesExpressions();
     void evaluatesAhead();
+    void boundsWhatIsAhead_data();
+    void boundsWhatIsAhead();
 };
 
 void TestFastPaths::evaluatesExpressions()
@@ -118,8 +120,12 @@ void TestFastPaths::evaluatesAhead()
     weights[3] = {1, 0, 0};
 
     // All samples, and a part of them, with the random numbers of the rest given back.
-    for (const auto& [individuals, asked] :
-         {std::pair(31, studySamples), {1, studySamples}, {100, 37}, {60000, 2}, {180000, 1}}) {
+    for (const auto& [individuals, asked] : {std::pair(31, studySamples),
+                                             {1, studySamples},
+                                             {100, 37},
+                                             {15500, 6},
+                                             {60000, 2},
+                                             {180000, 1}}) {
         for (endPoint& model : models) {
             model.numSimulations = individuals;
         }
@@ -144,6 +150,36 @@ void TestFastPaths::evaluatesAhead()
         run.reset();
         QCOMPARE(randomNG().normal(), next);
     }
+}
+
+void TestFastPaths::boundsWhatIsAhead_data()
+{
+    QTest::addColumn<QString>("expression");
+    QTest::addColumn<int>("individuals");
+    QTest::addColumn<int>("samplesAhead");
+
+    QTest::newRow("without ETAs") << "(DOSE)" << 10000 << 64;
+    QTest::newRow("nothing to draw") << "(ETA1)+DOSE" << 10000 << 1;
+    QTest::newRow("malformed, nothing to draw") << "ETA1+DOSE+" << 1000 << 1;
+}
+
+void TestFastPaths::boundsWhatIsAhead()
+{
+    QFETCH(QString, expression);
+    QFETCH(int, individuals);
+    const int doseCount = 101;
+    QVector<endPoint> models(2);
+    models[0].endPointParser.expression = expression;
+    models[0].numSimulations = individuals;                   // with an omega of zeros
+    models[1].endPointParser.expression = "(DOSE)(DOSE)DOSE"; // reports each evaluation
+    for (endPoint& model : models) {
+        model.bringUpToDate(QVector<double>(doseCount, 1));
+    }
+    const RawResults results(2, {Table(studySamples, {0})});
+    EndpointRun run(models, results, 0, completePlan(studySamples, 2));
+    const LogCapture log;
+    run.evaluateNext();
+    QTEST(log.messages().size() / doseCount, "samplesAhead");
 }
 
 QTEST_APPLESS_MAIN(TestFastPaths)
