@@ -112,10 +112,9 @@ EndpointPlan completePlan(int sampleCount, int modelCount)
     return plan;
 }
 
-EndpointRun::EndpointRun(QVector<endPoint>& endPointDefinitions, const RawResults& results,
-                         int dataSetNumber, const EndpointPlan& endpointPlan)
-    : endPoints(endPointDefinitions)
-    , rawResults(results)
+EndpointRun::EndpointRun(const Study& study, int dataSetNumber, const EndpointPlan& endpointPlan)
+    : endPoints(study.endPoints)
+    , rawResults(study.rawResults)
     , dataSet(dataSetNumber)
     , plan(endpointPlan)
     , values(qMax(1, plan.modelCount))

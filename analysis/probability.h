@@ -3,21 +3,11 @@
 #ifndef VELMORA_ANALYSIS_PROBABILITY_H
 #define VELMORA_ANALYSIS_PROBABILITY_H
 
-#include "model/endpoint.h"
-#include "model/tables.h"
+#include "analysis/study.h"
 
 #include <QQueue>
 
 #include <optional>
-
-/// The interval that the endpoint shall lie in: above lower, and at most upper.
-struct TargetInterval
-{
-    double lower;
-    double upper;
-    /// False for NaN.
-    bool contains(double endpoint) const { return lower < endpoint && endpoint <= upper; }
-};
 
 /// Probability in percent, per dose, that the endpoint lies in the target interval.
 /// endpoints is [sample][dose], of the model selected for each sample; a sample without a
@@ -65,8 +55,7 @@ EndpointPlan completePlan(int sampleCount, int modelCount);
 class EndpointRun
 {
 public:
-    EndpointRun(QVector<endPoint>& endPointDefinitions, const RawResults& results,
-                int dataSetNumber, const EndpointPlan& endpointPlan);
+    EndpointRun(const Study& study, int dataSetNumber, const EndpointPlan& endpointPlan);
     ~EndpointRun();
     EndpointRun(const EndpointRun&) = delete;
     EndpointRun& operator=(const EndpointRun&) = delete;
@@ -105,8 +94,8 @@ private:
     void finish(StartedWork& started);
     const QVector<double>* bootstrapRow(int model, int sample) const;
 
-    QVector<endPoint>& endPoints;
-    const RawResults& rawResults;
+    QVector<endPoint> endPoints; ///< bound to their columns in the run
+    RawResults rawResults;
     int dataSet;
     EndpointPlan plan;
     int nextSample = 0;

@@ -3,7 +3,7 @@
 #ifndef VELMORA_ANALYSIS_STUDY_H
 #define VELMORA_ANALYSIS_STUDY_H
 
-#include "analysis/probability.h"
+#include "analysis/target.h"
 #include "model/endpoint.h"
 #include "model/tables.h"
 
@@ -19,20 +19,46 @@ struct Study
 {
     RawResults rawResults;                  ///< [model][dataSet][sample][column]
     QVector<QStringList> rawResultsHeaders; ///< [model], pieces of the heading line
-    QVector<endPoint> endPoints;            ///< [model]
-    QVector<double> doses;                  ///< candidate doses, ascending
+    /// Of rawResults, as fingerprintOf gives it; 0 where it was not taken.
+    quint64 fingerprint = 0;
+    QVector<endPoint> endPoints; ///< [model]
+    QVector<double> doses;       ///< candidate doses, ascending
     TargetInterval target{-10.0, 10.0};
-    QVector<double> levels;    ///< target probability levels in percent, ascending
-    bool logScale = true;      ///< whether weights are natural logarithms
-    bool selecting = true;     ///< model selection; else model averaging
-    bool individualOfv = true; ///< weights of each sample; else those of the first for all
-    int colNumOFV = 20;        ///< 1-based; each definition has it, too
-    int colNumTHETA1 = 21;     ///< 1-based; each definition has it, too
-    int individuals = 100;     ///< simulated per dose; each definition has it, too
+    QVector<double> levels;     ///< target probability levels in percent, ascending
+    bool logScale = true;       ///< whether weights are natural logarithms
+    bool selecting = true;      ///< model selection; else model averaging
+    bool individualOfv = true;  ///< weights of each sample; else those of the first for all
+    int colNumOFV = 20;         ///< 1-based; each definition has it, too
+    int colNumTHETA1 = 21;      ///< 1-based; each definition has it, too
+    int colNumThird = 22;       ///< 1-based; each definition has it, too
+    int individuals = 100;      ///< simulated per dose; each definition has it, too
+    int populationSummary = -1; ///< as in endPoint; each definition has it, too
     /// The model shown on page "0", whose data sets decide whether weights exist, by intent.
     int shownModel = 0;
 
+    /// The data sets of model 0, over which doses are chosen.
     int dataSetCount() const { return rawResults.isEmpty() ? 0 : rawResults.first().size(); }
 };
+
+/// "model 0", "model 1" and so on.
+QStringList numberedModelNames(int count);
+
+/// Gives every model a definition with its name and the study's column settings. Expressions
+/// stay; new definitions take the study's individuals and population summary.
+void defineModels(Study& study, const QStringList& modelNames);
+
+/// Gives every definition the doses and compiles its endpoint expression; to be called
+/// before endpoints are evaluated.
+void bringUpToDate(QVector<endPoint>& endPoints, const QVector<double>& doses);
+
+/// The dose as the first model's endpoint expression calls it; empty without models.
+QString doseName(const QVector<endPoint>& endPoints);
+
+/// Whether any endpoint is simulated for a population.
+bool hasEtas(const QVector<endPoint>& endPoints);
+
+/// A number by which results with other numbers or another shape can be told apart; never 0.
+/// The same on every machine of the same byte order.
+quint64 fingerprintOf(const RawResults& results);
 
 #endif

@@ -104,6 +104,24 @@ double theoreticalMed(const QVector<double>& endpoints, const QVector<double>& d
     return doses.value(index, notANumber);
 }
 
+TheoreticalMeds theoreticalMeds(const Study& study, const Table& trueRows,
+                                const QVector<int>& trueModels,
+                                const std::function<bool(int done)>& goesOn)
+{
+    QVector<endPoint> endPoints = study.endPoints; // bound to their columns here
+    TheoreticalMeds found;
+    bool going = true;
+    for (int dataSet = 0; going && dataSet < trueRows.size(); ++dataSet) {
+        const int model = trueModels.value(dataSet, -1);
+        const QVector<double>& row = trueRows.at(dataSet);
+        const bool exists = model >= 0 && model < endPoints.size() && !row.isEmpty();
+        found.endpoints.append(exists ? endPoints[model].evaluateEndpoint(row) : QVector<double>());
+        found.meds.append(theoreticalMed(found.endpoints.last(), study.doses, study.target));
+        going = goesOn(dataSet + 1);
+    }
+    return found;
+}
+
 QVector<LevelComparison> compareWithTruth(const Table& doseChoice,
                                           const QVector<double>& theoreticalMeds)
 {

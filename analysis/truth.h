@@ -3,8 +3,9 @@
 #ifndef VELMORA_ANALYSIS_TRUTH_H
 #define VELMORA_ANALYSIS_TRUTH_H
 
-#include "analysis/probability.h"
-#include "model/tables.h"
+#include "analysis/study.h"
+
+#include <functional>
 
 /// Model numbers read from a file, 0-based, one per simulated data set.
 struct TrueModelNumbers
@@ -26,6 +27,21 @@ double roundedUpToDose(double trueMed, const QVector<double>& doses);
 /// interval. endpoints is the true model's endpoint per dose. NaN if the highest misses.
 double theoreticalMed(const QVector<double>& endpoints, const QVector<double>& doses,
                       const TargetInterval& target);
+
+/// Theoretical MEDs of simulated data sets and what they were read off.
+struct TheoreticalMeds
+{
+    Table endpoints;      ///< of the true model, [dataSet][dose]; empty where there is none
+    QVector<double> meds; ///< in dose units, [dataSet]; NaN for none
+};
+
+/// The theoretical MED of each simulated data set: the true model's endpoint for trueRows,
+/// [dataSet][column], judged by theoreticalMed. trueModels are 0-based, [dataSet]; a number of
+/// no model, or an empty row, gives NaN. The study's definitions must be up to date. goesOn
+/// is told how many data sets are done and gives the rest up by false.
+TheoreticalMeds theoreticalMeds(const Study& study, const Table& trueRows,
+                                const QVector<int>& trueModels,
+                                const std::function<bool(int done)>& goesOn);
 
 /// How the estimated MEDs of one probability level compare with the theoretical ones.
 struct LevelComparison

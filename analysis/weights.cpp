@@ -47,8 +47,10 @@ QVector<double> sampleWeights(const Table& values, int sample, bool logScale)
 
 } // namespace
 
-Table weightValues(QVector<endPoint>& endPoints, const RawResults& rawResults, int dataSet)
+Table weightValues(const Study& study, int dataSet)
 {
+    const RawResults& rawResults = study.rawResults;
+    QVector<endPoint> endPoints = study.endPoints; // compiled and bound here
     Table values(rawResults.size());
     if (rawResults.isEmpty() || dataSet >= rawResults.first().size()) {
         return values;
@@ -96,6 +98,35 @@ QVector<int> selectedModels(const Table& values, int sampleCount)
                 selected[sample] = model;
             }
         }
+    }
+    return selected;
+}
+
+Table relativeWeights(const Study& study, int dataSet)
+{
+    const int shown = study.shownModel;
+    const bool exists =
+        shown >= 0 && shown < study.rawResults.size() && shown < study.rawResultsHeaders.size()
+        && dataSet < study.rawResults.at(shown).size() && dataSet < study.dataSetCount();
+    return exists ? relativeWeights(weightValues(study, dataSet),
+                                    study.rawResults.first().at(dataSet).size(), study.logScale)
+                  : Table();
+}
+
+QVector<int> selectedModels(const Study& study, int dataSet)
+{
+    if (dataSet >= study.dataSetCount()) {
+        return {};
+    }
+    return selectedModels(weightValues(study, dataSet),
+                          study.rawResults.first().at(dataSet).size());
+}
+
+QVector<int> judgingModels(const Study& study, int dataSet)
+{
+    QVector<int> selected = selectedModels(study, dataSet);
+    if (!selected.isEmpty() && !study.individualOfv) {
+        selected.fill(selected.first());
     }
     return selected;
 }

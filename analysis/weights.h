@@ -3,13 +3,12 @@
 #ifndef VELMORA_ANALYSIS_WEIGHTS_H
 #define VELMORA_ANALYSIS_WEIGHTS_H
 
-#include "model/endpoint.h"
-#include "model/tables.h"
+#include "analysis/study.h"
 
 /// Values of every model's weight expression for a data set, [model][sample].
 /// Samples are those of model 0; a model that lacks rows has fewer entries. NaN where the
 /// expression is blank or cannot be bound. Compiles the expressions as they read now.
-Table weightValues(QVector<endPoint>& endPoints, const RawResults& rawResults, int dataSet);
+Table weightValues(const Study& study, int dataSet);
 
 /// Relative model weights per bootstrap sample, [sample][model].
 /// Each row sums to 1; a row whose weights add up to 0 is NaN. With logScale the values are
@@ -20,6 +19,19 @@ Table relativeWeights(const Table& values, int sampleCount, bool logScale);
 /// The model with the highest value per bootstrap sample, the first of equal ones; -1
 /// where no model has a value. NaN is never selected. Burnham & Anderson (2002).
 QVector<int> selectedModels(const Table& values, int sampleCount);
+
+/// Relative weights of a data set by the study's choice of scale, [sample][model]. Empty if
+/// model 0 or the model shown on page "0" lacks the data set; the weights do not depend on
+/// the model shown otherwise.
+Table relativeWeights(const Study& study, int dataSet);
+
+/// Model selected for each bootstrap sample of a data set, -1 for none; empty if model 0
+/// lacks the data set.
+QVector<int> selectedModels(const Study& study, int dataSet);
+
+/// The model by which each sample is judged: that selected for it or, with one OFV per
+/// model, the one selected for the first sample.
+QVector<int> judgingModels(const Study& study, int dataSet);
 
 /// The weight expression proposed for a model: on the log scale minus half of OFV + 2K, an
 /// information criterion (Akaike 1974). K is the number of names in the endpoint expression

@@ -37,7 +37,8 @@ public:
 
     bool select()
     {
-        return selectedModels(weightValues(definitions, study.rawResults, 0), sampleCount).size()
+        return selectedModels(weightValues(inputsOf(definitions, study.rawResults), 0), sampleCount)
+                   .size()
                == sampleCount;
     }
 

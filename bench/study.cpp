@@ -77,16 +77,24 @@ QVector<endPoint> definitionsOf(const ProjectItems& study)
     return definitions;
 }
 
-Table weightsOf(QVector<endPoint>& endPoints, const RawResults& rawResults)
+Study inputsOf(const QVector<endPoint>& endPoints, const RawResults& rawResults)
 {
-    return relativeWeights(weightValues(endPoints, rawResults, 0),
+    Study study;
+    study.endPoints = endPoints;
+    study.rawResults = rawResults;
+    return study;
+}
+
+Table weightsOf(const QVector<endPoint>& endPoints, const RawResults& rawResults)
+{
+    return relativeWeights(weightValues(inputsOf(endPoints, rawResults), 0),
                            rawResults.constFirst().constFirst().size(), true);
 }
 
-Curve computeCurve(QVector<endPoint>& endPoints, const RawResults& rawResults, const Table& weights,
-                   bool individualWeights)
+Curve computeCurve(const QVector<endPoint>& endPoints, const RawResults& rawResults,
+                   const Table& weights, bool individualWeights)
 {
-    EndpointRun run(endPoints, rawResults, 0,
+    EndpointRun run(inputsOf(endPoints, rawResults), 0,
                     averagingPlan(weights, individualWeights, endPoints.size()));
     for (int sample = 0; sample < run.sampleCount(); ++sample) {
         run.evaluateNext();

@@ -28,8 +28,11 @@ ProjectItems makeStudy(const StudySize& size, Variability variability);
 /// The definitions that the window makes of the study.
 QVector<endPoint> definitionsOf(const ProjectItems& study);
 
+/// The inputs of a calculation with these.
+Study inputsOf(const QVector<endPoint>& endPoints, const RawResults& rawResults);
+
 /// The weights of a data set that the window finds for the definitions, [sample][model].
-Table weightsOf(QVector<endPoint>& endPoints, const RawResults& rawResults);
+Table weightsOf(const QVector<endPoint>& endPoints, const RawResults& rawResults);
 
 struct Curve
 {
@@ -39,7 +42,7 @@ struct Curve
 
 /// The curve of data set 0 by model averaging with the weights of every sample, or with
 /// the same for all. weights is [sample][model].
-Curve computeCurve(QVector<endPoint>& endPoints, const RawResults& rawResults, const Table& weights,
-                   bool individualWeights);
+Curve computeCurve(const QVector<endPoint>& endPoints, const RawResults& rawResults,
+                   const Table& weights, bool individualWeights);
 
 #endif

@@ -12,6 +12,9 @@
 
 #include <optional>
 
+/// The population summaries that a user can choose, in their order: the mean, then percentiles.
+constexpr int populationSummaries[] = {-1, 50, 75, 25};
+
 /// One candidate model's endpoint and weight: expressions over a bootstrap row (one row of
 /// the model's raw_results, columns in file order), with between-subject variability.
 ///

@@ -82,15 +82,14 @@ double usableShare(const QVector<double>& weights)
     return share;
 }
 
-/// definitions are those of the study, to evaluate with.
-MissingWeights missingWeights(const Study& study, QVector<endPoint>& definitions, int dataSet)
+MissingWeights missingWeights(const Study& study, int dataSet)
 {
     constexpr double roundingErrors = 1e-9;
     MissingWeights found;
     found.dataSet = dataSet;
     const int samples = study.rawResults.first().at(dataSet).size();
     found.samples = samples;
-    const Table values = weightValues(definitions, study.rawResults, dataSet);
+    const Table values = weightValues(study, dataSet);
     const auto addSample = [&](bool isMissing) { found.missing += isMissing ? 1 : 0; };
     if (study.selecting) {
         for (const int selected : selectedModels(values, study.individualOfv ? samples : 1)) {
@@ -163,7 +162,6 @@ QVector<MissingWeights> lookAtDataSets(const Study& study)
 {
     constexpr qint64 mostEvaluations = 200'000;
     constexpr qint64 evaluationsPerDataSet = 50; // take as long as to prepare a data set
-    QVector<endPoint> definitions = study.endPoints;
     QVector<MissingWeights> looked;
     qint64 evaluations = 0;
     for (int dataSet = 0; dataSet < weighableDataSets(study); ++dataSet) {
@@ -172,7 +170,7 @@ QVector<MissingWeights> lookAtDataSets(const Study& study)
         if (dataSet > 0 && evaluations > mostEvaluations) {
             break;
         }
-        looked.append(missingWeights(study, definitions, dataSet));
+        looked.append(missingWeights(study, dataSet));
     }
     return looked;
 }
@@ -215,8 +213,7 @@ QStringList checkUsableWeights(const Study& study, int dataSet)
         || !allWellFormed(study)) {
         return {};
     }
-    QVector<endPoint> definitions = study.endPoints;
-    const MissingWeights found = missingWeights(study, definitions, dataSet);
+    const MissingWeights found = missingWeights(study, dataSet);
     return found.missing > 0 ? QStringList(text(study, found)) : QStringList();
 }
 

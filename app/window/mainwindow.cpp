@@ -2,9 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/window/mainwindow.h"
 
-#include "app/widgets/boundedit.h"
+#include "analysis/numberlist.h"
 #include "app/tables/datasettips.h"
 #include "app/tables/editing.h"
+#include "app/widgets/boundedit.h"
 #include "ui_mainwindow.h"
 
 namespace {
@@ -148,6 +149,28 @@ void MainWindow::fitColumns(QTableWidget* table, const QString& widestNumber)
             header->resizeSection(column, width);
         }
     }
+}
+
+/// All inputs that results depend on, as they are now.
+Study MainWindow::study() const
+{
+    Study now;
+    now.rawResults = rawResults;
+    now.rawResultsHeaders = rawResultsHeaders;
+    now.endPoints = endPoints;
+    now.doses = possibleDoses;
+    now.target = {lowerBound, upperBound};
+    now.levels = parseNumberList(ui->_4_le_probabilities->text());
+    now.logScale = ui->_2_cb_logScale->isChecked();
+    now.selecting = isSelecting();
+    now.individualOfv = usesIndividualOfv();
+    now.colNumOFV = colNumOFV;
+    now.colNumTHETA1 = colNumTHETA1;
+    now.colNumThird = colNumThird;
+    now.individuals = ui->_1_sb_numSimulations->value();
+    now.populationSummary = shownPopulationSummary();
+    now.shownModel = ui->_0_sb_model->value();
+    return now;
 }
 
 void MainWindow::contextMenuEvent(QContextMenuEvent* /*event*/) {}

@@ -158,6 +158,8 @@ private:
     ImportCheckUp importCheckUp;   ///< of rawResults
     QPointer<QWidget> statusInput; ///< what was made current last
 
+    Study study() const;
+
     // Page "-1": import
     void importFiles(QStringList paths);
     void importFolder(const QString& directory);

@@ -16,9 +16,6 @@
 
 namespace {
 
-/// Population summaries in the order of the combo box: the mean, then percentiles.
-constexpr int populationSummaries[] = {-1, 50, 75, 25};
-
 /// Beyond the names of any real file; a heading of millions would fill memory with cells.
 constexpr int mostLabels = 200'000;
 

@@ -84,26 +84,12 @@ void MainWindow::renewRelativeWeights()
 
 QVector<QVector<double>> MainWindow::calculate_relativeWeight(int dataSet)
 {
-    dataSet = qMax(0, dataSet);
-    // The model shown on page "0" decides whether the data set exists, by intent; the
-    // weights do not depend on it.
-    const int shownModel = ui->_0_sb_model->value();
-    if (shownModel < 0 || shownModel >= rawResults.size() || shownModel >= rawResultsHeaders.size()
-        || dataSet >= rawResults.at(shownModel).size() || dataSet >= rawResults.first().size()) {
-        return {};
-    }
-    return relativeWeights(weightValues(endPoints, rawResults, dataSet),
-                           rawResults.first().at(dataSet).size(), ui->_2_cb_logScale->isChecked());
+    return relativeWeights(study(), qMax(0, dataSet));
 }
 
 QVector<int> MainWindow::make_ModelSelection(int dataSet)
 {
-    dataSet = qMax(0, dataSet);
-    if (rawResults.isEmpty() || dataSet >= rawResults.first().size()) {
-        return {};
-    }
-    return selectedModels(weightValues(endPoints, rawResults, dataSet),
-                          rawResults.first().at(dataSet).size());
+    return selectedModels(study(), qMax(0, dataSet));
 }
 
 void MainWindow::on__2_tw_weightDefinition_cellChanged(int row, int /*column*/)

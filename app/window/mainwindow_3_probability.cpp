@@ -73,7 +73,7 @@ void MainWindow::refresh_3_cp_PoS()
     const bool selecting = isSelecting();
     const QVector<int> selected = selecting ? make_ModelSelection(dataSet) : QVector<int>();
     const Table weights = selecting ? Table() : calculate_relativeWeight(dataSet);
-    EndpointRun run(endPoints, rawResults, dataSet,
+    EndpointRun run(study(), dataSet,
                     selecting ? selectionPlan(selected, usesIndividualOfv())
                               : averagingPlan(weights, usesIndividualOfv(), endPoints.size()));
     const int sampleCount = run.sampleCount();
@@ -247,7 +247,7 @@ std::optional<QVector<Table>> MainWindow::averagedEndpoints(int dataSet, const T
     if (cached != nullptr && !cached->isEmpty()) {
         return *cached;
     }
-    EndpointRun run(endPoints, rawResults, dataSet,
+    EndpointRun run(study(), dataSet,
                     averagingPlan(weights, usesIndividualOfv(), endPoints.size()));
     if (!evaluateAll(run, progress)) {
         return std::nullopt;
@@ -270,7 +270,7 @@ std::optional<QVector<Table>> MainWindow::selectedEndpoints(int dataSet, Progres
     if (cached != nullptr && !cached->isEmpty() && holdsSelected(*cached, selected)) {
         return QVector<Table>{pickSelected(*cached, selected)};
     }
-    EndpointRun run(endPoints, rawResults, dataSet,
+    EndpointRun run(study(), dataSet,
                     cached == nullptr ? selectionPlan(selected, true)
                                       : completePlan(selected.size(), endPoints.size()));
     if (!evaluateAll(run, progress)) {

@@ -59,12 +59,13 @@ private slots:
         endPoint model;
         model.weightParser.expression = "(0-ofv/2)";
         model.colNumOFV = 1;
-        QVector<endPoint> models{model, model};
-        const RawResults results{{{{2}, {4}, {}}}, {{{2}}}, {}};
-        QVERIFY(almostEqual(weightValues(models, results, 0), {{-1, -2, notANumber}, {-1}, {}}, 0));
-        QVERIFY(almostEqual(weightValues(models, results, 1), {{}, {}, {}}));
-        models[0].weightParser.expression = "ofv*3"; // compiled anew
-        QVERIFY(almostEqual(weightValues(models, results, 0).first(), {6, 12, notANumber}, 0));
+        Study study;
+        study.endPoints = {model, model};
+        study.rawResults = {{{{2}, {4}, {}}}, {{{2}}}, {}};
+        QVERIFY(almostEqual(weightValues(study, 0), {{-1, -2, notANumber}, {-1}, {}}, 0));
+        QVERIFY(almostEqual(weightValues(study, 1), {{}, {}, {}}));
+        study.endPoints[0].weightParser.expression = "ofv*3"; // compiled anew
+        QVERIFY(almostEqual(weightValues(study, 0).first(), {6, 12, notANumber}, 0));
         QCOMPARE(defaultWeightExpression(parser("THETA2*DOSE/(THETA3+DOSE)")), "(0-2-ofv/2)");
         QCOMPARE(defaultWeightExpression(parser()), "(0-0-ofv/2)"); // not defined yet
     }

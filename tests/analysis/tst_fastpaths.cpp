@@ -141,8 +141,11 @@ void TestFastPaths::evaluatesAhead()
         }
         const double next = randomNG().normal();
         seedRandomNumbers(5);
-        auto run = std::make_unique<EndpointRun>(models, results, 0,
-                                                 averagingPlan(weights, true, models.size()));
+        Study study;
+        study.endPoints = models;
+        study.rawResults = results;
+        auto run =
+            std::make_unique<EndpointRun>(study, 0, averagingPlan(weights, true, models.size()));
         for (int sample = 0; sample < asked; ++sample) {
             run->evaluateNext();
         }
@@ -175,8 +178,10 @@ void TestFastPaths::boundsWhatIsAhead()
     for (endPoint& model : models) {
         model.bringUpToDate(QVector<double>(doseCount, 1));
     }
-    const RawResults results(2, {Table(studySamples, {0})});
-    EndpointRun run(models, results, 0, completePlan(studySamples, 2));
+    Study study;
+    study.endPoints = models;
+    study.rawResults = RawResults(2, {Table(studySamples, {0})});
+    EndpointRun run(study, 0, completePlan(studySamples, 2));
     const LogCapture log;
     run.evaluateNext();
     QTEST(log.messages().size() / doseCount, "samplesAhead");

@@ -3,6 +3,7 @@
 #include "analysis/checkup/definitioncheck.h"
 #include "analysis/checkup/studycheck.h"
 #include "analysis/checkup/textorigins.h"
+#include "analysis/probability.h"
 #include "analysis/weights.h"
 
 #include <QtTest>
@@ -33,7 +34,7 @@ static Study studyOf(const QStringList& weights, const QVector<double>& column, 
 /// The probability of a target that every endpoint hits, by model averaging.
 static double fullProbability(Study study)
 {
-    const Table values = weightValues(study.endPoints, study.rawResults, 0);
+    const Table values = weightValues(study, 0);
     const int samples = study.rawResults.first().first().size();
     const QVector<Table> endpoints(study.endPoints.size(), Table(samples, {0.0}));
     return probabilityByAveraging(endpoints, relativeWeights(values, samples, study.logScale),
