@@ -2,14 +2,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/summary.h"
 
+#include "analysis/weights.h"
 #include "model/percentile.h"
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <map>
 
 namespace {
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 QString typed(double number)
 {
@@ -35,57 +39,144 @@ QString line(const QStringList& cells)
     return cells.join('\t') + '\n';
 }
 
-QString countRange(const QVector<int>& counts)
+QString countRange(const QVector<Table>& dataSets)
 {
-    if (counts.isEmpty()) {
+    if (dataSets.isEmpty()) {
         return "0";
     }
-    const auto [fewest, most] = std::minmax_element(counts.begin(), counts.end());
-    return *fewest == *most ? QString::number(*fewest)
-                            : QString("%1 to %2").arg(*fewest).arg(*most);
+    const auto [fewest, most] =
+        std::minmax_element(dataSets.begin(), dataSets.end(),
+                            [](const Table& a, const Table& b) { return a.size() < b.size(); });
+    return fewest->size() == most->size()
+               ? QString::number(fewest->size())
+               : QString("%1 to %2").arg(fewest->size()).arg(most->size());
 }
 
-QString choices(const AnalysisSummary& summary)
+QString columnsLine(const Study& study)
 {
-    const bool hasEtas =
-        std::any_of(summary.models.begin(), summary.models.end(),
-                    [](const ModelSummary& model) { return !model.omega.isEmpty(); });
-    QString text = QString("%1, Qt %2\n").arg(summary.program, summary.qtVersion);
-    text += "Directory: " + summary.directory + '\n';
-    text +=
-        QString("Columns: OFV %1, THETA1 %2\n").arg(summary.colNumOFV).arg(summary.colNumTHETA1);
-    text += "Doses: " + typed(summary.doses) + '\n';
-    if (hasEtas) {
-        text += QString("Population: %1, %2 individuals\n")
-                    .arg(summary.populationSummary)
-                    .arg(summary.individuals);
-    }
-    text += QString("Target: %1 < endpoint <= %2\n")
-                .arg(typed(summary.target.lower), typed(summary.target.upper));
-    text += QString("Weights: %1\n").arg(summary.logScale ? "in log scale" : "not in log scale");
-    text += QString("Method: %1, %2\n").arg(summary.method, summary.ofvUse);
-    text += "Levels (%): " + typed(summary.levels) + '\n';
-    return text;
+    return QString("Columns: OFV %1, THETA1 %2\n").arg(study.colNumOFV).arg(study.colNumTHETA1);
 }
 
-QString models(const AnalysisSummary& summary)
+QString dosesLine(const Study& study)
 {
-    QString text =
-        "\nModels\n" + line({"Model", "File", "Data sets", "Samples", "Endpoint", "Weight"});
-    for (const ModelSummary& model : summary.models) {
-        text += line({model.name, model.file, QString::number(model.sampleCounts.size()),
-                      countRange(model.sampleCounts), model.endpointExpression,
-                      model.weightExpression});
-    }
-    for (const ModelSummary& model : summary.models) {
-        if (!model.omega.isEmpty()) {
-            text += "\nOmega of " + model.name + '\n';
-            for (const QStringList& row : model.omega) {
-                text += line(row);
+    return "Doses: " + typed(study.doses) + '\n';
+}
+
+/// Nothing where nobody is simulated.
+QString populationLine(const Study& study)
+{
+    const char* const names[] = {"Mean of the Population", "Median of the Population",
+                                 "75percentile of the Population",
+                                 "25 percentile of the Population"};
+    const bool hasOmega =
+        std::any_of(study.endPoints.begin(), study.endPoints.end(),
+                    [](const endPoint& definition) { return definition.numEtas > 0; });
+    const auto* chosen = std::find(std::begin(populationSummaries), std::end(populationSummaries),
+                                   study.populationSummary);
+    return hasOmega && chosen != std::end(populationSummaries)
+               ? QString("Population: %1, %2 individuals\n")
+                     .arg(names[chosen - std::begin(populationSummaries)])
+                     .arg(study.individuals)
+               : QString();
+}
+
+QString intervalText(const Study& study)
+{
+    return QString("%1 < endpoint <= %2").arg(typed(study.target.lower), typed(study.target.upper));
+}
+
+QString scaleLine(const Study& study)
+{
+    return QString("Weights: %1\n").arg(study.logScale ? "in log scale" : "not in log scale");
+}
+
+QString choices(const Study& study, const StudySource& source)
+{
+    return QString("%1, Qt %2\n").arg(source.program, source.qtVersion)
+           + "Directory: " + source.directory + '\n' + columnsLine(study) + dosesLine(study)
+           + populationLine(study) + "Target: " + intervalText(study) + '\n' + scaleLine(study)
+           + "Method: " + methodText(study) + '\n' + "Levels (%): " + typed(study.levels) + '\n';
+}
+
+/// The omega matrices as page "1" shows them, with all digits.
+QString omegas(const QVector<endPoint>& endPoints)
+{
+    QString text;
+    for (const endPoint& definition : endPoints) {
+        if (definition.numEtas > 0) {
+            text += "\nOmega of " + definition.name + '\n';
+        }
+        for (int row = 0; row < definition.numEtas; ++row) {
+            QStringList cells;
+            for (int column = 0; column < definition.numEtas; ++column) {
+                const int reference = definition.omegaColumns.at(row).at(column);
+                cells.append(reference >= 0 ? "COL" + QString::number(qint64(reference) + 1)
+                                            : typed(definition.omega.at(row).at(column)));
             }
+            text += line(cells);
         }
     }
     return text;
+}
+
+QString models(const Study& study, const StudySource& source)
+{
+    QString text =
+        "\nModels\n" + line({"Model", "File", "Data sets", "Samples", "Endpoint", "Weight"});
+    for (int model = 0; model < study.endPoints.size(); ++model) {
+        const endPoint& definition = study.endPoints.at(model);
+        const QVector<Table> dataSets = study.rawResults.value(model);
+        text += line({definition.name, source.files.value(model), QString::number(dataSets.size()),
+                      countRange(dataSets), definition.endPointParser.expression,
+                      definition.weightParser.expression});
+    }
+    return text + omegas(study.endPoints);
+}
+
+/// The expressions of a result that was made with others.
+QString expressionsThen(const QVector<endPoint>& endPoints)
+{
+    QString text = line({"Model", "Endpoint", "Weight"});
+    for (const endPoint& definition : endPoints) {
+        text += line({definition.name, definition.endPointParser.expression,
+                      definition.weightParser.expression});
+    }
+    return text;
+}
+
+/// What a stale result was made with, as far as it has changed and is not in its heading.
+QString inputsThen(const Provenance& made, const QVector<InputKind>& changed)
+{
+    if (changed.isEmpty()) {
+        return {};
+    }
+    const auto has = [&changed](InputKind kind) { return changed.contains(kind); };
+    const Study& then = made.inputs;
+    QString text = "Stale, since changed: " + kindNames(changed) + ". It was made with:\n";
+    if (has(InputKind::Results)) {
+        text += "Results imported before\n";
+    }
+    if (has(InputKind::Doses)) {
+        text += dosesLine(then);
+    }
+    if (has(InputKind::Individuals) || has(InputKind::Endpoints)) {
+        text += populationLine(then);
+    }
+    if (has(InputKind::Weights)) {
+        text += scaleLine(then);
+    }
+    if (has(InputKind::Endpoints) || has(InputKind::Weights)) {
+        text += columnsLine(then) + expressionsThen(then.endPoints);
+    }
+    if (has(InputKind::Endpoints)) {
+        text += omegas(then.endPoints);
+    }
+    return text;
+}
+
+QString remarkLines(const QStringList& remarks)
+{
+    return remarks.isEmpty() ? QString() : remarks.join('\n') + '\n';
 }
 
 /// The model's mean weight over the samples that have weights, NaN without any.
@@ -94,81 +185,97 @@ double meanWeight(const Table& weights, int model)
     double sum = 0.0;
     int count = 0;
     for (const QVector<double>& sample : weights) {
-        const double weight = sample.value(model, std::numeric_limits<double>::quiet_NaN());
+        const double weight = sample.value(model, notANumber);
         if (!std::isnan(weight)) {
             sum += weight;
             ++count;
         }
     }
-    return count > 0 ? sum / count : std::numeric_limits<double>::quiet_NaN();
+    return count > 0 ? sum / count : notANumber;
 }
 
-QString weights(const AnalysisSummary& summary)
+QString weights(const Study& study, int dataSet)
 {
-    if (summary.relativeWeights.isEmpty()) {
+    const Table relative = dataSet < 0 ? Table() : relativeWeights(study, dataSet);
+    if (relative.isEmpty()) {
         return {};
     }
-    QString text = QString("\nRelative weights, data set %1\n").arg(summary.weightsDataSet)
+    const QVector<int> selected = selectedModels(study, dataSet);
+    QString text = QString("\nRelative weights, data set %1\n").arg(dataSet)
                    + line({"Model", "Mean", "Samples in which it is selected"});
-    for (int model = 0; model < summary.models.size(); ++model) {
-        text += line({summary.models.at(model).name,
-                      calculated(meanWeight(summary.relativeWeights, model)),
-                      QString::number(summary.selectedModels.count(model))});
+    for (int model = 0; model < study.endPoints.size(); ++model) {
+        text += line({study.endPoints.at(model).name, calculated(meanWeight(relative, model)),
+                      QString::number(selected.count(model))});
     }
     return text;
 }
 
-QString probability(const AnalysisSummary& summary)
+QString probability(const StudyResults& results, const CurrentInputs& now)
 {
-    if (summary.probability.isEmpty()) {
+    const ProbabilityCurve& curve = results.curve;
+    if (!curve.made.exists()) {
         return {};
     }
-    QString text = QString("\nProbability of achieving the target as last calculated, %1\n")
-                       .arg(summary.probabilityName)
-                   + line({"Dose", "Probability (%)"});
-    for (int dose = 0; dose < summary.probability.size(); ++dose) {
-        text += line({typed(summary.probabilityDoses.value(dose)),
-                      calculated(summary.probability.at(dose))});
+    QString text = QString("\nProbability of achieving the target as last calculated, data set "
+                           "%1, %2, %3\n")
+                       .arg(curve.made.dataSet)
+                       .arg(methodText(curve.made.inputs), intervalText(curve.made.inputs));
+    text += inputsThen(curve.made, curveChanges(results, now))
+            + remarkLines(unfinishedRemarks(curve) + curve.notes)
+            + line({"Dose", "Probability (%)"});
+    for (int dose = 0; dose < curve.probability.size(); ++dose) {
+        text += line({typed(curve.doses.value(dose)), calculated(curve.probability.at(dose))});
     }
     return text;
 }
 
 /// How often each dose was chosen, level by level.
-QString doses(const AnalysisSummary& summary)
+QString doses(const StudyResults& results, const CurrentInputs& now)
 {
-    if (summary.doseChoice.isEmpty()) {
+    const DoseSelection& selection = results.selection;
+    if (selection.doses.isEmpty()) {
         return {};
     }
+    const Study& then = selection.made.inputs;
     QString text =
-        QString("\nDose selection as last calculated, %1\n").arg(summary.doseChoiceOrigin)
-        + line({"Level (%)", "Dose", "Data sets"});
-    for (int level = 0; level < summary.levels.size(); ++level) {
+        QString("\nDose selection as last calculated, %1, %2\n")
+            .arg((selection.isFromProject ? "as the project has it, " : "") + methodText(then),
+                 intervalText(then));
+    text += inputsThen(selection.made, selectionChanges(results, now))
+            + remarkLines(unfinishedRemarks(selection) + selection.notes)
+            + line({"Level (%)", "Dose", "Data sets"});
+    for (int level = 0; level < selection.levels.size(); ++level) {
         std::map<double, int, decltype(&ascendingNanLast)> counts(&ascendingNanLast);
-        for (const QVector<double>& dataSet : summary.doseChoice) {
+        for (const QVector<double>& dataSet : selection.doses) {
             if (level < dataSet.size()) {
                 ++counts[dataSet.at(level)];
             }
         }
         for (const auto& [dose, count] : counts) {
             text +=
-                line({typed(summary.levels.at(level)),
+                line({typed(selection.levels.at(level)),
                       std::isnan(dose) ? QString("none") : typed(dose), QString::number(count)});
         }
     }
     return text;
 }
 
-QString comparison(const AnalysisSummary& summary)
+QString comparison(const StudyResults& results, const CurrentInputs& now)
 {
-    if (summary.comparison.isEmpty()) {
+    const TruthComparison& truth = results.truth;
+    if (!truth.made.exists()) {
         return {};
     }
     QString text = "\nComparison with the truth as last calculated\n"
-                   + line({"Level (%)", "Over", "Equal", "Under", "Mean absolute error"});
-    for (int level = 0; level < qMin(summary.comparison.size(), summary.comparedLevels.size());
-         ++level) {
-        const LevelComparison& counts = summary.comparison.at(level);
-        text += line({typed(summary.comparedLevels.at(level)), QString::number(counts.over),
+                   + inputsThen(truth.chosen, truthChanges(results, now))
+                   + remarkLines(unfinishedRemarks(truth));
+    if (truth.isFailed) {
+        return text;
+    }
+    text += line({"Level (%)", "Over", "Equal", "Under", "Mean absolute error"});
+    for (int level = 0; level < qMin(truth.comparison.size(), truth.levels.size()); ++level) {
+        const LevelComparison& counts = truth.comparison.at(level);
+        text += line({typed(truth.levels.at(level)), QString::number(counts.over),
                       QString::number(counts.equal), QString::number(counts.under),
                       calculated(counts.meanAbsoluteError)});
     }
@@ -177,8 +284,20 @@ QString comparison(const AnalysisSummary& summary)
 
 } // namespace
 
-QString summaryText(const AnalysisSummary& summary)
+QString methodText(const Study& study)
 {
-    return choices(summary) + models(summary) + weights(summary) + probability(summary)
-           + doses(summary) + comparison(summary);
+    return QString(study.selecting ? "Model Selection" : "Model Average")
+           + (study.individualOfv ? ", using individual ofv" : ", using one ofv per model");
+}
+
+QString summaryText(const CurrentInputs& now, const StudyResults& results, int weightsDataSet,
+                    const StudySource& source, const QStringList& findings)
+{
+    QString text = choices(now.study, source) + models(now.study, source)
+                   + weights(now.study, weightsDataSet) + probability(results, now)
+                   + doses(results, now) + comparison(results, now);
+    if (!findings.isEmpty()) {
+        text += "\nFindings\n" + findings.join('\n') + '\n';
+    }
+    return text;
 }

@@ -196,6 +196,20 @@ QString textOfSeveral(const Study& study, const QString& place, const MissingWei
     return told + '.';
 }
 
+/// All that the weights of a study's results depend on, as texts.
+QStringList weightInputs(const Study& study)
+{
+    QStringList inputs{QString::number(study.shownModel)};
+    for (const bool choice : {study.logScale, study.selecting, study.individualOfv}) {
+        inputs.append(choice ? "yes" : "no");
+    }
+    for (const endPoint& definition : study.endPoints) {
+        inputs.append(definition.weightParser.expression);
+        inputs.append(QString::number(definition.colNumOFV));
+    }
+    return inputs;
+}
+
 } // namespace
 
 QStringList checkAnyWeight(const Study& study)
@@ -308,4 +322,22 @@ QStringList checkSimulationModels(const QStringList& files, bool importedBeforeR
     }
     return {"The simulation models were imported before the present results and are still used: "
             + enumerated(names) + '.'};
+}
+
+QStringList UsableWeights::ofDataSet(const Study& study, int dataSet)
+{
+    const QStringList inputs = weightInputs(study) + QStringList(QString::number(dataSet));
+    if (inputs != dataSetAnswer.inputs) {
+        dataSetAnswer = {inputs, checkUsableWeights(study, dataSet)};
+    }
+    return dataSetAnswer.findings;
+}
+
+QStringList UsableWeights::ofAll(const Study& study)
+{
+    const QStringList inputs = weightInputs(study);
+    if (inputs != allAnswer.inputs) {
+        allAnswer = {inputs, checkUsableWeightsOfAll(study)};
+    }
+    return allAnswer.findings;
 }

@@ -31,6 +31,27 @@ QStringList checkUsableWeights(const Study& study, int dataSet);
 /// finding says how many they are.
 QStringList checkUsableWeightsOfAll(const Study& study);
 
+/// checkUsableWeights and checkUsableWeightsOfAll, evaluated again only when something that
+/// they depend on has changed.
+class UsableWeights
+{
+public:
+    QStringList ofDataSet(const Study& study, int dataSet);
+    QStringList ofAll(const Study& study);
+
+    /// To be told when the study has other bootstrap results.
+    void forget() { *this = UsableWeights(); }
+
+private:
+    struct Answer
+    {
+        QStringList inputs;
+        QStringList findings;
+    };
+    Answer dataSetAnswer;
+    Answer allAnswer;
+};
+
 /// That the model shown on page "0" lacks data sets that model 0 has, so that model averaging
 /// finds no weights for them. Nothing with model selection, which does not ask.
 QStringList checkShownModel(const Study& study);

@@ -62,7 +62,8 @@ bool isRightClick(const QEvent* event)
 
 } // namespace
 
-ChartExport::ChartExport(QCustomPlot* chart, const ChartExportSettings& how, QAction* summary)
+ChartExport::ChartExport(QCustomPlot* chart, const ChartExportSettings& how,
+                         const QList<QAction*>& shared)
     : ExportMenu(chart)
     , plot(chart)
     , settings(how)
@@ -76,7 +77,9 @@ ChartExport::ChartExport(QCustomPlot* chart, const ChartExportSettings& how, QAc
     });
     setCondition(fit, [this] { return hasChartData(*plot); });
     addSeparator();
-    addEntry(summary);
+    for (QAction* entry : shared) {
+        addEntry(entry);
+    }
 }
 
 void ChartExport::addPictureEntries()

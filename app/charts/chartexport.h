@@ -19,8 +19,8 @@ struct ChartExportSettings
 class ChartExport : public ExportMenu
 {
 public:
-    /// summary is added to the menu.
-    ChartExport(QCustomPlot* chart, const ChartExportSettings& how, QAction* summary);
+    /// the shared entries end the menu.
+    ChartExport(QCustomPlot* chart, const ChartExportSettings& how, const QList<QAction*>& shared);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -146,7 +146,7 @@ joinedTexts(QTableWidget* table, const Cells& cells, Headings headings, const Ce
 } // namespace
 
 void addTableExport(QTableWidget* table, const QString& fileName,
-                    const std::function<Table()>& numbers, QAction* summary)
+                    const std::function<Table()>& numbers, const QList<QAction*>& shared)
 {
     const CellText shown = [table](int row, int column) { return csvCellText(table, row, column); };
     const auto copy = [table](Headings headings, const CellText& text) {
@@ -178,5 +178,7 @@ void addTableExport(QTableWidget* table, const QString& fileName,
         });
     });
     menu->addSeparator();
-    menu->addEntry(summary);
+    for (QAction* entry : shared) {
+        menu->addEntry(entry);
+    }
 }

@@ -17,8 +17,8 @@ class QTableWidget;
 /// the current cell. Headings are those of columns, and of rows if they have any. Full
 /// precision is 17 digits for each cell that shows, rounded, the number at its place in
 /// numbers, [row][column], which is asked then and may give fewer. fileName is offered for the
-/// file; summary is added to the menu.
+/// file; the shared entries end the menu.
 void addTableExport(QTableWidget* table, const QString& fileName,
-                    const std::function<Table()>& numbers, QAction* summary);
+                    const std::function<Table()>& numbers, const QList<QAction*>& shared);
 
 #endif

@@ -10,34 +10,41 @@ BoundEdit::BoundEdit(QLineEdit* lineEdit, const BoundSubstitute& boundSubstitute
     : QObject(lineEdit)
     , edit(lineEdit)
     , substitute(boundSubstitute)
-    , bound{lineEdit->text(), false, boundSubstitute.value}
+    , current{lineEdit->text(), false, boundSubstitute.value}
 {
     connect(edit, &QLineEdit::textChanged, this, [this](const QString& text) {
-        bound.text = text;
-        bound.placed = false;
+        current.text = text;
+        current.placed = false;
     });
 }
 
 double BoundEdit::takeTyped()
 {
-    const Bound edited = editedBound(bound, substitute);
+    const Bound edited = editedBound(current, substitute);
     // Setting the same text would forget the selection and what can be undone.
-    if (edited.text != bound.text) {
+    if (edited.text != current.text) {
         edit->setText(edited.text);
     }
-    bound = edited;
-    return bound.value;
+    current = edited;
+    return current.value;
 }
 
 double BoundEdit::restore(const QString& text)
 {
     edit->setText(text);
-    bound = storedBound(text, substitute);
-    bound.text = edit->text(); // which may be cut
-    return bound.value;
+    current = storedBound(text, substitute);
+    current.text = edit->text(); // which may be cut
+    return current.value;
 }
 
 QStringList BoundEdit::findings() const
 {
-    return checkBound(bound.text, bound.placed, substitute.value);
+    return checkBound(current.text, current.placed, substitute.value);
+}
+
+QStringList BoundEdit::notesOfUse() const
+{
+    const bool isLower = substitute.value < 0;
+    return isLower ? checkLowerBoundUsed(current.text, current.placed, substitute.value)
+                   : checkUpperBoundUsed(current.text, current.placed, substitute.value);
 }

@@ -24,13 +24,18 @@ public:
     /// Shows the text of a project file; gives the bound's value.
     double restore(const QString& text);
 
+    const Bound& bound() const { return current; }
+
     /// What the user should know about the text as it stands.
     QStringList findings() const;
+
+    /// What it means for a result that is made with it.
+    QStringList notesOfUse() const;
 
 private:
     QLineEdit* edit;
     BoundSubstitute substitute;
-    Bound bound; ///< its text is that of the line edit
+    Bound current; ///< its text is that of the line edit
 };
 
 #endif

@@ -2,10 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/window/mainwindow.h"
 
-#include "analysis/numberlist.h"
+#include "app/findings/findingsview.h"
 #include "app/tables/datasettips.h"
 #include "app/tables/editing.h"
 #include "app/widgets/boundedit.h"
+#include "app/widgets/droptarget.h"
 #include "ui_mainwindow.h"
 
 namespace {
@@ -97,6 +98,8 @@ MainWindow::MainWindow(QWidget* parent)
 
 MainWindow::~MainWindow()
 {
+    hide(); // an open editor hands over its text, as long as there is somebody to take it
+    delete findings;
     delete ui;
 }
 
@@ -137,40 +140,25 @@ void MainWindow::fitFonts()
     ui->__lb_directory->setMaximumHeight(2 * ui->__lb_directory->fontMetrics().lineSpacing());
 }
 
-/// Makes the columns wide enough for their headings and for the widest number shown.
-void MainWindow::fitColumns(QTableWidget* table, const QString& widestNumber)
+/// Lets files that are dropped on the page be imported as though chosen by its buttons, and
+/// a project be opened.
+void MainWindow::acceptDrops()
 {
-    QHeaderView* header = table->horizontalHeader();
-    const int margins = 4 * table->style()->pixelMetric(QStyle::PM_FocusFrameHMargin);
-    const int widest = table->fontMetrics().horizontalAdvance(widestNumber) + margins;
-    for (int column = 0; column < table->columnCount(); ++column) {
-        const int width = qMax(widest, header->sectionSizeHint(column));
-        if (width > header->sectionSize(column)) {
-            header->resizeSection(column, width);
+    new DropTarget(ui->page_6, [this](DroppedKind kind, const QStringList& paths) {
+        switch (kind) {
+        case DroppedKind::ResultFiles:
+            importFiles(paths);
+            break;
+        case DroppedKind::Folder:
+            importFolder(paths.first());
+            break;
+        case DroppedKind::Project:
+            openProject(paths.first());
+            break;
+        case DroppedKind::Unknown:
+            break;
         }
-    }
-}
-
-/// All inputs that results depend on, as they are now.
-Study MainWindow::study() const
-{
-    Study now;
-    now.rawResults = rawResults;
-    now.rawResultsHeaders = rawResultsHeaders;
-    now.endPoints = endPoints;
-    now.doses = possibleDoses;
-    now.target = {lowerBound, upperBound};
-    now.levels = parseNumberList(ui->_4_le_probabilities->text());
-    now.logScale = ui->_2_cb_logScale->isChecked();
-    now.selecting = isSelecting();
-    now.individualOfv = usesIndividualOfv();
-    now.colNumOFV = colNumOFV;
-    now.colNumTHETA1 = colNumTHETA1;
-    now.colNumThird = colNumThird;
-    now.individuals = ui->_1_sb_numSimulations->value();
-    now.populationSummary = shownPopulationSummary();
-    now.shownModel = ui->_0_sb_model->value();
-    return now;
+    });
 }
 
 void MainWindow::contextMenuEvent(QContextMenuEvent* /*event*/) {}

@@ -4,30 +4,27 @@
 #define VELMORA_APP_WINDOW_MAINWINDOW_H
 
 #include "analysis/checkup/checkup.h"
-#include "analysis/truth.h"
-#include "model/endpoint.h"
-#include "model/tables.h"
+#include "analysis/checkup/studycheck.h"
+#include "analysis/endpointcache.h"
+#include "analysis/results.h"
+#include "app/window/changes.h"
+#include "app/window/sources.h"
 
 #include <QColor>
 #include <QMainWindow>
-#include <QPointer>
 #include <QStringList>
 #include <QVector>
 
-#include <functional>
-#include <optional>
-
 class BoundEdit;
+class FindingsView;
 class HistogramView;
 class QAction;
-class QCustomPlot;
 class QLineEdit;
 class QPen;
 class QTableWidget;
 class QTableWidgetItem;
 class Ui_MainWindow;
 class ProgressLoop;
-struct AnalysisSummary;
 struct DecodedProject;
 struct ProjectItems;
 
@@ -121,63 +118,44 @@ private:
     QVector<QVector<Table>> doseChoiceCash; ///< endpoints, [dataSet][model][sample][dose]
     Ui_MainWindow* ui;
 
-    /// Names of the files that the models were imported from, without folders and with * for
-    /// the number of the data set, [model]; empty after Open.
-    QStringList sourceFiles;
-    QString doseChoiceOrigin; ///< by which choices doseChoice was made, for the summary
-    /// What page "5" tells, which later doses leave as it is: the comparison, [level], and its
-    /// levels in percent.
-    QVector<LevelComparison> comparison;
-    QVector<double> comparedLevels;
     HistogramView* resultsHistogram = nullptr; ///< of page "0"
     HistogramView* doseHistogram = nullptr;    ///< of page "4"
     BoundEdit* lowerBoundEdit = nullptr;
     BoundEdit* upperBoundEdit = nullptr;
+    FindingsView* findings = nullptr;
+    ResultsSource source;
+    SimulationSource simulationSource;
+    TextSources texts;
+    /// What the pages show beside the members above, with what it was made from.
+    StudyResults shown;
+    EndpointCache cache{doseChoiceCash};
+    mutable quint64 fingerprint = 0; ///< of rawResults; 0 until it is asked for
+    ImportCheckUp importCheckUp;     ///< of rawResults
+    UsableWeights usableWeights;
+    bool weightsShown = false; ///< on page "2"
+    bool isOpening = false;    ///< while the items of a project are applied
 
-    /// What the endpoints of a data set in the cache were computed from, as a hash.
-    struct CacheOrigin
-    {
-        QByteArray endpoints;
-        QByteArray weights; ///< these decide which endpoints were left out
-    };
-    QVector<CacheOrigin> cacheOrigins; ///< [dataSet]
-    int resultsVersion = 0;            ///< counts the imports and loads
-    QString resultsPlace;              ///< the directory or project that they came from
-    // The version of the results that these were calculated from.
-    int curveVersion = 0; ///< the probability curve shown
-    int doseChoiceVersion = 0;
-    int comparisonVersion = 0;
-
-    /// An input other than a table cell, and what there is to say about it.
-    struct InputCheck
-    {
-        QWidget* input;
-        std::function<QStringList()> findings;
-    };
-    QVector<InputCheck> inputChecks;
-    ImportCheckUp importCheckUp;   ///< of rawResults
-    QPointer<QWidget> statusInput; ///< what was made current last
-
+    // What results depend on, and what a change of it touches
     Study study() const;
+    Study studyToKeep() const;
+    CurrentInputs currentInputs() const;
+    void changed(Change change, int row = -1);
+    void renewView(View view, int row);
+    void resultsNotFound();
+    void showModels();
+    void showModelNames();
+    void renewTypicalDRPlot();
 
     // Page "-1": import
     void importFiles(QStringList paths);
     void importFolder(const QString& directory);
-    void acceptDrops();
-    void clearResults();
-    QString rawResultsFileName(const QString& directory, int model, int dataSet) const;
+    void clearResults(const QString& place);
     QString fileNameTemplate(int model, const QString& dataSet) const;
+    QString rawResultsFileName(const QString& directory, int model, int dataSet) const;
     void readFirstModel(const QString& directory, ProgressLoop& progress);
     void readFurtherModel(const QString& directory, int model, int dataSetCount,
                           ProgressLoop& progress);
-    static QStringList numberedModelNames(int count);
-    void showNotFound();
-    void showImport(const QStringList& modelNames);
-    void showModels(const QStringList& modelNames);
-    void showDataSetSelectors(bool visible);
-    void setDataSetMaximum(int maximum);
-    void resizeEndPoints(const QStringList& modelNames);
-    void showModelNames();
+    void defineImported(const QStringList& modelNames);
     void readColumnNumber(QLineEdit* edit, const QString& text, int& column,
                           int endPoint::*endPointColumn);
 
@@ -188,18 +166,14 @@ private:
     // Page "1": endpoint definition
     void refresh__1_tw_etaDefinition();
     void refresh_1_cp_typicalDRPlot();
-    void renewTypicalDRPlot();
     void refresh_1_tw_rawResLabels();
     endPoint* selectedEndPoint();
     void readEndPointExpression(int row);
-    int shownPopulationSummary() const;
-    void bringEndPointsUpToDate();
 
     // Page "2": weights
     void refresh_2_tw_weightDefinition();
     void refresh_2_tw_relativeWeight();
     void setWeightColumns(int modelCount);
-    void renewRelativeWeights();
     /// Relative weights of a data set, [sample][model]; empty if it does not exist.
     QVector<QVector<double>> calculate_relativeWeight(int dataSet);
     /// Model selected for each bootstrap sample of a data set, -1 for none.
@@ -212,17 +186,7 @@ private:
     QVector<double> calculate_PoS_aux_modelSelect(QVector<QVector<QVector<double>>> endpoints);
     QVector<double> calculate_PoS_aux_modelAve(QVector<QVector<QVector<double>>> endpoints,
                                                QVector<QVector<double>> weights);
-    std::optional<QVector<Table>> selectedEndpoints(int dataSet, ProgressLoop* progress);
-    std::optional<QVector<Table>> averagedEndpoints(int dataSet, const Table& weights,
-                                                    ProgressLoop* progress);
-    QVector<Table>* cacheEntry(int dataSet);
-    void keepInCache(int dataSet, const QVector<Table>& endpoints);
-    CacheOrigin cacheOrigin() const;
-    QStringList cacheFindings();
-    QVector<int> selectionOf(int dataSet);
-    bool isSelecting() const;
-    bool usesIndividualOfv() const;
-    QString doseName();
+    QStringList boundNotes() const;
 
     // Page "4": dose selection
     QVector<double> find_dose(QVector<double> pos, QVector<double> targets);
@@ -231,12 +195,12 @@ private:
     void refresh_4_tw_doseChoice();
 
     // Page "5": comparison with the truth
-    int simulationCount() const;
-    void readTrueMeds();
+    Table trueRows() const;
+    QStringList trueModelTexts() const;
+    bool readTrueMeds();
     bool computeTheoreticalMeds();
     bool readTrueModelTable();
-    void showTheoreticalMeds();
-    void setTheoreticalMed(int row, double dose);
+    void showTheoreticalMeds(int rowCount);
     void drawComparison();
 
     // Menu "File"
@@ -244,41 +208,40 @@ private:
     void showFileError(const QString& error);
     ProjectItems projectItems() const;
     void loadResults(const DecodedProject& project);
-    void loadEndPoints(const DecodedProject& project);
+    void loadEndPoints(const DecodedProject& project, const Study& restored);
     void loadWeights(const DecodedProject& project);
     void loadTarget(const DecodedProject& project);
     void loadDoseChoice(const DecodedProject& project);
+    void keepOrigins(const DecodedProject& project);
 
     // Findings: what the user should know about data and inputs
-    void registerInputChecks();
     void connectFindings();
+    void watchInputs();
+    void watchResults();
+    void renewFindings(View view, int row);
+    void renewMarks();
     void renewCheckUp();
     void showCheckUp();
-    void renewFormulaFindings();
-    void renewFormulaFindings(const QTableWidget* table, int model);
+    QVector<int> allModels() const;
+    QString fileName(int model) const;
+    QStringList formulaFindings(const Study& now, const QTableWidget* table, int model) const;
+    void renewFormulaFindings(const QTableWidget* table, const QVector<int>& models);
     void renewOmegaFindings();
     void showOmegaFindings(int row, int column, const QString& typed);
-    void renewFindings(QWidget* input);
-    void renewResultFindings();
-    void renewAllFindings();
-    QStringList findingsOn(const QWidget* input) const;
-    void showFullSize(QTableWidget* table);
-    void makeCurrent(QWidget* input);
-    void showStatus();
     void nameColumns();
+    QStringList allFindings() const;
 
     // What leaves the window
     void addExports();
-    void addTableExports(QAction* summary);
-    void addChartExports(QAction* summary);
-    AnalysisSummary analysisSummary();
-    QString choicesText() const;
-    void addResults(AnalysisSummary& summary);
+    void addTableExports(const QList<QAction*>& shared);
+    void addChartExports(const QList<QAction*>& shared);
+    StudyResults results() const;
+    QString analysisSummary() const;
 
     // Looks
     void openKeyboardWays();
     void fitFonts();
-    static void fitColumns(QTableWidget* table, const QString& widestNumber = "-1.23457e-308");
+    void acceptDrops();
     void connectPlots();
     QPen curvePen() const;
 };

@@ -4,6 +4,8 @@
 
 #include "app/aplot.h"
 #include "app/charts/histogramview.h"
+#include "app/findings/findingsview.h"
+#include "app/tables/columnwidths.h"
 #include "app/window/mainwindow.h"
 #include "io/csv.h"
 #include "ui_mainwindow.h"
@@ -32,8 +34,8 @@ void MainWindow::refresh_0_tw_RawResults()
         delete table->takeHorizontalHeaderItem(column);
     }
     csvDisplay(table, rawResults.at(model).at(dataSet), header);
-    showFullSize(table);
     fitColumns(table);
+    findings->renew(table);
     nameColumns();
 }
 
@@ -66,19 +68,16 @@ void MainWindow::on__0_sb_model_valueChanged(int /*model*/)
 {
     const int dataSetCount = rawResults.value(ui->_0_sb_model->value()).size();
     {
-        // The refreshes below serve a data set number that had to give way, too.
+        // What follows serves a data set number that had to give way, too.
         const QSignalBlocker quiet(ui->_0_sb_data);
         ui->_0_sb_data->setRange(qMin(0, dataSetCount - 1), dataSetCount - 1);
     }
-    refresh_0_tw_RawResults();
-    refresh_0_cp_rawResHistoGram();
-    showCheckUp();
+    changed(Change::ShownModel);
 }
 
 void MainWindow::on__0_sb_data_valueChanged(int /*dataSet*/)
 {
-    refresh_0_tw_RawResults();
-    refresh_0_cp_rawResHistoGram();
+    changed(Change::ShownDataSet);
 }
 
 void MainWindow::on__0_tw_RawResults_currentCellChanged(int /*currentRow*/, int /*currentColumn*/,

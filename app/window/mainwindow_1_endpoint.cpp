@@ -4,6 +4,7 @@
 
 #include "analysis/numberlist.h"
 #include "app/aplot.h"
+#include "app/findings/findingsview.h"
 #include "app/window/mainwindow.h"
 #include "io/csv.h"
 #include "model/binding.h"
@@ -33,10 +34,7 @@ void setCellText(QTableWidget* table, int row, int column, const QString& text)
 void MainWindow::on__1_le_possibleDoses_textChanged(const QString& text)
 {
     possibleDoses = parseNumberList(text);
-    refresh_1_cp_typicalDRPlot();
-    if (!possibleDoses.isEmpty()) {
-        ui->_3_sl_doseSlider->setMaximum(possibleDoses.size() - 1);
-    }
+    changed(Change::Doses);
 }
 
 void MainWindow::on__1_tw_endPoints_cellChanged(int row, int /*column*/)
@@ -57,17 +55,14 @@ void MainWindow::readEndPointExpression(int row)
     }
     endPoints[row].endPointParser.expression = item->text();
     endPoints[row].checkETA();
-    refresh_1_cp_typicalDRPlot();
-    refresh__1_tw_etaDefinition();
-    renewFormulaFindings(ui->_1_tw_endPoints, row);
+    texts.endpoints.typed(row, fileName(row));
+    changed(Change::Endpoint, row);
 }
 
 void MainWindow::on__1_tw_endPoints_currentCellChanged(int /*currentRow*/, int /*currentColumn*/,
                                                        int /*previousRow*/, int /*previousColumn*/)
 {
-    refresh_1_tw_rawResLabels();
-    refresh_1_cp_typicalDRPlot();
-    refresh__1_tw_etaDefinition();
+    changed(Change::SelectedModel);
 }
 
 /// The definition of the model that is current in the endpoints table, nullptr if none.
@@ -149,8 +144,7 @@ void MainWindow::on__1_tw_etaDefinition_cellChanged(int row, int column)
         definition->omegaColumns[row][column] = *reference;
         definition->omegaColumns[column][row] = *reference;
     }
-    refresh_1_cp_typicalDRPlot();
-    refresh__1_tw_etaDefinition();
+    changed(Change::Omega);
     showOmegaFindings(row, column, typed);
 }
 
@@ -166,8 +160,7 @@ void MainWindow::on__1_cb_numEtas_valueChanged(int count)
 {
     if (endPoint* definition = selectedEndPoint()) {
         definition->resizeOmega(count);
-        refresh_1_cp_typicalDRPlot();
-        refresh__1_tw_etaDefinition();
+        changed(Change::Omega);
     }
 }
 
@@ -179,14 +172,7 @@ void MainWindow::on__1_cb_iivEndPoint_currentIndexChanged(int index)
     for (endPoint& definition : endPoints) {
         definition.populationSummary = populationSummaries[index];
     }
-    refresh_1_cp_typicalDRPlot();
-}
-
-/// The population summary that page "1" shows.
-int MainWindow::shownPopulationSummary() const
-{
-    return populationSummaries[qBound(0, ui->_1_cb_iivEndPoint->currentIndex(),
-                                      int(std::size(populationSummaries)) - 1)];
+    changed(Change::Population);
 }
 
 void MainWindow::on__1_sb_numSimulations_valueChanged(int count)
@@ -194,7 +180,8 @@ void MainWindow::on__1_sb_numSimulations_valueChanged(int count)
     for (endPoint& definition : endPoints) {
         definition.numSimulations = count;
     }
-    refresh_1_cp_typicalDRPlot();
+    source.individualsAreOlder = false;
+    changed(Change::Population);
 }
 
 /// Draws the selected model's endpoint over the doses for the first row of its results.
@@ -218,26 +205,6 @@ void MainWindow::refresh_1_cp_typicalDRPlot()
     plot->xAxis->setLabel(definition->endPointParser.variables.value(TimeSlot));
     plot->yAxis->setLabel("Endpoint");
     plot->replot();
-}
-
-/// Renews the curve after a change on another page, where no random numbers may be drawn:
-/// with ETAs it goes, rather than to show what is no longer so.
-void MainWindow::renewTypicalDRPlot()
-{
-    const endPoint* definition = selectedEndPoint();
-    if (definition != nullptr && definition->highestEta > 0) {
-        ui->_1_cp_typicalDRPlot->clearGraphs();
-        ui->_1_cp_typicalDRPlot->replot();
-    } else {
-        refresh_1_cp_typicalDRPlot();
-    }
-}
-
-/// To be called before endpoints are evaluated: gives every definition the doses and
-/// compiles its expression, whichever model is selected.
-void MainWindow::bringEndPointsUpToDate()
-{
-    for (endPoint& definition : endPoints) {
-        definition.bringUpToDate(possibleDoses);
-    }
+    shown.typicalCurve = typicalCurveProvenance(studyToKeep(), ui->_1_tw_endPoints->currentRow());
+    findings->renew(plot);
 }

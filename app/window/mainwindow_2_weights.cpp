@@ -3,6 +3,8 @@
 // Page "2": weight expressions, relative weights and model selection.
 
 #include "analysis/weights.h"
+#include "app/findings/findingsview.h"
+#include "app/tables/columnwidths.h"
 #include "app/window/mainwindow.h"
 #include "io/csv.h"
 #include "ui_mainwindow.h"
@@ -30,21 +32,20 @@ void MainWindow::refresh_2_tw_weightDefinition()
             endPoint& definition = endPoints[model];
             definition.weightParser.expression = defaultWeightExpression(definition.endPointParser);
             table->setItem(model, 0, new QTableWidgetItem(definition.weightParser.expression));
+            texts.placed(model, definition.weightParser.expression);
         }
     }
     setWeightColumns(modelCount);
-    showModelNames();
-    refresh_2_tw_relativeWeight();
-    renewFormulaFindings();
+    changed(Change::DefaultWeights);
 }
 
-/// Makes a column for each model. Of weights that are shown one row stays as a sign, until
-/// they are renewed: a change of columns moves all cells once per row.
+/// Makes a column for each model. What is shown goes where the columns change, as all cells
+/// would be moved once for each row.
 void MainWindow::setWeightColumns(int modelCount)
 {
     QTableWidget* table = ui->_2_tw_relativeWeight;
     if (table->columnCount() != modelCount) {
-        table->setRowCount(qMin(1, table->rowCount()));
+        table->setRowCount(0);
         table->setColumnCount(modelCount);
     }
 }
@@ -53,9 +54,13 @@ void MainWindow::refresh_2_tw_relativeWeight()
 {
     const int dataSet = ui->_2_sb_dataNumber->value();
     QTableWidget* table = ui->_2_tw_relativeWeight;
-    csvDisplay(table, calculate_relativeWeight(dataSet));
-    showFullSize(table);
+    const Table weights = calculate_relativeWeight(dataSet);
+    weightsShown = !weights.isEmpty();
+    shown.weights =
+        weightsShown ? weightsProvenance(studyToKeep(), qMax(0, dataSet)) : Provenance();
+    csvDisplay(table, weights);
     fitColumns(table);
+    findings->renew(table);
     const QVector<int> selected = make_ModelSelection(dataSet);
     // One repaint below instead of an announcement per cell.
     const QSignalBlocker quiet(table->model());
@@ -74,14 +79,6 @@ void MainWindow::refresh_2_tw_relativeWeight()
     table->viewport()->update();
 }
 
-/// Renews the weights after a change on another page, if they have been shown before.
-void MainWindow::renewRelativeWeights()
-{
-    if (ui->_2_tw_relativeWeight->rowCount() > 0) {
-        refresh_2_tw_relativeWeight();
-    }
-}
-
 QVector<QVector<double>> MainWindow::calculate_relativeWeight(int dataSet)
 {
     return relativeWeights(study(), qMax(0, dataSet));
@@ -97,9 +94,9 @@ void MainWindow::on__2_tw_weightDefinition_cellChanged(int row, int /*column*/)
     const QTableWidgetItem* item = ui->_2_tw_weightDefinition->item(row, 0);
     if (item != nullptr && row < endPoints.size()) {
         endPoints[row].weightParser.expression = item->text();
+        texts.weights.typed(row, fileName(row));
     }
-    refresh_2_tw_relativeWeight();
-    renewFormulaFindings(ui->_2_tw_weightDefinition, row);
+    changed(Change::Weight, row);
 }
 
 void MainWindow::on__2_cb_logScale_stateChanged(int state)
@@ -108,10 +105,10 @@ void MainWindow::on__2_cb_logScale_stateChanged(int state)
     // this is intended.
     ui->_2_tw_weightDefinition->horizontalHeaderItem(0)->setText(
         state == 1 ? "Weight Definition in log scale" : "Weight Definition");
-    refresh_2_tw_relativeWeight();
+    changed(Change::WeightScale);
 }
 
 void MainWindow::on__2_sb_dataNumber_valueChanged(int /*dataSet*/)
 {
-    refresh_2_tw_relativeWeight();
+    changed(Change::WeightsDataSet);
 }

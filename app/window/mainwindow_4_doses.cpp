@@ -6,6 +6,7 @@
 #include "analysis/numberlist.h"
 #include "app/aplot.h"
 #include "app/charts/histogramview.h"
+#include "app/tables/columnwidths.h"
 #include "app/widgets/progressloop.h"
 #include "app/window/mainwindow.h"
 #include "io/csv.h"
@@ -17,6 +18,18 @@ namespace {
 
 /// Data sets per histogram bin, rounded up.
 constexpr double dataSetsPerBin = 10.0;
+
+QString widestText(const QVector<double>& doses)
+{
+    QString widest = "nan";
+    for (const double dose : doses) {
+        const QString text = QString::number(dose, 'g', 6);
+        if (text.size() > widest.size()) {
+            widest = text;
+        }
+    }
+    return widest;
+}
 
 } // namespace
 
@@ -31,14 +44,14 @@ void MainWindow::on__4_pb_startCalculation_clicked()
         ProgressLoop progress(this, "Calculating...", "Abort Calculation", dataSetCount);
         doseChoice.clear();
         doseChoiceLabels.clear();
-        doseChoiceOrigin = choicesText();
-        doseChoiceVersion = resultsVersion;
         doseChoiceVector = parseNumberList(ui->_4_le_probabilities->text());
         for (const double level : qAsConst(doseChoiceVector)) {
             doseChoiceLabels.append(QString::number(level, 'g', 6));
         }
-        if (ui->_4_cb_useCash->isChecked() && doseChoiceCash.size() < dataSetCount) {
-            doseChoiceCash.resize(dataSetCount);
+        shown.selection = {{},    {},           dataSetCount,
+                           false, boundNotes(), doseProvenance(studyToKeep())};
+        if (ui->_4_cb_useCash->isChecked()) {
+            cache.resize(dataSetCount);
         }
         bool goesOn = true;
         for (int dataSet = 0; goesOn && dataSet < dataSetCount; ++dataSet) {
@@ -55,26 +68,14 @@ void MainWindow::on__4_pb_startCalculation_clicked()
             goesOn = progress.advance(dataSet + 1);
         }
     }
-    if (doseChoice.size() < dataSetCount) {
-        doseChoiceOrigin +=
-            QString(", %1 of %2 data sets").arg(doseChoice.size()).arg(dataSetCount);
-    }
     if (doseChoice.isEmpty()) {
         table->setRowCount(0);
     }
-    showFullSize(table);
-    QString widestDose = "nan";
-    for (const double dose : qAsConst(possibleDoses)) {
-        const QString text = QString::number(dose, 'g', 6);
-        if (text.size() > widestDose.size()) {
-            widestDose = text;
-        }
-    }
-    fitColumns(table, widestDose);
+    fitColumns(table, widestText(possibleDoses));
     // Newly computed doses count as newly selected: they are to be seen.
     doseHistogram->expectNewValues();
     refresh_4_tw_doseChoice();
-    renewFindings(ui->_4_cb_useCash);
+    changed(Change::Calculated);
 }
 
 QVector<double> MainWindow::find_dose(QVector<double> pos, QVector<double> targets)
@@ -108,7 +109,7 @@ void MainWindow::refresh_4_tw_doseChoice()
         doseHistogram->chooseRange({0, 0, level}, chosenDoses, possibleDoses, binCount);
     }
     QCustomPlot* plot = ui->_4_cp_doseChoiceDistribution;
-    doseHistogram->draw([&] { histogram(table, plot, binCount); }, doseName());
+    doseHistogram->draw([&] { histogram(table, plot, binCount); }, doseName(endPoints));
 }
 
 void MainWindow::on__4_tw_doseChoice_currentCellChanged(int /*currentRow*/, int /*currentColumn*/,
@@ -119,6 +120,6 @@ void MainWindow::on__4_tw_doseChoice_currentCellChanged(int /*currentRow*/, int 
 
 void MainWindow::on__4_pb_clearCash_clicked()
 {
-    doseChoiceCash.clear();
-    renewFindings(ui->_4_cb_useCash);
+    cache.clear();
+    changed(Change::Cache);
 }

@@ -12,6 +12,7 @@
 #include "ui_mainwindow.h"
 
 #include <QFileDialog>
+#include <QSignalBlocker>
 
 #include <limits>
 
@@ -45,26 +46,25 @@ QColor bandColor(Qt::GlobalColor color)
 
 } // namespace
 
-int MainWindow::simulationCount() const
-{
-    return rawResults.isEmpty() ? 0 : rawResults.first().size();
-}
-
 void MainWindow::on__5_pb_importSimRawRes_clicked()
 {
     const QStringList paths = QFileDialog::getOpenFileNames(this, simulationFilesTitle,
                                                             ui->__lb_directory->text(), csvFilter);
     simRawResults.clear();
     simRawResultsHeaders.clear();
-    if (paths.size() == 1 || paths.size() == simulationCount()) {
+    simulationSource = {};
+    if (paths.size() == 1 || paths.size() == study().dataSetCount()) {
         for (const QString& path : paths) {
             simRawResults.append(csvWithHeaderReadToDouble(path));
             simRawResultsHeaders.append(csvWithHeaderReadHeader(path));
+            simulationSource.files.append(path.section('/', -1));
         }
+        simulationSource.fingerprint = rawResults.isEmpty() ? 0 : studyToKeep().fingerprint;
     } else {
         showMessage(this, simulationCountText);
     }
     ui->_5_tw_trueModelTMED->setRowCount(simRawResults.size());
+    changed(Change::Simulations);
 }
 
 void MainWindow::on__5_pb_simTrueModel_clicked()
@@ -72,63 +72,100 @@ void MainWindow::on__5_pb_simTrueModel_clicked()
     const QString path =
         QFileDialog::getOpenFileName(this, trueModelTitle, ui->__lb_directory->text(), csvFilter);
     const TrueModelNumbers read =
-        trueModelNumbers(csvReadToDouble(path), simulationCount(), rawResults.size());
+        trueModelNumbers(csvReadToDouble(path), study().dataSetCount(), rawResults.size());
     trueModelIndices = read.numbers;
     if (!read.isValid) {
         showMessage(this, trueModelFormatText);
         return;
     }
     QTableWidget* table = ui->_5_tw_trueModelTMED;
-    table->setRowCount(trueModelIndices.size());
-    for (int row = 0; row < trueModelIndices.size(); ++row) {
-        table->setItem(row, trueModelColumn,
-                       new QTableWidgetItem(QString::number(trueModelIndices.at(row))));
+    {
+        // One renewal below instead of one for every cell.
+        const QSignalBlocker quiet(table);
+        table->setRowCount(trueModelIndices.size());
+        for (int row = 0; row < trueModelIndices.size(); ++row) {
+            table->setItem(row, trueModelColumn,
+                           new QTableWidgetItem(QString::number(trueModelIndices.at(row))));
+        }
     }
+    changed(Change::Simulations);
     // Shown after every import, whatever the headings are, by intent: the user is to look.
     showMessage(this, headersText);
 }
 
 void MainWindow::on__4_pb_compTruth_clicked()
 {
+    const bool byModels = !simRawResults.isEmpty();
+    const bool hadMeds = ui->_5_tw_trueModelTMED->item(0, theoreticalMedColumn) != nullptr;
     trueMEDs.clear();
-    bool isComparable = true;
-    if (simRawResults.isEmpty()) {
-        readTrueMeds();
-    } else {
-        isComparable = computeTheoreticalMeds();
+    TruthComparison& truth = shown.truth;
+    truth = {};
+    truth.levels = doseChoiceVector;
+    truth.dataSetCount = byModels ? simRawResults.size() : study().dataSetCount();
+    truth.chosen = shown.selection.made;
+    const bool isComparable = byModels ? computeTheoreticalMeds() : readTrueMeds();
+    truth.isFailed = !isComparable;
+    truth.hadMeds = !isComparable && hadMeds;
+    truth.dataSets = trueMEDs.size();
+    truth.made = truthProvenance(studyToKeep(), trueRows(), trueModelTexts(), doseChoice);
+    if (isComparable || !byModels) {
+        truth.comparison = compareWithTruth(doseChoice, trueMEDs);
     }
-    comparison = isComparable ? compareWithTruth(doseChoice, trueMEDs) : QVector<LevelComparison>();
-    comparisonVersion = resultsVersion;
-    comparedLevels = doseChoiceVector;
-    if (simRawResults.isEmpty() && !doseChoice.isEmpty()) {
-        showTheoreticalMeds();
+    if (!byModels && !doseChoice.isEmpty()) {
+        showTheoreticalMeds(trueMEDs.size());
     }
     Table errors;
-    for (const LevelComparison& level : qAsConst(comparison)) {
+    for (const LevelComparison& level : qAsConst(truth.comparison)) {
         errors.append(QVector<double>{level.meanAbsoluteError});
     }
-    csvDisplay(ui->_5_tw_Summary, summariseComparison(comparison, comparedLevels));
+    csvDisplay(ui->_5_tw_Summary, summariseComparison(truth.comparison, truth.levels));
     csvDisplay(ui->_5_tw_aveUnderEstOverEst, errors);
     drawComparison();
+    changed(Change::Calculated);
+}
+
+/// The first rows of the simulation models' results, by which true models are judged.
+Table MainWindow::trueRows() const
+{
+    Table rows;
+    for (const Table& table : simRawResults) {
+        rows.append(table.value(0));
+    }
+    return rows;
+}
+
+/// The numbers of the true models as they stand in the table, null where a cell is missing.
+QStringList MainWindow::trueModelTexts() const
+{
+    const QTableWidget* table = ui->_5_tw_trueModelTMED;
+    QStringList numbers;
+    for (int row = 0; row < table->rowCount(); ++row) {
+        const QTableWidgetItem* item = table->item(row, trueModelColumn);
+        numbers.append(item == nullptr ? QString() : item->text());
+    }
+    return numbers;
 }
 
 /// Asks for a file of true MEDs and rounds them up to candidate doses. A file that does not
-/// fit the data sets leaves them empty, silently.
-void MainWindow::readTrueMeds()
+/// fit the data sets leaves them empty, silently, and gives false.
+bool MainWindow::readTrueMeds()
 {
     const Table file = csvReadToDouble(
         QFileDialog::getOpenFileName(this, trueMedTitle, ui->__lb_directory->text(), csvFilter));
-    if (rawResults.isEmpty() || file.isEmpty() || file.size() != simulationCount()
+    if (rawResults.isEmpty() || file.isEmpty() || file.size() != study().dataSetCount()
         || file.first().size() <= theoreticalMedColumn) {
-        return;
+        return false;
     }
-    csvDisplay(ui->_5_tw_trueModelTMED, file);
-    showFullSize(ui->_5_tw_trueModelTMED);
+    {
+        const QSignalBlocker quiet(ui->_5_tw_trueModelTMED);
+        csvDisplay(ui->_5_tw_trueModelTMED, file);
+    }
     for (const QVector<double>& row : file) {
         const double trueMed =
             row.value(theoreticalMedColumn, std::numeric_limits<double>::quiet_NaN());
         trueMEDs.append(roundedUpToDose(trueMed, possibleDoses));
     }
+    return true;
 }
 
 /// Evaluates the true model of every simulated data set. False, silently, if the table
@@ -136,27 +173,18 @@ void MainWindow::readTrueMeds()
 bool MainWindow::computeTheoreticalMeds()
 {
     truthComparison.clear();
-    bringEndPointsUpToDate();
+    bringUpToDate(endPoints, possibleDoses);
     if (!readTrueModelTable() && !possibleDoses.isEmpty()) {
         return false;
     }
     ProgressLoop progress(this, "Calculating...", "Abort Calculation", simRawResults.size());
-    bool goesOn = true;
-    for (int dataSet = 0; goesOn && dataSet < simRawResults.size(); ++dataSet) {
-        const int model = trueModelIndices.value(dataSet, -1);
-        const Table& rows = simRawResults.at(dataSet);
-        const bool exists = model >= 0 && model < endPoints.size() && !rows.isEmpty();
-        truthComparison.append(exists ? endPoints[model].evaluateEndpoint(rows.first())
-                                      : QVector<double>());
-        trueMEDs.append(
-            theoreticalMed(truthComparison.last(), possibleDoses, {lowerBound, upperBound}));
-        goesOn = progress.advance(dataSet + 1);
-    }
-    showTheoreticalMeds();
+    const TheoreticalMeds found =
+        theoreticalMeds(study(), trueRows(), trueModelIndices,
+                        [&progress](int done) { return progress.advance(done); });
+    truthComparison = found.endpoints;
+    trueMEDs = found.meds;
     // After an abort nothing stays from an earlier run for the data sets that were not done.
-    for (int row = trueMEDs.size(); row < simRawResults.size(); ++row) {
-        setTheoreticalMed(row, std::numeric_limits<double>::quiet_NaN());
-    }
+    showTheoreticalMeds(simRawResults.size());
     return true;
 }
 
@@ -164,12 +192,10 @@ bool MainWindow::computeTheoreticalMeds()
 /// Stops at the first that is missing or names no model, and gives false.
 bool MainWindow::readTrueModelTable()
 {
-    const QTableWidget* table = ui->_5_tw_trueModelTMED;
     trueModelIndices.clear();
-    for (int row = 0; row < table->rowCount(); ++row) {
-        const QTableWidgetItem* item = table->item(row, trueModelColumn);
+    for (const QString& text : trueModelTexts()) {
         bool isNumber = false;
-        const int number = item == nullptr ? 0 : item->text().toInt(&isNumber, 10);
+        const int number = text.toInt(&isNumber, 10);
         if (!isNumber) {
             return false;
         }
@@ -181,19 +207,16 @@ bool MainWindow::readTrueModelTable()
     return true;
 }
 
-void MainWindow::showTheoreticalMeds()
+/// Shows the theoretical MEDs in so many rows, as far as the table has them; NaN where there
+/// is none.
+void MainWindow::showTheoreticalMeds(int rowCount)
 {
-    for (int row = 0; row < trueMEDs.size(); ++row) {
-        setTheoreticalMed(row, trueMEDs.at(row));
-    }
-}
-
-void MainWindow::setTheoreticalMed(int row, double dose)
-{
-    // Beyond the table's last row nothing happens, and the item would be lost.
-    if (row < ui->_5_tw_trueModelTMED->rowCount()) {
-        ui->_5_tw_trueModelTMED->setItem(row, theoreticalMedColumn,
-                                         new QTableWidgetItem(QString::number(dose, 'g', 6)));
+    QTableWidget* table = ui->_5_tw_trueModelTMED;
+    const QSignalBlocker quiet(table);
+    for (int row = 0; row < qMin(rowCount, table->rowCount()); ++row) {
+        const double dose = trueMEDs.value(row, std::numeric_limits<double>::quiet_NaN());
+        table->setItem(row, theoreticalMedColumn,
+                       new QTableWidgetItem(QString::number(dose, 'g', 6)));
     }
 }
 
@@ -202,7 +225,7 @@ void MainWindow::setTheoreticalMed(int row, double dose)
 void MainWindow::drawComparison()
 {
     const QVector<double> levels =
-        comparedLevels.mid(0, qMin(comparison.size(), comparedLevels.size()));
+        shown.truth.levels.mid(0, qMin(shown.truth.comparison.size(), shown.truth.levels.size()));
     if (levels.isEmpty()) {
         return;
     }
@@ -211,7 +234,7 @@ void MainWindow::drawComparison()
     QVector<double> overOrEqual;
     QVector<double> all;
     for (int i = 0; i < levels.size(); ++i) {
-        const LevelComparison& level = comparison.at(i);
+        const LevelComparison& level = shown.truth.comparison.at(i);
         nominal.append(nominalCount(level, levels.at(i)));
         over.append(level.over);
         overOrEqual.append(level.over + level.equal);
@@ -237,7 +260,7 @@ void MainWindow::drawComparison()
     plot->graph(0)->setPen(pen);
     plot->graph(0)->setData(levels, nominal, true);
     setAxisRange(plot->yAxis, 0, qMax(1.0, all.first()));
-    setAxisRange(plot->xAxis, comparedLevels);
+    setAxisRange(plot->xAxis, shown.truth.levels);
     plot->xAxis->setLabel("Probability level");
     plot->yAxis->setLabel("Data sets");
     plot->replot();

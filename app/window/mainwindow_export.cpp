@@ -13,39 +13,20 @@
 
 #include <limits>
 
-namespace {
-
-/// The omega matrix as page "1" shows it, with all digits.
-QVector<QStringList> omegaTexts(const endPoint& definition)
-{
-    QVector<QStringList> rows;
-    for (int row = 0; row < definition.numEtas; ++row) {
-        QStringList texts;
-        for (int column = 0; column < definition.numEtas; ++column) {
-            const int reference = definition.omegaColumns.at(row).at(column);
-            texts.append(reference >= 0 ? "COL" + QString::number(qint64(reference) + 1)
-                                        : QString::number(definition.omega.at(row).at(column), 'g',
-                                                          std::numeric_limits<double>::digits10));
-        }
-        rows.append(texts);
-    }
-    return rows;
-}
-
-} // namespace
-
 /// Gives every table and chart of results its context menu.
 void MainWindow::addExports()
 {
     auto* summary = new QAction("Copy analysis summary", this);
     summary->setObjectName("actionCopySummary");
-    connect(summary, &QAction::triggered, this,
-            [this] { copyText(summaryText(analysisSummary())); });
-    addTableExports(summary);
-    addChartExports(summary);
+    connect(summary, &QAction::triggered, this, [this] { copyText(analysisSummary()); });
+    auto* allFound = new QAction("Copy all findings", this);
+    allFound->setObjectName("actionCopyFindings");
+    connect(allFound, &QAction::triggered, this, [this] { copyText(allFindings().join('\n')); });
+    addTableExports({summary, allFound});
+    addChartExports({summary, allFound});
 }
 
-void MainWindow::addTableExports(QAction* summary)
+void MainWindow::addTableExports(const QList<QAction*>& shared)
 {
     addTableExport(
         ui->_0_tw_RawResults, "bootstrap_results",
@@ -53,12 +34,12 @@ void MainWindow::addTableExports(QAction* summary)
             return rawResults.value(ui->_0_sb_model->value())
                 .value(qMax(0, ui->_0_sb_data->value()));
         },
-        summary);
+        shared);
     addTableExport(
         ui->_2_tw_relativeWeight, "relative_weights",
-        [this] { return calculate_relativeWeight(ui->_2_sb_dataNumber->value()); }, summary);
+        [this] { return calculate_relativeWeight(ui->_2_sb_dataNumber->value()); }, shared);
     addTableExport(
-        ui->_4_tw_doseChoice, "dose_selection", [this] { return doseChoice; }, summary);
+        ui->_4_tw_doseChoice, "dose_selection", [this] { return doseChoice; }, shared);
     addTableExport(
         ui->_5_tw_trueModelTMED, "theoretical_meds",
         [this] {
@@ -68,26 +49,26 @@ void MainWindow::addTableExports(QAction* summary)
             }
             return numbers;
         },
-        summary);
+        shared);
     addTableExport(
         ui->_5_tw_Summary, "comparison_summary",
-        [this] { return summariseComparison(comparison, comparedLevels); }, summary);
+        [this] { return summariseComparison(shown.truth.comparison, shown.truth.levels); }, shared);
     addTableExport(
         ui->_5_tw_aveUnderEstOverEst, "comparison_errors",
         [this] {
             Table numbers;
-            for (const LevelComparison& level : qAsConst(comparison)) {
+            for (const LevelComparison& level : qAsConst(shown.truth.comparison)) {
                 numbers.append(QVector<double>{level.meanAbsoluteError});
             }
             return numbers;
         },
-        summary);
+        shared);
 }
 
-void MainWindow::addChartExports(QAction* summary)
+void MainWindow::addChartExports(const QList<QAction*>& shared)
 {
-    const auto add = [summary](QCustomPlot* plot, const ChartExportSettings& settings) {
-        new ChartExport(plot, settings, summary);
+    const auto add = [&shared](QCustomPlot* plot, const ChartExportSettings& settings) {
+        new ChartExport(plot, settings, shared);
     };
     add(ui->_0_cp_rawResHistoGram, {{ChartKind::Histogram, {}, {}}, "bootstrap_histogram", [this] {
                                         resultsHistogram->showAll();
@@ -101,71 +82,20 @@ void MainWindow::addChartExports(QAction* summary)
     add(ui->_5_cp_truthVisualization, {{ChartKind::Bands, "Level", {}}, "comparison_counts", {}});
 }
 
-/// The analysis as it stands; results that no page shows are left out.
-AnalysisSummary MainWindow::analysisSummary()
+/// What the pages show, with the members that the window keeps on its own.
+StudyResults MainWindow::results() const
 {
-    AnalysisSummary summary;
-    summary.program = "Velmora " VELMORA_VERSION;
-    summary.qtVersion = qVersion();
-    summary.directory = resultsPlace;
-    summary.colNumOFV = colNumOFV;
-    summary.colNumTHETA1 = colNumTHETA1;
-    for (int model = 0; model < endPoints.size(); ++model) {
-        const endPoint& definition = endPoints.at(model);
-        ModelSummary described{definition.name,
-                               sourceFiles.value(model),
-                               {},
-                               definition.endPointParser.expression,
-                               definition.weightParser.expression,
-                               omegaTexts(definition)};
-        for (const Table& dataSet : rawResults.value(model)) {
-            described.sampleCounts.append(dataSet.size());
-        }
-        summary.models.append(described);
-    }
-    summary.doses = possibleDoses;
-    summary.populationSummary = ui->_1_cb_iivEndPoint->currentText();
-    summary.individuals = ui->_1_sb_numSimulations->value();
-    summary.target = {lowerBound, upperBound};
-    summary.logScale = ui->_2_cb_logScale->isChecked();
-    summary.method = ui->_3_cb_aveORselect->currentText();
-    summary.ofvUse = ui->_3_cb_indOFVone->currentText();
-    summary.levels = doseChoiceVector;
-    addResults(summary);
-    return summary;
+    StudyResults now = shown;
+    now.selection.doses = doseChoice;
+    now.selection.levels = doseChoiceVector;
+    return now;
 }
 
-/// The choices of page "3", which a result that is calculated now depends on.
-QString MainWindow::choicesText() const
+/// The analysis as it stands.
+QString MainWindow::analysisSummary() const
 {
-    return QString("%1, %2, %3 < endpoint <= %4")
-        .arg(ui->_3_cb_aveORselect->currentText(), ui->_3_cb_indOFVone->currentText(),
-             QString::number(lowerBound, 'g', std::numeric_limits<double>::digits10),
-             QString::number(upperBound, 'g', std::numeric_limits<double>::digits10));
-}
-
-void MainWindow::addResults(AnalysisSummary& summary)
-{
-    const auto since = [this](int version) {
-        return version == resultsVersion ? QString() : QString(", of results imported before");
-    };
-    if (ui->_2_tw_relativeWeight->rowCount() > 0) {
-        summary.weightsDataSet = qMax(0, ui->_2_sb_dataNumber->value());
-        summary.relativeWeights = calculate_relativeWeight(summary.weightsDataSet);
-        summary.selectedModels = make_ModelSelection(summary.weightsDataSet);
-    }
-    if (ui->_3_cp_PoS->graphCount() > 0) {
-        const QCPGraph* curve = ui->_3_cp_PoS->graph(0);
-        summary.probabilityName = curve->name() + since(curveVersion);
-        for (const QCPGraphData& point : *curve->data()) {
-            summary.probabilityDoses.append(point.key);
-            summary.probability.append(point.value);
-        }
-    }
-    summary.doseChoice = doseChoice;
-    summary.doseChoiceOrigin = doseChoiceOrigin + since(doseChoiceVersion);
-    if (!trueMEDs.isEmpty() && comparisonVersion == resultsVersion) {
-        summary.comparison = comparison;
-        summary.comparedLevels = comparedLevels;
-    }
+    const int dataSet = weightsShown ? qMax(0, ui->_2_sb_dataNumber->value()) : -1;
+    return summaryText(currentInputs(), results(), dataSet,
+                       {"Velmora " VELMORA_VERSION, qVersion(), source.place, source.files},
+                       allFindings());
 }

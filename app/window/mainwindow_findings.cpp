@@ -1,190 +1,194 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the user should know about data and inputs, in tooltips, tints and the status bar.
+// What the user should know about data, inputs and results: which check serves which widget.
 // Nothing here changes the analysis, draws a random number or redraws a chart.
 
+#include "analysis/checkup/definitioncheck.h"
 #include "analysis/checkup/heading.h"
 #include "analysis/checkup/inputcheck.h"
+#include "analysis/checkup/modelfindings.h"
+#include "app/findings/blankcelldelegate.h"
+#include "app/findings/findingsview.h"
 #include "app/widgets/boundedit.h"
 #include "app/window/mainwindow.h"
 #include "io/csv.h"
-#include "model/diagnosis.h"
 #include "ui_mainwindow.h"
 
-#include <QAbstractButton>
-#include <QApplication>
 #include <QSignalBlocker>
-#include <QTextDocumentFragment>
 #include <QThread>
 
-#include <algorithm>
-#include <cmath>
 #include <limits>
+#include <numeric>
 
 namespace {
-
-/// Drawn over a background of any colour.
-const QColor findingTint(255, 176, 0, 90);
 
 /// A table looks through all of its items to set the tooltip of one.
 constexpr int mostDescribed = 20'000;
 
-QColor blended(const QColor& base)
+/// That a table of numbers shows only a part of them.
+QStringList shownPart(const QTableWidget* table)
 {
-    const double share = findingTint.alphaF();
-    return QColor::fromRgbF(base.redF() + share * (findingTint.redF() - base.redF()),
-                            base.greenF() + share * (findingTint.greenF() - base.greenF()),
-                            base.blueF() + share * (findingTint.blueF() - base.blueF()));
-}
-
-/// A tooltip that shows the text as it stands, even if a file's name looks like markup.
-QString plainToolTip(const QString& text)
-{
-    return Qt::mightBeRichText(text) ? "<pre>" + text.toHtmlEscaped() + "</pre>" : text;
-}
-
-/// The text that an item's tooltip shows.
-QString plainText(const QTableWidgetItem& item)
-{
-    const QString toolTip = item.toolTip();
-    return Qt::mightBeRichText(toolTip) ? QTextDocumentFragment::fromHtml(toolTip).toPlainText()
-                                        : toolTip;
-}
-
-/// Shows findings on a cell. Silent, so that no edit handler runs.
-void showOnItem(QTableWidgetItem* item, const QString& text)
-{
-    if (item == nullptr || item->toolTip() == text) {
-        return;
-    }
-    const QSignalBlocker quiet(item->tableWidget());
-    item->setToolTip(text);
-    item->setData(Qt::BackgroundRole, text.isEmpty() ? QVariant() : QBrush(findingTint));
-}
-
-/// Shows findings on any other input, above what its description says.
-void showOnWidget(QWidget* input, const QStringList& findings)
-{
-    QStringList told = findings;
-    told.append(input->accessibleDescription());
-    input->setToolTip(plainToolTip(told.join('\n')));
-    const bool isButton = qobject_cast<QAbstractButton*>(input) != nullptr;
-    const QPalette::ColorRole role = isButton ? QPalette::Window : QPalette::Base;
-    QPalette palette; // what is not set here follows the application's
-    if (!findings.isEmpty()) {
-        palette.setColor(role, blended(palette.color(role)));
-    }
-    input->setAutoFillBackground(isButton && !findings.isEmpty());
-    input->setPalette(palette);
-}
-
-QStringList lines(const QVector<Diagnosis>& diagnoses)
-{
-    QStringList texts;
-    for (const Diagnosis& diagnosis : diagnoses) {
-        texts.append(
-            QString("Character %1: %2").arg(diagnosis.position + 1).arg(diagnosis.message));
-    }
-    return texts;
-}
-
-int widestRow(const Table& rows)
-{
-    int width = 0;
-    for (const QVector<double>& row : rows) {
-        width = qMax(width, row.size());
-    }
-    return width;
-}
-
-/// What is wrong with omega, looked at for as many bootstrap samples as take no time that
-/// one would notice where it comes from their columns.
-QStringList covarianceFindings(const endPoint& definition, const Table& samples)
-{
-    constexpr double products = 2e6;
-    const bool comesFromColumns =
-        std::any_of(definition.omegaColumns.begin(), definition.omegaColumns.end(),
-                    [](const QVector<int>& row) {
-                        return std::any_of(row.begin(), row.end(), [](int c) { return c >= 0; });
-                    });
-    const double most = products / std::pow(definition.numEtas, 3);
-    const int looked = comesFromColumns ? int(qBound(1.0, most, double(samples.size()))) : 1;
-    QStringList found;
-    int faulty = 0;
-    for (int sample = 0; sample < looked; ++sample) {
-        const QStringList ofSample = checkCovariance(definition.omegaOf(samples.at(sample)));
-        found = found.isEmpty() ? ofSample : found;
-        faulty += ofSample.isEmpty() ? 0 : 1;
-    }
-    if (comesFromColumns && faulty > 0) {
-        found.first().prepend(QString("In %1 of the first %2 samples: ").arg(faulty).arg(looked));
-    }
-    return found;
+    const QSize full = csvFullSize(table);
+    return full.isValid()
+               ? checkShown(full.height(), table->rowCount(), full.width(), table->columnCount())
+               : QStringList();
 }
 
 } // namespace
 
-/// Tells how each input is checked.
-void MainWindow::registerInputChecks()
-{
-    inputChecks = {
-        {ui->_1_le_possibleDoses, [this] { return checkDoses(ui->_1_le_possibleDoses->text()); }},
-        {ui->_4_le_probabilities, [this] { return checkLevels(ui->_4_le_probabilities->text()); }},
-        {ui->_3_le_lowerBound,
-         [this] { return lowerBoundEdit->findings() + checkInterval(lowerBound, upperBound); }},
-        {ui->_3_le_upperBound,
-         [this] { return upperBoundEdit->findings() + checkInterval(lowerBound, upperBound); }},
-        {ui->_1_sb_numSimulations,
-         [this] {
-             return checkIndividuals(ui->_1_sb_numSimulations->value(),
-                                     QThread::idealThreadCount());
-         }},
-        {ui->_4_cb_useCash, [this] { return cacheFindings(); }},
-    };
-}
-
-/// Checks the inputs, now and whenever they change, and follows what is current.
+/// Shows findings, now and whenever something changes, and follows what is current.
 void MainWindow::connectFindings()
 {
-    registerInputChecks();
-    for (const InputCheck& check : qAsConst(inputChecks)) {
-        renewFindings(check.input);
-    }
-    for (QLineEdit* edit : {ui->_1_le_possibleDoses, ui->_4_le_probabilities, ui->_3_le_lowerBound,
-                            ui->_3_le_upperBound}) {
-        connect(edit, &QLineEdit::textChanged, this, [this, edit] { renewFindings(edit); });
-    }
-    for (QLineEdit* edit : {ui->_3_le_lowerBound, ui->_3_le_upperBound}) {
-        connect(edit, &QLineEdit::editingFinished, this, [this] {
-            renewFindings(ui->_3_le_lowerBound);
-            renewFindings(ui->_3_le_upperBound);
-        });
-    }
-    connect(ui->_1_sb_numSimulations, qOverload<int>(&QSpinBox::valueChanged), this,
-            [this] { renewFindings(ui->_1_sb_numSimulations); });
-    connect(ui->_4_cb_useCash, &QCheckBox::toggled, this,
-            [this] { renewFindings(ui->_4_cb_useCash); });
+    findings = new FindingsView(this, ui->__mainToolBox, ui->statusBar);
+    new BlankCellDelegate(ui->_1_tw_endPoints, checkEndpointGiven({}).value(0));
+    watchInputs();
+    watchResults();
     for (QTableWidget* table :
-         {ui->_1_tw_endPoints, ui->_1_tw_etaDefinition, ui->_1_tw_rawResLabels,
-          ui->_2_tw_weightDefinition, ui->_2_tw_relativeWeight}) {
-        connect(table, &QTableWidget::currentCellChanged, this,
-                [this, table] { makeCurrent(table); });
+         {ui->_1_tw_etaDefinition, ui->_1_tw_rawResLabels, ui->_2_tw_relativeWeight}) {
+        findings->follow(table);
     }
-    connect(qApp, &QApplication::focusChanged, this, [this](QWidget* /*old*/, QWidget* now) {
-        if (now != nullptr && now->window() == this) {
-            makeCurrent(now);
-        }
+    findings->followFormulas(ui->_1_tw_endPoints);
+    findings->followFormulas(ui->_2_tw_weightDefinition);
+
+    for (QLineEdit* edit : {ui->_1_le_possibleDoses, ui->_3_le_lowerBound, ui->_3_le_upperBound}) {
+        connect(edit, &QLineEdit::textChanged, this, [this, edit] { findings->renew(edit); });
+    }
+    connect(ui->_4_le_probabilities, &QLineEdit::textChanged, this, [this] {
+        findings->renew(ui->_4_le_probabilities);
+        changed(Change::Levels);
     });
-    // A menu clears the status bar when it is closed.
-    connect(ui->statusBar, &QStatusBar::messageChanged, this, [this](const QString& text) {
-        if (text.isEmpty()) {
-            showStatus();
-        }
+    for (QComboBox* box : {ui->_3_cb_aveORselect, ui->_3_cb_indOFVone}) {
+        connect(box, qOverload<int>(&QComboBox::currentIndexChanged), this,
+                [this] { changed(Change::Choices); });
+    }
+    connect(ui->_3_cb_dataNumber, qOverload<int>(&QSpinBox::valueChanged), this,
+            [this] { changed(Change::Choices); });
+    connect(ui->_4_cb_useCash, &QCheckBox::toggled, this, [this] { changed(Change::Cache); });
+    connect(ui->_5_tw_trueModelTMED, &QTableWidget::cellChanged, this,
+            [this] { changed(Change::Simulations); });
+    connect(ui->__mainToolBox, &QToolBox::currentChanged, this,
+            [this] { changed(Change::PageTurned); });
+}
+
+void MainWindow::watchInputs()
+{
+    findings->watch(ui->_1_le_possibleDoses,
+                    [this] { return checkDoses(ui->_1_le_possibleDoses->text()); });
+    findings->watch(ui->_4_le_probabilities,
+                    [this] { return checkLevels(ui->_4_le_probabilities->text()); });
+    findings->watch(ui->_3_le_lowerBound, [this] {
+        return lowerBoundEdit->findings() + checkInterval(lowerBound, upperBound);
     });
-    connect(ui->__mainToolBox, &QToolBox::currentChanged, this, [this] {
-        renewFindings(ui->_4_cb_useCash);
-        makeCurrent(nullptr);
+    findings->watch(ui->_3_le_upperBound, [this] {
+        return upperBoundEdit->findings() + checkInterval(lowerBound, upperBound);
     });
+    findings->watch(ui->_1_sb_numSimulations, [this] {
+        return checkIndividuals(ui->_1_sb_numSimulations->value(), QThread::idealThreadCount())
+               + checkIndividualsAfterOpening(study(), source.individualsAreOlder);
+    });
+    findings->watch(ui->_4_cb_useCash, [this] {
+        return ui->_4_cb_useCash->isChecked() && !doseChoiceCash.isEmpty()
+                   ? cache.findings(studyToKeep())
+                   : QStringList();
+    });
+    findings->watch(ui->_2_tw_weightDefinition, [this] { return checkAnyWeight(study()); });
+    for (QWidget* selector : {ui->_0_sb_data, ui->_2_sb_dataNumber, ui->_3_cb_dataNumber}) {
+        findings->watch(selector, [this] { return checkShownModel(study()); });
+    }
+    findings->watch(ui->_0_tw_RawResults, [this] { return shownPart(ui->_0_tw_RawResults); });
+}
+
+void MainWindow::watchResults()
+{
+    const auto ofCurve = [this] { return curveRemarks(results(), currentInputs()); };
+    const auto ofDoses = [this] { return selectionRemarks(results(), currentInputs()); };
+    const auto ofTruth = [this] { return truthRemarks(results(), currentInputs()); };
+    const auto ofStudy = [this] {
+        const Study now = study();
+        return checkAnyWeight(now) + checkEndpointsGiven(now) + checkShownModel(now);
+    };
+    const auto ofSamples = [this] {
+        return usableWeights.ofDataSet(study(), qMax(0, ui->_3_cb_dataNumber->value()));
+    };
+    findings->watch(ui->_3_pb_calculatePoS, [=] { return ofCurve() + ofStudy() + ofSamples(); });
+    findings->watch(ui->_4_pb_startCalculation,
+                    [=] { return ofDoses() + ofStudy() + usableWeights.ofAll(study()); });
+    findings->watch(ui->_4_pb_compTruth, [=] {
+        const quint64 then = simulationSource.fingerprint;
+        const bool isEarlier = then != 0 && then != studyToKeep().fingerprint;
+        return ofTruth() + checkSimulationModels(simulationSource.files, isEarlier);
+    });
+    findings->watch(ui->_3_cp_PoS, {}, [=] { return ofCurve() + ofSamples() + shown.curve.notes; });
+    findings->watch(ui->_4_cp_doseChoiceDistribution, {}, ofDoses);
+    findings->watch(
+        ui->_4_tw_doseChoice, [this] { return shownPart(ui->_4_tw_doseChoice); },
+        [=] { return ofDoses() + shown.selection.notes; });
+    findings->watch(ui->_5_cp_truthVisualization, {}, ofTruth);
+    findings->watch(
+        ui->_5_tw_trueModelTMED, [this] { return shownPart(ui->_5_tw_trueModelTMED); }, ofTruth);
+    findings->watch(ui->_5_tw_Summary, {}, ofTruth);
+    findings->watch(ui->_5_tw_aveUnderEstOverEst, {}, ofTruth);
+    findings->watch(ui->_1_cp_typicalDRPlot, {},
+                    [this] { return typicalCurveRemarks(results(), currentInputs()); });
+    findings->watch(
+        ui->_2_tw_relativeWeight, [this] { return shownPart(ui->_2_tw_relativeWeight); },
+        [this] { return weightsRemarks(results(), currentInputs()); });
+}
+
+void MainWindow::renewFindings(View view, int row)
+{
+    switch (view) {
+    case View::CheckUp:
+        renewCheckUp();
+        break;
+    case View::ShownCheckUp:
+        showCheckUp();
+        break;
+    case View::ColumnNames:
+        nameColumns();
+        break;
+    case View::EndpointFinding:
+        renewFormulaFindings(ui->_1_tw_endPoints, {row});
+        break;
+    case View::WeightFinding:
+        renewFormulaFindings(ui->_2_tw_weightDefinition, {row});
+        break;
+    case View::WeightFindings:
+        renewFormulaFindings(ui->_2_tw_weightDefinition, allModels());
+        break;
+    case View::FormulaFindings:
+        renewFormulaFindings(ui->_1_tw_endPoints, allModels());
+        renewFormulaFindings(ui->_2_tw_weightDefinition, allModels());
+        break;
+    case View::OmegaFindings:
+        renewOmegaFindings();
+        break;
+    case View::Marks:
+        renewMarks();
+        break;
+    case View::AllInputs:
+        findings->renewAll();
+        break;
+    case View::CacheMark:
+        findings->renew(ui->_4_cb_useCash);
+        break;
+    default:
+        break;
+    }
+}
+
+/// Renews what is found on buttons and results, and on inputs that others decide about.
+void MainWindow::renewMarks()
+{
+    for (QWidget* widget : QVector<QWidget*>{
+             ui->_0_sb_data, ui->_2_sb_dataNumber, ui->_3_cb_dataNumber, ui->_1_sb_numSimulations,
+             ui->_2_tw_weightDefinition, ui->_1_cp_typicalDRPlot, ui->_2_tw_relativeWeight,
+             ui->_3_pb_calculatePoS, ui->_3_cp_PoS, ui->_3_le_lowerBound, ui->_3_le_upperBound,
+             ui->_4_pb_startCalculation, ui->_4_tw_doseChoice, ui->_4_cp_doseChoiceDistribution,
+             ui->_4_pb_compTruth, ui->_5_tw_trueModelTMED, ui->_5_cp_truthVisualization,
+             ui->_5_tw_Summary, ui->_5_tw_aveUnderEstOverEst}) {
+        findings->renew(widget);
+    }
 }
 
 /// Checks the imported results, and tells what was found where models are named.
@@ -195,8 +199,8 @@ void MainWindow::renewCheckUp()
         names.append(definition.name);
     }
     importCheckUp = checkUp(rawResults, rawResultsHeaders, names, colNumOFV, colNumTHETA1);
+    findings->setGeneral(importCheckUp.summary);
     showCheckUp();
-    showStatus();
 }
 
 /// Shows the check-up on the model selector and on the names of the models.
@@ -204,8 +208,6 @@ void MainWindow::showCheckUp()
 {
     ui->_0_sb_model->setToolTip(
         plainToolTip(importCheckUp.models.value(ui->_0_sb_model->value()).text));
-    // Headings are painted without regard to transparency.
-    const QBrush headingTint(blended(palette().color(QPalette::Button)));
     for (int model = 0; model < qMin(endPoints.size(), mostDescribed); ++model) {
         const ModelCheckUp found = importCheckUp.models.value(model);
         for (QTableWidgetItem* item : {ui->_1_tw_endPoints->verticalHeaderItem(model),
@@ -214,57 +216,69 @@ void MainWindow::showCheckUp()
             if (item != nullptr) {
                 item->setToolTip(plainToolTip(found.text));
                 item->setData(Qt::BackgroundRole,
-                              found.findings.isEmpty() ? QVariant() : headingTint);
+                              found.findings.isEmpty() ? QVariant() : headingBrush());
             }
         }
     }
 }
 
-/// Diagnoses all endpoint and weight expressions anew.
-void MainWindow::renewFormulaFindings()
+QVector<int> MainWindow::allModels() const
 {
-    for (int model = 0; model < endPoints.size(); ++model) {
-        renewFormulaFindings(ui->_1_tw_endPoints, model);
-        renewFormulaFindings(ui->_2_tw_weightDefinition, model);
-    }
+    QVector<int> models(endPoints.size());
+    std::iota(models.begin(), models.end(), 0);
+    return models;
 }
 
-/// Diagnoses a model's expression in one of the two tables.
-void MainWindow::renewFormulaFindings(const QTableWidget* table, int model)
+/// The name of a model that tells it from others in other imports; empty for a number.
+QString MainWindow::fileName(int model) const
 {
-    QTableWidgetItem* item = table->item(model, 0);
-    if (item == nullptr) {
-        return;
+    return source.namesModels && model < endPoints.size() ? endPoints.at(model).name : QString();
+}
+
+/// What is found on a model's expression in one of the two tables.
+QStringList MainWindow::formulaFindings(const Study& now, const QTableWidget* table,
+                                        int model) const
+{
+    return table == ui->_1_tw_endPoints
+               ? texts.endpoints.finding(model, fileName(model)) + endpointFindings(now, model)
+               : texts.weights.finding(model, fileName(model))
+                     + weightFindings(now, model, texts.placedWeights.value(model));
+}
+
+/// Diagnoses expressions of models in one of the two tables.
+void MainWindow::renewFormulaFindings(const QTableWidget* table, const QVector<int>& models)
+{
+    const Study now = study();
+    for (const int model : models) {
+        if (model < endPoints.size()) {
+            if (QTableWidgetItem* item = table->item(model, 0)) {
+                findings->show(item, formulaFindings(now, table, model));
+            }
+        }
     }
-    const Table rows = rawResults.value(model).value(0);
-    const RowColumns columns{widestRow(rows), colNumTHETA1, colNumOFV};
-    const auto diagnoses = table == ui->_1_tw_endPoints ? diagnoseEndpoint(item->text(), columns)
-                                                        : diagnoseWeight(item->text(), columns);
-    showOnItem(item, plainToolTip(lines(diagnoses).join('\n')));
-    showStatus();
+    findings->showStatus();
 }
 
 /// Checks the covariance matrix of the selected model.
 void MainWindow::renewOmegaFindings()
 {
-    const endPoint* definition = selectedEndPoint();
-    if (definition == nullptr) {
+    const int model = ui->_1_tw_endPoints->currentRow();
+    if (selectedEndPoint() == nullptr) {
         return;
     }
-    const Table rows = rawResults.value(ui->_1_tw_endPoints->currentRow()).value(0);
+    const Study now = study();
+    const QStringList ofMatrix = omegaFindings(now, model);
     // Without data nothing lies beyond a row, and no matrix is used.
-    const int width = rows.isEmpty() ? std::numeric_limits<int>::max() : widestRow(rows);
-    const QStringList ofMatrix = definition->highestEta > 0 && !rows.isEmpty()
-                                     ? covarianceFindings(*definition, rows)
-                                     : QStringList();
+    const int width = rawResults.value(model).value(0).isEmpty() ? std::numeric_limits<int>::max()
+                                                                 : widestRow(now, model);
     const QTableWidget* table = ui->_1_tw_etaDefinition;
     for (int row = 0; row < table->rowCount(); ++row) {
         for (int column = 0; column < table->columnCount(); ++column) {
             QTableWidgetItem* item = table->item(row, column);
-            showOnItem(item, (checkOmegaElement(item->text(), width) + ofMatrix).join('\n'));
+            findings->show(item, checkOmegaElement(item->text(), width) + ofMatrix);
         }
     }
-    showStatus();
+    findings->showStatus();
 }
 
 /// Tells of a typed text that the cell did not take over, until something else changes.
@@ -272,77 +286,9 @@ void MainWindow::showOmegaFindings(int row, int column, const QString& typed)
 {
     const QStringList found = checkOmegaElement(typed, std::numeric_limits<int>::max());
     if (!found.isEmpty()) {
-        showOnItem(ui->_1_tw_etaDefinition->item(row, column), plainToolTip(found.join('\n')));
-        showStatus();
+        findings->show(ui->_1_tw_etaDefinition->item(row, column), found);
+        findings->showStatus();
     }
-}
-
-void MainWindow::renewFindings(QWidget* input)
-{
-    showOnWidget(input, findingsOn(input));
-    showStatus();
-}
-
-/// What an input's check finds now; of a table, what stands on its current cell.
-QStringList MainWindow::findingsOn(const QWidget* input) const
-{
-    for (const InputCheck& check : inputChecks) {
-        if (check.input == input) {
-            return check.findings();
-        }
-    }
-    const auto* table = qobject_cast<const QTableWidget*>(input);
-    const QTableWidgetItem* item = table == nullptr ? nullptr : table->currentItem();
-    return item == nullptr ? QStringList() : plainText(*item).split('\n', Qt::SkipEmptyParts);
-}
-
-void MainWindow::makeCurrent(QWidget* input)
-{
-    statusInput = input;
-    showStatus();
-}
-
-/// Tells in the status bar the first finding on what was made current last, else on the
-/// formula that is current on the page, else what was imported.
-void MainWindow::showStatus()
-{
-    QStringList found = findingsOn(statusInput);
-    const QWidget* page = ui->__mainToolBox->currentWidget();
-    for (const QTableWidget* formulas : {ui->_1_tw_endPoints, ui->_2_tw_weightDefinition}) {
-        if (found.isEmpty() && page->isAncestorOf(formulas)) {
-            found = findingsOn(formulas);
-        }
-    }
-    const QString text = found.isEmpty() ? importCheckUp.summary : found.first();
-    if (text != ui->statusBar->currentMessage()) {
-        ui->statusBar->showMessage(text);
-    }
-}
-
-/// After a change of the results.
-void MainWindow::renewResultFindings()
-{
-    renewCheckUp();
-    renewFormulaFindings();
-    renewOmegaFindings();
-}
-
-/// After a change of everything.
-void MainWindow::renewAllFindings()
-{
-    renewResultFindings();
-    for (const InputCheck& check : qAsConst(inputChecks)) {
-        renewFindings(check.input);
-    }
-}
-
-/// Tells on a table of numbers that it shows only a part of them.
-void MainWindow::showFullSize(QTableWidget* table)
-{
-    const QSize full = csvFullSize(table);
-    showOnWidget(table, full.isValid() ? checkShown(full.height(), table->rowCount(), full.width(),
-                                                    table->columnCount())
-                                       : QStringList());
 }
 
 /// Names the data column under every heading of the results and every label of page "1",
@@ -365,4 +311,26 @@ void MainWindow::nameColumns()
               [this](int column) { return ui->_0_tw_RawResults->horizontalHeaderItem(column); });
     nameItems(ui->_1_tw_endPoints->currentRow(), 0,
               [this](int column) { return ui->_1_tw_rawResLabels->item(0, column); });
+}
+
+/// Everything that is found now, a line each, led by what it is found on.
+QStringList MainWindow::allFindings() const
+{
+    QStringList lines;
+    const Study now = study();
+    for (int model = 0; model < endPoints.size(); ++model) {
+        const QString& name = endPoints.at(model).name;
+        const auto add = [&lines, &name](const QString& input, const QStringList& found) {
+            for (const QString& finding : found) {
+                lines.append(QString("%1, %2: %3").arg(name, input, finding));
+            }
+        };
+        add("results", importCheckUp.models.value(model).findings);
+        const bool isTyped = ui->_1_tw_endPoints->item(model, 0) != nullptr;
+        add("endpoint",
+            isTyped ? formulaFindings(now, ui->_1_tw_endPoints, model) : checkEndpointGiven({}));
+        add("omega", omegaFindings(now, model));
+        add("weight", formulaFindings(now, ui->_2_tw_weightDefinition, model));
+    }
+    return lines + findings->all();
 }

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Menu "File": saving and restoring the analysis.
 
-#include "app/charts/histogramview.h"
+#include "analysis/projectstudy.h"
 #include "app/widgets/boundedit.h"
 #include "app/window/mainwindow.h"
 #include "io/csv.h"
@@ -30,43 +30,6 @@ QStringList firstColumn(const QTableWidget* table, int rowCount)
         texts.append(item == nullptr ? QString("") : item->text());
     }
     return texts;
-}
-
-/// The size of the largest leading square block that the rows hold.
-template <typename T>
-int squareSize(const QVector<QVector<T>>& matrix)
-{
-    int size = 0;
-    int shortestRow = matrix.isEmpty() ? 0 : matrix.first().size();
-    while (size < matrix.size()) {
-        shortestRow = qMin(shortestRow, matrix.at(size).size());
-        if (shortestRow <= size) {
-            break;
-        }
-        ++size;
-    }
-    return size;
-}
-
-template <typename T>
-void copySquare(const QVector<QVector<T>>& source, QVector<QVector<T>>& target)
-{
-    const int size = qMin(squareSize(source), target.size());
-    for (int row = 0; row < size; ++row) {
-        std::copy_n(source.at(row).begin(), size, target[row].begin());
-    }
-}
-
-/// Takes a covariance matrix and its column references over, cut or filled up to squares
-/// of equal size that hold every ETA of the expression.
-void adoptOmega(endPoint& definition, const QVector<QVector<double>>& omega,
-                const QVector<QVector<int>>& omegaColumns)
-{
-    const int size = std::max({squareSize(omega), squareSize(omegaColumns), definition.highestEta});
-    definition.resizeOmega(0);
-    definition.resizeOmega(qMin(size, highestEtaNumber));
-    copySquare(omega, definition.omega);
-    copySquare(omegaColumns, definition.omegaColumns);
 }
 
 /// Whether the path names something that is neither a file nor a folder: a pipe would let
@@ -174,36 +137,42 @@ void MainWindow::openProject(const QString& path)
     if (project.completeItems == 0 && !project.endsInsideItem) {
         return; // nothing in the file, nothing changes
     }
+    // The items are applied in the order of the file, through the handlers of the widgets.
+    const Study restored =
+        appliedProject({study(), lowerBoundEdit->bound(), upperBoundEdit->bound()}, project).study;
+    isOpening = true;
     loadResults(project);
-    loadEndPoints(project);
+    loadEndPoints(project, restored);
     loadWeights(project);
     loadTarget(project);
     loadDoseChoice(project);
-    renewAllFindings();
+    isOpening = false;
+    keepOrigins(project);
+    changed(Change::ProjectLoaded);
 }
 
 /// Items 1 and 2, which are emptied before they are read.
 void MainWindow::loadResults(const DecodedProject& project)
 {
-    ++resultsVersion;
-    resultsPlace = ui->__lb_directory->text();
-    resultsHistogram->forget();
-    doseHistogram->forget();
-    sourceFiles.clear();
+    source = {};
+    source.place = ui->__lb_directory->text();
     rawResults = project.items.rawResults;
     if (project.completeItems >= 2 || project.endsInsideItem) {
         rawResultsHeaders = project.items.rawResultsHeaders;
     }
     if (rawResults.isEmpty()) {
-        showNotFound();
+        changed(Change::ResultsCleared);
+        resultsNotFound();
         return;
     }
-    showDataSetSelectors(true);
-    showModels(numberedModelNames(rawResults.size()));
+    Study defined = study();
+    defineModels(defined, numberedModelNames(rawResults.size()));
+    endPoints = defined.endPoints;
+    changed(Change::Opened);
 }
 
 /// Items 3 to 7, each as far as the file holds it.
-void MainWindow::loadEndPoints(const DecodedProject& project)
+void MainWindow::loadEndPoints(const DecodedProject& project, const Study& restored)
 {
     const ProjectItems& items = project.items;
     if (project.completeItems >= 3) {
@@ -219,18 +188,22 @@ void MainWindow::loadEndPoints(const DecodedProject& project)
                                      new QTableWidgetItem(items.endPointExpressions.at(row)));
         definition.checkETA();
         if (project.completeItems >= 6) {
-            adoptOmega(definition, items.omegas.value(row), items.omegaColumns.value(row));
+            const endPoint& from = restored.endPoints.at(row);
+            definition.omega = from.omega;
+            definition.omegaColumns = from.omegaColumns;
+            definition.numEtas = from.numEtas;
         }
-        refresh__1_tw_etaDefinition();
+        changed(Change::OmegaRestored, row);
         definition.numSimulations = ui->_1_sb_numSimulations->value();
     }
     if (project.completeItems >= 7) {
-        {
-            const QSignalBlocker quiet(ui->_1_cb_iivEndPoint);
-            chooseItem(ui->_1_cb_iivEndPoint, items.populationSummary);
-        }
+        const QSignalBlocker quiet(ui->_1_cb_iivEndPoint);
+        chooseItem(ui->_1_cb_iivEndPoint, items.populationSummary);
         // Also where the combo box shows it already.
-        on__1_cb_iivEndPoint_currentIndexChanged(ui->_1_cb_iivEndPoint->currentIndex());
+        for (endPoint& definition : endPoints) {
+            definition.populationSummary = restored.populationSummary;
+        }
+        changed(Change::Population);
     }
 }
 
@@ -249,10 +222,7 @@ void MainWindow::loadWeights(const DecodedProject& project)
                 endPoints[row].weightParser.expression = expressions.at(row);
             }
         }
-        showModelNames();
-        if (!expressions.isEmpty()) {
-            refresh_2_tw_relativeWeight();
-        }
+        changed(expressions.isEmpty() ? Change::NoWeightsRestored : Change::WeightsRestored);
     }
     if (project.completeItems >= 9) {
         ui->_2_cb_logScale->setChecked(project.items.logScale);
@@ -283,22 +253,31 @@ void MainWindow::loadDoseChoice(const DecodedProject& project)
     const ProjectItems& items = project.items;
     if (project.completeItems >= 14) {
         doseChoice = items.doseChoice;
-        doseChoiceOrigin = "as the project has it";
-        doseChoiceVersion = resultsVersion;
     }
     if (project.completeItems >= 15) {
         doseChoiceLabels = items.doseChoiceLabels;
         csvDisplay(ui->_4_tw_doseChoice, doseChoice, doseChoiceLabels);
-        showFullSize(ui->_4_tw_doseChoice);
         ui->_4_le_probabilities->setText(doseChoiceLabels.join(","));
-        refresh_4_tw_doseChoice();
+        changed(Change::DosesRestored);
     }
     if (project.completeItems >= 16) {
         doseChoiceVector = items.doseChoiceVector;
     }
+}
+
+/// What the doses and the cache were made from is not in the file, and taken to be what was
+/// saved with them. Texts were typed for models whose names are not in the file, either.
+void MainWindow::keepOrigins(const DecodedProject& project)
+{
+    texts = {};
+    source.individualsAreOlder = true;
+    if (project.completeItems >= 14) {
+        shown.selection = {{}, {}, doseChoice.size(), true, {}, {}};
+        if (!doseChoice.isEmpty()) {
+            shown.selection.made = doseProvenance(studyToKeep());
+        }
+    }
     if (project.completeItems >= 17) {
-        doseChoiceCash = items.doseChoiceCash;
-        // What it was made from is not in the file; taken to be what was saved with it.
-        cacheOrigins.fill(cacheOrigin(), doseChoiceCash.size());
+        cache.restore(project.items.doseChoiceCash, endpointProvenance(studyToKeep()));
     }
 }

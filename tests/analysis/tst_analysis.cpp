@@ -179,19 +179,25 @@ private slots:
 
     void summarises()
     {
-        AnalysisSummary summary;
-        QVERIFY(!summaryText(summary).contains("calculated")); // where there are no results
-        summary.models.resize(2);
-        summary.models[0].sampleCounts = {5, 3, 4};
-        summary.relativeWeights = {{0.5, 0.5}, {notANumber, notANumber}, {1, 0}};
-        summary.selectedModels = {0, -1, 0};
-        summary.levels = {12.5, 50};
-        summary.doseChoice = {{notANumber}, {0.3}, {0.3}, {}};
-        const QString text = summaryText(summary);
-        for (const char* line : {"\t3\t3 to 5\t", "\t0\t0\t", "\t0.75\t2\n", "\t0.25\t0\n",
-                                 "\n12.5\t0.3\t2\n", "\n12.5\tnone\t1\n"}) {
-            QVERIFY2(text.contains(line), line);
+        StudyResults results;
+        CurrentInputs now;
+        // Where there are no results.
+        QVERIFY(!summaryText(now, results, -1, {}, {}).contains("calculated"));
+        now.study.rawResultsHeaders = {{}, {}};
+        now.study.endPoints.resize(2);
+        now.study.endPoints[0].weightParser.expression = "(COL1)";
+        now.study.endPoints[1].weightParser.expression = "(COL2)";
+        now.study.rawResults = {{{{1, 0}, {1, 0}, {5, 1}}, {{1, 1}}}, {{{0, 1}, {0, notANumber}}}};
+        now.study.logScale = false;
+        results.selection.levels = {12.5, 50};
+        results.selection.doses = {{notANumber}, {0.3}, {0.3}, {}};
+        results.selection.made = doseProvenance(now.study);
+        const QString text = summaryText(now, results, 0, {}, {"a finding"});
+        for (const char* line : {"\t2\t1 to 3\t", "\t0.75\t3\n", "\t0.25\t0\n", "\n12.5\t0.3\t2\n",
+                                 "\n12.5\tnone\t1\n", "\na finding\n"}) {
+            QVERIFY2(text.contains(line), qPrintable(text));
         }
+        QVERIFY(!text.contains("since changed"));
     }
 };
 

@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_ANALYSIS_CALCULATION_H
+#define VELMORA_ANALYSIS_CALCULATION_H
+
+#include "analysis/endpointcache.h"
+#include "analysis/probability.h"
+
+#include <functional>
+#include <optional>
+
+/// Asked after each bootstrap sample whether to go on; none goes on to the end.
+using GoesOn = std::function<bool()>;
+
+/// The probability of achieving the target in a data set, in the making: sample by sample,
+/// by the study's method and OFV choice. The definitions must be up to date.
+class ProbabilityRun
+{
+public:
+    ProbabilityRun(const Study& currentStudy, int dataSet);
+
+    int sampleCount() const { return run.sampleCount(); }
+    void evaluateNext() { run.evaluateNext(); }
+
+    /// Of the samples so far: [model][sample][dose], or with selection one entry of
+    /// [sample][dose].
+    const QVector<Table>& endpoints() const { return run.endpoints(); }
+
+    /// Relative weights, [sample][model]; empty with selection.
+    const Table& relativeWeights() const { return weights; }
+
+private:
+    Table weights;
+    EndpointRun run;
+};
+
+/// Probability in percent, per dose of the study, that the endpoint lies in the target
+/// interval, over the samples of a data set (see probabilityByAveraging and
+/// probabilityBySelection). None if it is given up. Empty without doses; all 0 where the data
+/// set does not exist. The definitions must be up to date. With a cache the endpoints are
+/// taken from it, or kept there.
+std::optional<QVector<double>> probabilityCurve(const Study& study, int dataSet,
+                                                EndpointCache* cache = nullptr,
+                                                const GoesOn& goesOn = {});
+
+#endif

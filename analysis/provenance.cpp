@@ -1,0 +1,257 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/provenance.h"
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+bool same(double a, double b)
+{
+    return a == b || (std::isnan(a) && std::isnan(b));
+}
+
+bool same(int a, int b)
+{
+    return a == b;
+}
+
+template <typename T>
+bool same(const QVector<T>& a, const QVector<T>& b)
+{
+    // Shared numbers need no look.
+    return (a.constData() == b.constData() && a.size() == b.size())
+           || std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                         [](const T& first, const T& second) { return same(first, second); });
+}
+
+bool sameEndpoint(const endPoint& a, const endPoint& b)
+{
+    return a.endPointParser.expression == b.endPointParser.expression
+           && a.colNumTHETA1 == b.colNumTHETA1
+           && (a.highestEta == 0
+               || (same(a.omega, b.omega) && same(a.omegaColumns, b.omegaColumns)
+                   && a.populationSummary == b.populationSummary));
+}
+
+bool sameWeight(const endPoint& a, const endPoint& b)
+{
+    return a.weightParser.expression == b.weightParser.expression && a.colNumOFV == b.colNumOFV;
+}
+
+bool sameIndividuals(const endPoint& a, const endPoint& b)
+{
+    return a.highestEta == 0 || b.highestEta == 0 || a.numSimulations == b.numSimulations;
+}
+
+/// Whether the definitions that both results depend on agree in something.
+template <typename Agree>
+bool sameDefinitions(const Provenance& a, const Provenance& b, Agree agree)
+{
+    const QVector<endPoint>& first = a.inputs.endPoints;
+    const QVector<endPoint>& second = b.inputs.endPoints;
+    if (a.model < 0) {
+        return std::equal(first.begin(), first.end(), second.begin(), second.end(), agree);
+    }
+    return a.model == b.model && a.model < first.size() && a.model < second.size()
+           && agree(first.at(a.model), second.at(a.model));
+}
+
+bool sameWeights(const Provenance& a, const Provenance& b)
+{
+    // Selection does not depend on the scale.
+    const bool bothSelect = a.inputs.selecting && b.inputs.selecting;
+    return sameDefinitions(a, b, sameWeight)
+           && (bothSelect || a.inputs.logScale == b.inputs.logScale);
+}
+
+bool sameKind(InputKind kind, const Provenance& a, const Provenance& b)
+{
+    const Study& first = a.inputs;
+    const Study& second = b.inputs;
+    switch (kind) {
+    case InputKind::Results:
+        return first.fingerprint == second.fingerprint;
+    case InputKind::DataSet:
+        return a.dataSet == b.dataSet;
+    case InputKind::Doses:
+        return same(first.doses, second.doses);
+    case InputKind::Endpoints:
+        return sameDefinitions(a, b, sameEndpoint);
+    case InputKind::Individuals:
+        return sameDefinitions(a, b, sameIndividuals);
+    case InputKind::Weights:
+        return sameWeights(a, b);
+    case InputKind::Interval:
+        return same(first.target.lower, second.target.lower)
+               && same(first.target.upper, second.target.upper);
+    case InputKind::Choices:
+        return first.selecting == second.selecting && first.individualOfv == second.individualOfv;
+    case InputKind::Levels:
+        return same(first.levels, second.levels);
+    case InputKind::TrueModels:
+        return same(a.trueRows, b.trueRows) && a.trueModels == b.trueModels;
+    case InputKind::ChosenDoses:
+        return same(a.chosenDoses, b.chosenDoses);
+    }
+    return false;
+}
+
+const char* kindName(InputKind kind)
+{
+    switch (kind) {
+    case InputKind::Results:
+        return "results";
+    case InputKind::DataSet:
+        return "data set";
+    case InputKind::Doses:
+        return "doses";
+    case InputKind::Endpoints:
+        return "endpoints";
+    case InputKind::Individuals:
+        return "individuals";
+    case InputKind::Weights:
+        return "weights";
+    case InputKind::Interval:
+        return "interval";
+    case InputKind::Choices:
+        return "choices";
+    case InputKind::Levels:
+        return "levels";
+    case InputKind::TrueModels:
+        return "true models";
+    case InputKind::ChosenDoses:
+        return "chosen doses";
+    }
+    return "";
+}
+
+Provenance provenance(const Study& study, const QVector<InputKind>& kinds)
+{
+    Provenance made;
+    made.kinds = kinds;
+    made.inputs = study;
+    made.dataSetCount = study.dataSetCount();
+    if (study.fingerprint == 0) {
+        made.inputs.fingerprint = fingerprintOf(study.rawResults);
+    }
+    made.inputs.rawResults.clear();
+    made.inputs.rawResultsHeaders.clear();
+    return made;
+}
+
+bool dependsOn(const Provenance& made, InputKind kind)
+{
+    return made.kinds.contains(kind);
+}
+
+QString numberText(double number)
+{
+    return QString::number(number, 'g', std::numeric_limits<double>::digits10);
+}
+
+} // namespace
+
+Provenance typicalCurveProvenance(const Study& study, int model)
+{
+    Provenance made = provenance(study, {InputKind::Results, InputKind::Doses, InputKind::Endpoints,
+                                         InputKind::Individuals});
+    made.model = model;
+    return made;
+}
+
+Provenance weightsProvenance(const Study& study, int dataSet)
+{
+    Provenance made =
+        provenance(study, {InputKind::Results, InputKind::DataSet, InputKind::Weights});
+    made.dataSet = dataSet;
+    return made;
+}
+
+Provenance probabilityProvenance(const Study& study, int dataSet)
+{
+    Provenance made =
+        provenance(study, {InputKind::Results, InputKind::DataSet, InputKind::Doses,
+                           InputKind::Endpoints, InputKind::Individuals, InputKind::Weights,
+                           InputKind::Interval, InputKind::Choices});
+    made.dataSet = dataSet;
+    return made;
+}
+
+Provenance doseProvenance(const Study& study)
+{
+    return provenance(study, {InputKind::Results, InputKind::Doses, InputKind::Endpoints,
+                              InputKind::Individuals, InputKind::Weights, InputKind::Interval,
+                              InputKind::Choices, InputKind::Levels});
+}
+
+Provenance endpointProvenance(const Study& study)
+{
+    return provenance(study, {InputKind::Results, InputKind::Doses, InputKind::Endpoints,
+                              InputKind::Individuals, InputKind::Weights, InputKind::Choices});
+}
+
+Provenance truthProvenance(const Study& study, const Table& trueRows, const QStringList& trueModels,
+                           const Table& chosenDoses)
+{
+    const QVector<InputKind> ofFile{InputKind::Doses, InputKind::ChosenDoses};
+    const QVector<InputKind> ofModels{InputKind::Doses,       InputKind::Endpoints,
+                                      InputKind::Individuals, InputKind::Interval,
+                                      InputKind::TrueModels,  InputKind::ChosenDoses};
+    Provenance made = provenance(study, trueRows.isEmpty() ? ofFile : ofModels);
+    made.trueRows = trueRows;
+    made.trueModels = trueModels;
+    made.chosenDoses = chosenDoses;
+    return made;
+}
+
+QVector<InputKind> changedKinds(const Provenance& made, const Provenance& now)
+{
+    QVector<InputKind> changed;
+    for (const InputKind kind : made.kinds) {
+        if (!sameKind(kind, made, now)) {
+            changed.append(kind);
+        }
+    }
+    return changed;
+}
+
+QString kindNames(const QVector<InputKind>& kinds)
+{
+    QStringList names;
+    for (const InputKind kind : kinds) {
+        names.append(kindName(kind));
+    }
+    return names.join(", ");
+}
+
+QString madeFor(const Provenance& made)
+{
+    QStringList parts;
+    if (dependsOn(made, InputKind::DataSet) && made.dataSetCount > 1) {
+        parts.append(QString("data set %1").arg(made.dataSet));
+    }
+    if (dependsOn(made, InputKind::Interval)) {
+        parts.append(
+            QString("%1 < endpoint <= %2")
+                .arg(numberText(made.inputs.target.lower), numberText(made.inputs.target.upper)));
+    }
+    if (dependsOn(made, InputKind::Choices)) {
+        parts.append(made.inputs.selecting ? "model selection" : "model average");
+        if (!made.inputs.individualOfv) {
+            parts.append("one ofv per model");
+        }
+    }
+    return parts.join(", ");
+}
+
+QString staleText(const QString& what, const Provenance& made, const QVector<InputKind>& changed)
+{
+    if (changed.isEmpty()) {
+        return {};
+    }
+    const QString purpose = madeFor(made);
+    return what + (purpose.isEmpty() ? QString() : " for " + purpose)
+           + "; since changed: " + kindNames(changed);
+}

@@ -1,0 +1,136 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/results.h"
+
+#include <algorithm>
+
+namespace {
+
+void addStale(QStringList& remarks, const QString& what, const Provenance& made,
+              const QVector<InputKind>& changed)
+{
+    if (!changed.isEmpty()) {
+        remarks.append(staleText(what, made, changed) + '.');
+    }
+}
+
+/// Each kind once, in their order.
+QVector<InputKind> united(QVector<InputKind> kinds)
+{
+    std::sort(kinds.begin(), kinds.end());
+    kinds.erase(std::unique(kinds.begin(), kinds.end()), kinds.end());
+    return kinds;
+}
+
+} // namespace
+
+QVector<InputKind> curveChanges(const StudyResults& results, const CurrentInputs& now)
+{
+    const Provenance& made = results.curve.made;
+    return made.exists() ? changedKinds(made, probabilityProvenance(now.study, now.curveDataSet))
+                         : QVector<InputKind>();
+}
+
+QVector<InputKind> selectionChanges(const StudyResults& results, const CurrentInputs& now)
+{
+    const Provenance& made = results.selection.made;
+    return made.exists() ? changedKinds(made, doseProvenance(now.study)) : QVector<InputKind>();
+}
+
+QVector<InputKind> truthChanges(const StudyResults& results, const CurrentInputs& now)
+{
+    if (!results.truth.made.exists()) {
+        return {};
+    }
+    QVector<InputKind> changed =
+        changedKinds(results.truth.made, truthProvenance(now.study, now.trueRows, now.trueModels,
+                                                         results.selection.doses));
+    if (results.truth.made.trueRows.isEmpty() != now.trueRows.isEmpty()) {
+        changed.append(InputKind::TrueModels); // a file before, simulation models now, or back
+    }
+    return united(changed + changedKinds(results.truth.chosen, doseProvenance(now.study)));
+}
+
+QStringList typicalCurveRemarks(const StudyResults& results, const CurrentInputs& now)
+{
+    const Provenance& made = results.typicalCurve;
+    QStringList remarks;
+    if (made.exists()) {
+        addStale(remarks, "The curve was drawn earlier", made,
+                 changedKinds(made, typicalCurveProvenance(now.study, now.typicalModel)));
+    }
+    return remarks;
+}
+
+QStringList weightsRemarks(const StudyResults& results, const CurrentInputs& now)
+{
+    const Provenance& made = results.weights;
+    QStringList remarks;
+    if (made.exists()) {
+        addStale(remarks, "The weights were calculated earlier", made,
+                 changedKinds(made, weightsProvenance(now.study, now.weightsDataSet)));
+    }
+    return remarks;
+}
+
+QStringList unfinishedRemarks(const ProbabilityCurve& curve)
+{
+    return curve.samples < curve.sampleCount ? QStringList(
+               QString("The calculation was given up: the curve holds %1 of %2 samples.")
+                   .arg(curve.samples)
+                   .arg(curve.sampleCount))
+                                             : QStringList();
+}
+
+QStringList unfinishedRemarks(const DoseSelection& selection)
+{
+    return selection.doses.size() < selection.dataSetCount ? QStringList(
+               QString("The calculation was given up: the table holds %1 of %2 data sets.")
+                   .arg(selection.doses.size())
+                   .arg(selection.dataSetCount))
+                                                           : QStringList();
+}
+
+QStringList unfinishedRemarks(const TruthComparison& truth)
+{
+    if (truth.isFailed) {
+        return {QString("The comparison failed, for lack of a true model number or of a file that "
+                        "fits")
+                + (truth.hadMeds
+                       ? ": the theoretical MEDs in the table are those of an earlier one."
+                       : ".")};
+    }
+    return truth.dataSets < truth.dataSetCount
+               ? QStringList(QString("The calculation was given up: %1 of %2 data sets have been "
+                                     "given a theoretical MED.")
+                                 .arg(truth.dataSets)
+                                 .arg(truth.dataSetCount))
+               : QStringList();
+}
+
+QStringList curveRemarks(const StudyResults& results, const CurrentInputs& now)
+{
+    QStringList remarks;
+    addStale(remarks, "The curve was calculated", results.curve.made, curveChanges(results, now));
+    return remarks + unfinishedRemarks(results.curve);
+}
+
+QStringList selectionRemarks(const StudyResults& results, const CurrentInputs& now)
+{
+    QStringList remarks;
+    addStale(remarks,
+             results.selection.isFromProject ? "The doses, as the project has them, were selected"
+                                             : "The doses were selected",
+             results.selection.made, selectionChanges(results, now));
+    return remarks + unfinishedRemarks(results.selection);
+}
+
+QStringList truthRemarks(const StudyResults& results, const CurrentInputs& now)
+{
+    if (!results.truth.made.exists()) {
+        return {};
+    }
+    QStringList remarks;
+    addStale(remarks, "The comparison was made", results.truth.chosen, truthChanges(results, now));
+    return remarks + unfinishedRemarks(results.truth);
+}

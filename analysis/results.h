@@ -1,0 +1,96 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_ANALYSIS_RESULTS_H
+#define VELMORA_ANALYSIS_RESULTS_H
+
+#include "analysis/provenance.h"
+#include "analysis/truth.h"
+
+// Results as they are shown, each with what it was made from. Where nothing was calculated
+// yet, made tells that there is no result.
+
+/// A probability curve.
+struct ProbabilityCurve
+{
+    QVector<double> doses;
+    QVector<double> probability; ///< in percent, per entry of doses
+    int samples = 0;             ///< that it holds
+    int sampleCount = 0;         ///< of the data set; more where the calculation was given up
+    QStringList notes;           ///< on the inputs as they were typed
+    Provenance made;
+};
+
+/// The doses chosen for all data sets.
+struct DoseSelection
+{
+    Table doses;            ///< MED in dose units, [dataSet][level]; NaN for none
+    QVector<double> levels; ///< in percent
+    int dataSetCount = 0;   ///< there were; more than doses has where it was given up
+    bool isFromProject = false;
+    QStringList notes; ///< on the inputs as they were typed
+    Provenance made;
+};
+
+/// The comparison of chosen doses with theoretical MEDs.
+struct TruthComparison
+{
+    QVector<LevelComparison> comparison; ///< [level]
+    QVector<double> levels;              ///< in percent
+    int dataSets = 0;                    ///< that have been given a theoretical MED
+    int dataSetCount = 0;                ///< there were; more where it was given up
+    bool isFailed = false;               ///< the theoretical MEDs could not be made
+    bool hadMeds = false;                ///< a table of earlier theoretical MEDs stood there then
+    Provenance made;                     ///< of the theoretical MEDs; the doses compared are in it
+    Provenance chosen;                   ///< of the doses compared
+};
+
+/// Everything that is shown.
+struct StudyResults
+{
+    Provenance typicalCurve;
+    Provenance weights;
+    ProbabilityCurve curve;
+    DoseSelection selection;
+    TruthComparison truth;
+
+    bool isEmpty() const
+    {
+        return !typicalCurve.exists() && !weights.exists() && !curve.made.exists()
+               && !selection.made.exists() && !truth.made.exists();
+    }
+};
+
+/// What results a calculation would give now, for comparison.
+struct CurrentInputs
+{
+    Study study;
+    int weightsDataSet = 0;
+    int curveDataSet = 0;
+    int typicalModel = -1; ///< whose curve would be drawn
+    Table trueRows;        ///< as in Provenance
+    QStringList trueModels;
+};
+
+/// How much of a result was calculated, where that is not all of it.
+QStringList unfinishedRemarks(const ProbabilityCurve& curve);
+QStringList unfinishedRemarks(const DoseSelection& selection);
+QStringList unfinishedRemarks(const TruthComparison& truth);
+
+/// What there is to say about a result: that it is stale, and since which changes; how much
+/// of it was calculated. Nothing where all is well, or where there is no result.
+QStringList typicalCurveRemarks(const StudyResults& results, const CurrentInputs& now);
+QStringList weightsRemarks(const StudyResults& results, const CurrentInputs& now);
+QStringList curveRemarks(const StudyResults& results, const CurrentInputs& now);
+QStringList selectionRemarks(const StudyResults& results, const CurrentInputs& now);
+
+/// The same; stale, too, where the chosen doses are no longer those compared, or are stale
+/// themselves.
+QStringList truthRemarks(const StudyResults& results, const CurrentInputs& now);
+
+/// The kinds of inputs that have changed since the curve, the selection or the comparison was
+/// made.
+QVector<InputKind> curveChanges(const StudyResults& results, const CurrentInputs& now);
+QVector<InputKind> selectionChanges(const StudyResults& results, const CurrentInputs& now);
+QVector<InputKind> truthChanges(const StudyResults& results, const CurrentInputs& now);
+
+#endif

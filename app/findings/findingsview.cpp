@@ -1,0 +1,247 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/findings/findingsview.h"
+
+#include "app/findings/blankcelldelegate.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QStatusBar>
+#include <QTableWidget>
+#include <QTextDocument>
+#include <QTextDocumentFragment>
+#include <QToolBox>
+
+namespace {
+
+/// Drawn over a background of any colour.
+const QColor findingTint(255, 176, 0, 90);
+
+QColor blended(const QColor& base)
+{
+    const double share = findingTint.alphaF();
+    return QColor::fromRgbF(base.redF() + share * (findingTint.redF() - base.redF()),
+                            base.greenF() + share * (findingTint.greenF() - base.greenF()),
+                            base.blueF() + share * (findingTint.blueF() - base.blueF()));
+}
+
+/// The text that an item's tooltip shows.
+QString plainText(const QTableWidgetItem& item)
+{
+    const QString toolTip = item.toolTip();
+    return Qt::mightBeRichText(toolTip) ? QTextDocumentFragment::fromHtml(toolTip).toPlainText()
+                                        : toolTip;
+}
+
+/// The colour that an input's ground is painted with. A check box has none of its own, and
+/// shows that of the page below it.
+QPalette::ColorRole groundOf(const QWidget* input)
+{
+    if (qobject_cast<const QPushButton*>(input) != nullptr) {
+        return QPalette::Button;
+    }
+    return qobject_cast<const QAbstractButton*>(input) != nullptr ? input->backgroundRole()
+                                                                  : QPalette::Base;
+}
+
+QStringList told(const FindingsView::Check& check)
+{
+    return check ? check() : QStringList();
+}
+
+/// As many lines as a tooltip can show.
+QString listed(const QStringList& lines)
+{
+    constexpr int most = 40;
+    QStringList shown = lines.mid(0, most);
+    if (lines.size() > most) {
+        shown.append(QString("and %1 more").arg(lines.size() - most));
+    }
+    return shown.join('\n');
+}
+
+} // namespace
+
+QBrush findingBrush()
+{
+    return findingTint;
+}
+
+QBrush headingBrush()
+{
+    return blended(QApplication::palette().color(QPalette::Button));
+}
+
+QString plainToolTip(const QString& text)
+{
+    return Qt::mightBeRichText(text) ? "<pre>" + text.toHtmlEscaped() + "</pre>" : text;
+}
+
+FindingsView::FindingsView(QWidget* watchedWindow, QToolBox* windowPages, QStatusBar* statusBar)
+    : QObject(watchedWindow)
+    , window(watchedWindow)
+    , pages(windowPages)
+    , bar(statusBar)
+{
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget* /*old*/, QWidget* now) {
+        if (now != nullptr && now->window() == window) {
+            makeCurrent(now);
+        }
+    });
+    // A menu clears the status bar when it is closed.
+    connect(bar, &QStatusBar::messageChanged, this, [this](const QString& text) {
+        if (text.isEmpty()) {
+            showStatus();
+        }
+    });
+    connect(pages, &QToolBox::currentChanged, this, [this] { makeCurrent(nullptr); });
+}
+
+void FindingsView::watch(QWidget* input, const Check& check, const Check& notes)
+{
+    inputs.append({input, check, notes});
+    renew(input);
+}
+
+void FindingsView::follow(QTableWidget* table)
+{
+    connect(table, &QTableWidget::currentCellChanged, this, [this, table] { makeCurrent(table); });
+}
+
+void FindingsView::followFormulas(QTableWidget* table)
+{
+    formulas.append(table);
+    follow(table);
+}
+
+void FindingsView::renew(QWidget* input)
+{
+    for (const Watched& watched : qAsConst(inputs)) {
+        if (watched.input == input) {
+            showOnWidget(watched);
+        }
+    }
+    showStatus();
+}
+
+void FindingsView::renewAll()
+{
+    for (const Watched& watched : qAsConst(inputs)) {
+        showOnWidget(watched);
+    }
+    showStatus();
+}
+
+void FindingsView::showOnWidget(const Watched& watched)
+{
+    QWidget* input = watched.input;
+    const QStringList findings = told(watched.check);
+    const QStringList texts =
+        findings + told(watched.notes) + QStringList(input->accessibleDescription());
+    input->setToolTip(plainToolTip(texts.join('\n')));
+    if (!watched.check) {
+        return;
+    }
+    const QPalette::ColorRole ground = groundOf(input);
+    QPalette palette; // what is not set here follows the application's
+    if (!findings.isEmpty()) {
+        palette.setColor(ground, blended(palette.color(ground)));
+    }
+    const bool isBare = ground != QPalette::Base && ground == input->backgroundRole();
+    input->setAutoFillBackground(isBare && !findings.isEmpty());
+    input->setPalette(palette);
+}
+
+void FindingsView::show(QTableWidgetItem* item, const QStringList& findings)
+{
+    const QString text = plainToolTip(findings.join('\n'));
+    if (item == nullptr || item->toolTip() == text) {
+        return;
+    }
+    const QSignalBlocker quiet(item->tableWidget());
+    item->setToolTip(text);
+    item->setData(Qt::BackgroundRole, text.isEmpty() ? QVariant() : findingBrush());
+}
+
+void FindingsView::setGeneral(const QString& text)
+{
+    general = text;
+    showStatus();
+}
+
+void FindingsView::listInStatusBar(const Check& allFindings)
+{
+    everything = allFindings;
+    bar->installEventFilter(this);
+}
+
+bool FindingsView::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        bar->setToolTip(plainToolTip(listed(told(everything))));
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+QStringList FindingsView::all() const
+{
+    QStringList texts;
+    QStringList found;
+    for (const Watched& watched : inputs) {
+        for (const QString& text : told(watched.check) + told(watched.notes)) {
+            if (!texts.contains(text)) {
+                texts.append(text);
+                found.append(watched.input->accessibleName() + ": " + text);
+            }
+        }
+    }
+    return found;
+}
+
+/// What an input's check finds now; of a table, what stands on its current cell.
+QStringList FindingsView::findingsOn(const QWidget* input) const
+{
+    const auto* table = qobject_cast<const QTableWidget*>(input);
+    if (table != nullptr && table->currentRow() >= 0) {
+        const QTableWidgetItem* item = table->currentItem();
+        const auto* blank = dynamic_cast<const BlankCellDelegate*>(table->itemDelegate());
+        const QStringList ofCell = item != nullptr
+                                       ? plainText(*item).split('\n', Qt::SkipEmptyParts)
+                                   : blank != nullptr ? QStringList(blank->finding())
+                                                      : QStringList();
+        if (!ofCell.isEmpty()) {
+            return ofCell;
+        }
+    }
+    for (const Watched& watched : inputs) {
+        if (watched.input == input) {
+            return told(watched.check) + told(watched.notes);
+        }
+    }
+    return {};
+}
+
+void FindingsView::makeCurrent(QWidget* input)
+{
+    current = input;
+    showStatus();
+}
+
+/// Tells in the status bar the first finding on what was made current last, else on the
+/// formula that is current on the page, else what is said in general.
+void FindingsView::showStatus()
+{
+    QStringList found = findingsOn(current);
+    const QWidget* page = pages->currentWidget();
+    for (const QTableWidget* table : qAsConst(formulas)) {
+        if (found.isEmpty() && page->isAncestorOf(table)) {
+            found = findingsOn(table);
+        }
+    }
+    const QString text = found.isEmpty() ? general : found.first();
+    if (text != bar->currentMessage()) {
+        bar->showMessage(text);
+    }
+}

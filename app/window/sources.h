@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_APP_WINDOW_SOURCES_H
+#define VELMORA_APP_WINDOW_SOURCES_H
+
+#include "analysis/checkup/textorigins.h"
+
+#include <QStringList>
+
+/// Where the bootstrap results came from.
+struct ResultsSource
+{
+    QString place; ///< the directory or the project
+    /// Names of the files, without folders and with * for the number of the data set,
+    /// [model]; empty after Open.
+    QStringList files;
+    bool namesModels = false; ///< whether models are named after their files
+    /// Whether the number of individuals was there before a project was opened, which has none.
+    bool individualsAreOlder = false;
+};
+
+/// Where the simulation models' results came from.
+struct SimulationSource
+{
+    QStringList files;       ///< names without folders
+    quint64 fingerprint = 0; ///< of the bootstrap results then; 0 if there were none
+};
+
+/// For which models texts were typed or placed.
+struct TextSources
+{
+    TextOrigins endpoints;
+    TextOrigins weights;
+    QStringList placedWeights; ///< default weights placed by the program, [model]; may be short
+
+    void placed(int model, const QString& weight)
+    {
+        while (placedWeights.size() <= model) {
+            placedWeights.append(QString());
+        }
+        placedWeights[model] = weight;
+    }
+
+    void resized(int modelCount)
+    {
+        endpoints.resized(modelCount);
+        weights.resized(modelCount);
+        placedWeights = placedWeights.mid(0, modelCount);
+    }
+};
+
+#endif
