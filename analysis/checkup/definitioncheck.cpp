@@ -89,7 +89,7 @@ QVector<Diagnosis> diagnoseThetas(const QString& expression, const QStringList& 
         if (kind.isEmpty()) {
             return QString();
         }
-        const QString message =
+        QString message =
             QString("\"%1\" is column %2, which by its name, %3, is %4: check its number, or write "
                     "COL%2 if that is meant")
                 .arg(name, QString::number(column + 1), shortName(names.at(column)), kind);
