@@ -87,6 +87,7 @@ MainWindow::MainWindow(QWidget* parent)
     connect(ui->actionOpen, &QAction::triggered, this, &MainWindow::loadModels);
     lowerBoundEdit = new BoundEdit(ui->_3_le_lowerBound, lowerSubstitute);
     upperBoundEdit = new BoundEdit(ui->_3_le_upperBound, upperSubstitute);
+    connect(ui->_1_cb_numEtas, &QSpinBox::editingFinished, this, [this] { typedOmega.end(); });
 
     ui->_3_cp_epDistribution->hide();
     ui->_3_lb_indpVar->hide();

@@ -9,6 +9,7 @@
 #include "analysis/results.h"
 #include "app/window/changes.h"
 #include "app/window/sources.h"
+#include "model/typedomega.h"
 
 #include <QColor>
 #include <QMainWindow>
@@ -126,6 +127,7 @@ private:
     ResultsSource source;
     SimulationSource simulationSource;
     TextSources texts;
+    TypedOmega typedOmega; ///< while a number of ETAs is typed
     /// What the pages show beside the members above, with what it was made from.
     StudyResults shown;
     EndpointCache cache{doseChoiceCash};

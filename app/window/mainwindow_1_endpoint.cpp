@@ -62,6 +62,7 @@ void MainWindow::readEndPointExpression(int row)
 void MainWindow::on__1_tw_endPoints_currentCellChanged(int /*currentRow*/, int /*currentColumn*/,
                                                        int /*previousRow*/, int /*previousColumn*/)
 {
+    typedOmega.end();
     changed(Change::SelectedModel);
 }
 
@@ -159,7 +160,13 @@ void MainWindow::on__1_tw_etaDefinition_currentCellChanged(int /*currentRow*/,
 void MainWindow::on__1_cb_numEtas_valueChanged(int count)
 {
     if (endPoint* definition = selectedEndPoint()) {
-        definition->resizeOmega(count);
+        // Typing marks the text as modified; a step replaces it.
+        if (ui->_1_cb_numEtas->findChild<QLineEdit*>()->isModified()) {
+            typedOmega.resize(*definition, count);
+        } else {
+            typedOmega.end();
+            definition->resizeOmega(count);
+        }
         changed(Change::Omega);
     }
 }

@@ -3,6 +3,7 @@
 #include "model/endpoint.h"
 #include "model/endpointparsercontainer.h"
 #include "model/randomng.h"
+#include "model/typedomega.h"
 #include "tests/support/compare.h"
 #include "tests/support/randomnumbers.h"
 
@@ -177,6 +178,24 @@ private slots:
         model.endPointParser.expression = "ETA1*2";
         model.checkETA();
         QVERIFY(model.highestEta == 1 && model.numEtas == 3);
+    }
+
+    void keepsOmegaWhileTyping()
+    {
+        const QVector<Numbers> whole{{4, 1, 1}, {1, 5, 1}, {1, 1, 6}};
+        endPoint model = definition("1", {}, whole);
+        model.omegaColumns[0][1] = 7;
+        TypedOmega typed;
+        for (const int size : {1, 12, 1, 3}) {
+            typed.resize(model, size);
+            QCOMPARE(model.numEtas, size);
+        }
+        QCOMPARE(model.omega, whole);
+        QCOMPARE(model.omegaColumns.at(0).at(1), 7);
+        typed.resize(model, 1);
+        model.omega[0][0] = 9; // not by typing
+        typed.resize(model, 2);
+        QCOMPARE(model.omega, (QVector<Numbers>{{9, 0}, {0, 0}}));
     }
 
     void evaluatesContainers()
