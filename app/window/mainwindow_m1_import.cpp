@@ -187,7 +187,8 @@ void MainWindow::on__m1_le_colNumTHETA1_textEdited(const QString& text)
     changed(Change::Theta1Column);
 }
 
-/// Takes the typed column number over everywhere, or puts the last valid one back.
+/// Takes the typed column number over everywhere, or puts the last valid one back: selected
+/// where the field was emptied.
 void MainWindow::readColumnNumber(QLineEdit* edit, const QString& text, int& column,
                                   int endPoint::*endPointColumn)
 {
@@ -195,6 +196,9 @@ void MainWindow::readColumnNumber(QLineEdit* edit, const QString& text, int& col
     const int number = text.toInt(&isNumber, 10);
     if (!isNumber) {
         edit->setText(QString::number(column));
+        if (text.isEmpty()) {
+            edit->selectAll(); // what is typed next is to replace it, as in an empty field
+        }
         return;
     }
     column = number;

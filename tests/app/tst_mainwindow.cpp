@@ -205,6 +205,21 @@ private slots:
         QCOMPARE(rows("_2_tw_relativeWeight").first(), "0.880797 0.119203");
     }
 
+    void replacesColumnNumbers()
+    {
+        for (const char* field : {"_m1_le_colNumOFV", "_m1_le_colNumTHETA1"}) {
+            auto* edit = reach<QLineEdit>(field);
+            edit->setFocus();
+            edit->selectAll();
+            QTest::keyClick(edit, Qt::Key_Delete);
+            QVERIFY(!edit->text().isEmpty());
+            QTest::keyClicks(edit, "35");
+            QCOMPARE(edit->text(), "35");
+            QTest::keyClicks(edit, "a1"); // the number put back is not selected
+            QCOMPARE(edit->text(), "351");
+        }
+    }
+
     void readsBounds()
     {
         defineStudy();
