@@ -17,20 +17,20 @@ constexpr RedrawThrottle::Pause pauseOfLooks{40, 33'000'000, 300'000'000};
 
 } // namespace
 
-ProgressLoop::ProgressLoop(QWidget* parent, const QString& label, const QString& abortText,
-                           int maximum)
-    : dialog(label, abortText, 0, maximum, parent)
-    , bar(dialog.findChild<QProgressBar*>())
+ProgressLoop::ProgressLoop(QWidget* parentWidget, const QString& labelText,
+                           const QString& abortButtonText, int maximumValue,
+                           Construction construction)
+    : parent(parentWidget)
+    , label(labelText)
+    , abortText(abortButtonText)
+    , maximum(maximumValue)
     , window(parent->window())
     , windowWasVisible(window->isVisible())
     , looks(pauseOfLooks)
 {
-    dialog.setWindowModality(Qt::WindowModal);
-    dialog.setMinimumDuration(appearsAfterMs);
-    // The dialog goes with its owner; resetting would forget that it was aborted.
-    dialog.setAutoReset(false);
-    dialog.setAutoClose(false);
-    dialog.setValue(0);
+    if (construction == Construction::AtOnce) {
+        constructDialog();
+    }
     elapsed.start();
     if (const auto* mainWindow = qobject_cast<QMainWindow*>(window)) {
         statusBar = mainWindow->findChild<QStatusBar*>(QString(), Qt::FindDirectChildrenOnly);
@@ -44,39 +44,67 @@ ProgressLoop::~ProgressLoop()
     }
 }
 
-void ProgressLoop::setLabel(const QString& label)
+void ProgressLoop::constructDialog()
 {
-    dialog.setLabelText(label);
+    dialog.emplace(label, abortText, 0, maximum, parent);
+    bar = dialog->findChild<QProgressBar*>();
+    dialog->setWindowModality(Qt::WindowModal);
+    dialog->setMinimumDuration(appearsAfterMs);
+    // The dialog goes with its owner; resetting would forget that it was aborted.
+    dialog->setAutoReset(false);
+    dialog->setAutoClose(false);
+    dialog->setValue(0);
+}
+
+void ProgressLoop::setLabel(const QString& text)
+{
+    label = text;
+    if (dialog) {
+        dialog->setLabelText(label);
+    }
 }
 
 bool ProgressLoop::advance(int value)
 {
     stepsDone = value;
-    if (dialog.isVisible()) {
+    if (!dialog && value != maximum) {
+        showWhenDue();
+    }
+    if (isVisible()) {
         // Not the dialog's own setValue(), which would process events at every step.
         bar->setValue(value);
         lookIfDue();
-    } else {
-        if (value == dialog.maximum()) {
+    } else if (dialog) {
+        if (value == maximum) {
             // Not for the blink of an eye at the end.
-            dialog.setMinimumDuration(std::numeric_limits<int>::max());
+            dialog->setMinimumDuration(std::numeric_limits<int>::max());
         }
-        dialog.setValue(value); // shows the dialog when it is time
+        dialog->setValue(value); // shows the dialog when it is time
     }
-    return !dialog.wasCanceled();
+    return !wasCanceled();
 }
 
 bool ProgressLoop::poll()
 {
-    if (!dialog.isVisible() && !dialog.wasCanceled() && elapsed.elapsed() >= appearsAfterMs) {
-        dialog.show();
-    }
-    if (!dialog.isVisible()) {
+    showWhenDue();
+    if (!isVisible()) {
         return true;
     }
     lookIfDue();
-    givenUp = dialog.wasCanceled();
+    givenUp = wasCanceled();
     return !givenUp;
+}
+
+void ProgressLoop::showWhenDue()
+{
+    if (isVisible() || wasCanceled() || elapsed.elapsed() < appearsAfterMs) {
+        return;
+    }
+    if (!dialog) {
+        constructDialog();
+    }
+    dialog->show();
+    bar->setValue(stepsDone);
 }
 
 void ProgressLoop::lookIfDue()
@@ -95,7 +123,7 @@ void ProgressLoop::look()
     QCoreApplication::processEvents();
     bar->setUpdatesEnabled(false);
     if (windowWasVisible && !window->isVisible()) {
-        dialog.cancel(); // closed, as at the end of the desktop's session
+        dialog->cancel(); // closed, as at the end of the desktop's session
     }
 }
 
@@ -103,7 +131,7 @@ void ProgressLoop::tellRemainingTime()
 {
     const qint64 now = elapsed.elapsed();
     remainingTime.update(stepsDone, now);
-    const std::optional<qint64> remaining = remainingTime.at(now, dialog.maximum());
+    const std::optional<qint64> remaining = remainingTime.at(now, maximum);
     if (statusBar == nullptr || !remaining) {
         return;
     }

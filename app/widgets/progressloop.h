@@ -21,11 +21,18 @@ class QStatusBar;
 class ProgressLoop
 {
 public:
-    ProgressLoop(QWidget* parent, const QString& label, const QString& abortText, int maximum);
+    /// When the dialog comes into being, which is before it is shown.
+    enum class Construction {
+        AtOnce,
+        WhenNeeded ///< after half a second, so that short loops never have one
+    };
+
+    ProgressLoop(QWidget* parentWidget, const QString& labelText, const QString& abortButtonText,
+                 int maximumValue, Construction construction = Construction::AtOnce);
     ~ProgressLoop();
     Q_DISABLE_COPY(ProgressLoop)
 
-    void setLabel(const QString& label);
+    void setLabel(const QString& text);
 
     /// Shows the value and looks for a press of the abort button.
     /// False once the user has aborted.
@@ -40,11 +47,19 @@ public:
 
 private:
     void lookIfDue();
+    void constructDialog();
+    void showWhenDue();
+    bool isVisible() const { return dialog && dialog->isVisible(); }
+    bool wasCanceled() const { return dialog && dialog->wasCanceled(); }
     void look();
     void tellRemainingTime();
 
-    QProgressDialog dialog;
-    QProgressBar* bar; ///< the dialog's own
+    QWidget* parent;
+    QString label;
+    QString abortText;
+    int maximum;
+    std::optional<QProgressDialog> dialog;
+    QProgressBar* bar = nullptr; ///< the dialog's own
     QWidget* window;
     bool windowWasVisible;
     QElapsedTimer elapsed;

@@ -149,6 +149,8 @@ private:
     void renewTypicalDRPlot();
 
     // Page "-1": import
+    static constexpr char importLabel[] = "Importing Simulation Data...";
+    static constexpr char abortImportText[] = "Abort Import";
     void importFiles(QStringList paths);
     void importFolder(const QString& directory);
     void clearResults(const QString& place);
@@ -199,6 +201,7 @@ private:
     // Page "5": comparison with the truth
     Table trueRows() const;
     QStringList trueModelTexts() const;
+    void readSimulationModels(const QStringList& paths);
     bool readTrueMeds();
     bool computeTheoreticalMeds();
     bool readTrueModelTable();

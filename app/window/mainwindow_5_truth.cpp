@@ -54,17 +54,31 @@ void MainWindow::on__5_pb_importSimRawRes_clicked()
     simRawResultsHeaders.clear();
     simulationSource = {};
     if (paths.size() == 1 || paths.size() == study().dataSetCount()) {
-        for (const QString& path : paths) {
-            simRawResults.append(csvWithHeaderReadToDouble(path));
-            simRawResultsHeaders.append(csvWithHeaderReadHeader(path));
-            simulationSource.files.append(path.section('/', -1));
-        }
-        simulationSource.fingerprint = rawResults.isEmpty() ? 0 : studyToKeep().fingerprint;
+        readSimulationModels(paths);
     } else {
         showMessage(this, simulationCountText);
     }
     ui->_5_tw_trueModelTMED->setRowCount(simRawResults.size());
     changed(Change::Simulations);
+}
+
+/// Nothing stays if it is aborted: half of the simulations would fit no data set.
+void MainWindow::readSimulationModels(const QStringList& paths)
+{
+    ProgressLoop progress(this, importLabel, abortImportText, paths.size(),
+                          ProgressLoop::Construction::WhenNeeded);
+    for (const QString& path : paths) {
+        simRawResults.append(csvWithHeaderReadToDouble(path));
+        simRawResultsHeaders.append(csvWithHeaderReadHeader(path));
+        if (!progress.advance(simRawResults.size())) {
+            simRawResults.clear();
+            simRawResultsHeaders.clear();
+            simulationSource = {};
+            return;
+        }
+        simulationSource.files.append(path.section('/', -1));
+    }
+    simulationSource.fingerprint = rawResults.isEmpty() ? 0 : studyToKeep().fingerprint;
 }
 
 void MainWindow::on__5_pb_simTrueModel_clicked()

@@ -38,7 +38,7 @@ void MainWindow::on___pb_importFbF_clicked()
     importFiles(paths);
 }
 
-/// Imports one model per file; at least one file.
+/// Imports one model per file; at least one file. What was read is kept if it is aborted.
 void MainWindow::importFiles(QStringList paths)
 {
     paths.sort(Qt::CaseSensitive);
@@ -46,12 +46,23 @@ void MainWindow::importFiles(QStringList paths)
     clearResults(ui->__lb_directory->text());
     rawResults.resize(paths.size());
     QStringList names;
-    for (int model = 0; model < paths.size(); ++model) {
-        const QString& path = paths.at(model);
-        rawResultsHeaders.append(csvWithHeaderReadHeader(path));
-        rawResults[model].append(csvWithHeaderReadToDouble(path));
+    for (const QString& path : qAsConst(paths)) {
         names.append(modelNameOf(path));
         source.files.append(path.section('/', -1));
+    }
+    {
+        ProgressLoop progress(this, importLabel, abortImportText, paths.size(),
+                              ProgressLoop::Construction::WhenNeeded);
+        bool goesOn = true;
+        for (int model = 0; goesOn && model < paths.size(); ++model) {
+            rawResultsHeaders.append(csvWithHeaderReadHeader(paths.at(model)));
+            rawResults[model].append(csvWithHeaderReadToDouble(paths.at(model)));
+            goesOn = progress.advance(model + 1);
+        }
+        if (!goesOn) {
+            changed(Change::ImportAborted);
+            return;
+        }
     }
     source.namesModels = true;
     defineImported(names);
@@ -85,7 +96,7 @@ void MainWindow::importFolder(const QString& directory)
         source.files.append(fileNameTemplate(model, "*"));
     }
     {
-        ProgressLoop progress(this, "Importing Simulation Data...", "Abort Import", modelCount);
+        ProgressLoop progress(this, importLabel, abortImportText, modelCount);
         readFirstModel(directory, progress);
         const int dataSetCount = rawResults.first().size();
         bool goesOn = progress.advance(1);

@@ -46,6 +46,22 @@ private slots:
         const RedrawThrottle::Pause pause{10, 30, 300};
         QTEST(pause.after(drawing), "pause");
     }
+    void comesIntoBeingWhenNeeded()
+    {
+        openWindow();
+        ProgressLoop loop(window.get(), "Importing...", "Abort", 1000,
+                          ProgressLoop::Construction::WhenNeeded);
+        const auto dialog = [this] { return window->findChild<QProgressDialog*>(); };
+        QElapsedTimer time;
+        time.start();
+        QVERIFY(loop.advance(1) && loop.poll() && !dialog());
+        QTRY_VERIFY(time.elapsed() > 500);
+        QVERIFY(loop.advance(1000) && !dialog()); // not for the blink of an eye at the end
+        QVERIFY(loop.advance(2) && dialog()->isVisible());
+        QCOMPARE(dialog()->value(), 2);
+        dialog()->cancel();
+        QVERIFY(!loop.advance(3) && !loop.isGivenUp());
+    }
     void isGivenUpWithTheWindow()
     {
         openWindow();

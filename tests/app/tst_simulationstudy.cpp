@@ -79,6 +79,32 @@ private slots:
         }
     }
 
+    void abortsImportsOfManyFiles()
+    {
+        // Few numbers that take long to read, as the text is not plain.
+        const QString file = files.write(
+            "raw_results_0.csv", "\xc3\xa4" + ("\n0." + QByteArray(10000, '7')).repeated(1000));
+        QStringList paths{file};
+        while (paths.size() < 100) {
+            paths.append(files.path(QString("raw_results_%1.csv").arg(paths.size())));
+            QFile::link(file, paths.last());
+        }
+        pressAndAnswer("__pb_importFbF", paths, {}, 0);
+        QCOMPARE(the<QTableWidget>("_1_tw_endPoints")->rowCount(), 0);
+        ProjectItems items;
+        readItemCount(save(), items);
+        QCOMPARE(items.rawResults.size(), paths.size());
+        const int read = items.rawResultsHeaders.size();
+        QVERIFY(read > 1 && read < paths.size());
+        QVERIFY(items.rawResults.at(read - 1).size() == 1 && items.rawResults.at(read).isEmpty());
+
+        items.rawResults = {QVector<Table>(paths.size())};
+        open(ProjectBytes(items).bytes);
+        the<QTableWidget>(trueModels)->setRowCount(1);
+        pressAndAnswer("_5_pb_importSimRawRes", paths, {}, 0);
+        QCOMPARE(the<QTableWidget>(trueModels)->rowCount(), 0);
+    }
+
     void comparesInBothModes()
     {
         importSlopes();
