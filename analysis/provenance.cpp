@@ -35,9 +35,16 @@ bool sameEndpoint(const endPoint& a, const endPoint& b)
                    && a.populationSummary == b.populationSummary));
 }
 
+/// Without the blanks that a blank expression may be made of.
+QString weightOf(const endPoint& definition)
+{
+    const QString& text = definition.weightParser.expression;
+    return text.trimmed().isEmpty() ? QString() : text;
+}
+
 bool sameWeight(const endPoint& a, const endPoint& b)
 {
-    return a.weightParser.expression == b.weightParser.expression && a.colNumOFV == b.colNumOFV;
+    return weightOf(a) == weightOf(b) && a.colNumOFV == b.colNumOFV;
 }
 
 bool sameIndividuals(const endPoint& a, const endPoint& b)

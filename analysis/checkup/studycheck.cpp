@@ -110,15 +110,15 @@ MissingWeights missingWeights(const Study& study, int dataSet)
     return found;
 }
 
-/// The percentage of the samples that have a weight, rounded up to few digits but never to
-/// 100 if one has none.
+/// The percentage of the samples that have a weight, rounded to few digits but never to 100
+/// if one has none.
 QString highestProbability(const MissingWeights& found)
 {
     const qint64 usable = found.samples - found.missing;
     qint64 scale = 10;
     qint64 rounded = 0;
     do {
-        rounded = (100 * scale * usable + found.samples - 1) / found.samples;
+        rounded = (2 * 100 * scale * usable + found.samples) / (2 * found.samples);
         scale *= 10;
     } while (rounded == 10 * scale);
     return numberText(double(rounded) / (double(scale) / 10));

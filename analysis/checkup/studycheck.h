@@ -16,7 +16,7 @@
 QStringList checkAnyWeight(const Study& study);
 
 /// Of the samples of a data set without a usable weight, which count as misses: how many
-/// they are and the probability in percent, rounded up, that they leave possible. With one
+/// they are and the probability in percent that they leave possible. With one
 /// OFV per model it is the first sample alone that counts. With model averaging a sample
 /// has no weight where no relative weight is above 0, with model selection where no model
 /// is selected.
