@@ -13,6 +13,7 @@ BlankCellDelegate::BlankCellDelegate(QTableWidget* watchedTable, const QString& 
     , table(watchedTable)
     , text(findingOfBlanks)
 {
+    table->setItemDelegate(this);
 }
 
 bool BlankCellDelegate::isBlank(const QModelIndex& index) const

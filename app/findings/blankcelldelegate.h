@@ -8,7 +8,8 @@
 class QTableWidget;
 
 /// Tints the cells of a table that nobody has filled yet, and tells why in their tooltips.
-/// Such cells have no item, and get none, as that would run edit handlers.
+/// Such cells have no item, and get none, as that would run edit handlers. It is the delegate
+/// of the table, which owns it.
 class BlankCellDelegate : public QStyledItemDelegate
 {
 public:

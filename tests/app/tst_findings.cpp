@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/randomng.h"
+#include "tests/support/projectbytes.h"
 #include "tests/support/windowtest.h"
 
 /// What the window tells of findings, beside the checks themselves.
@@ -174,6 +175,74 @@ private slots:
             type("_1_le_possibleDoses", QString("0,%1").arg(method + 1));
             reach<QWidget>("_4_cb_useCash");
             QVERIFY(box->toolTip() != help);
+        }
+    }
+
+    void definitionsThatLookForgotten()
+    {
+        const auto tip = [this](const char* widget) { return the<QWidget>(widget)->toolTip(); };
+        const auto write = [this](const char* name, double theta) {
+            return files.writeRawResults(name, {{2, theta}, {2, theta}});
+        };
+        const QStringList paths{write("raw_results_b.csv", 1), write("raw_results_c.csv", 2)};
+        pressAndAnswer("__pb_importFbF", paths);
+        user::clickCell(reach<QTableWidget>("_1_tw_endPoints"), 1, 0);
+        QVERIFY2(status().contains("no endpoint expression"), qPrintable(status()));
+        for (const char* widget :
+             {"_3_pb_calculatePoS", "_4_pb_startCalculation", "_2_tw_weightDefinition"}) {
+            QVERIFY2(tip(widget).contains("every probability will be 0"), widget);
+        }
+        reach<QWidget>("_2_tw_weightDefinition");
+        QVERIFY(!tip("_2_tw_weightDefinition").contains("probability will be 0"));
+        QVERIFY(tip("_3_pb_calculatePoS").contains("endpoint")); // which b and c still lack
+        edit("_1_tw_endPoints", 0, 0, "THETA1*DOSE+ETA1");
+        edit("_1_tw_endPoints", 1, 0, "THETA1+DOSE");
+        QVERIFY2(tipOf("_2_tw_weightDefinition", 1).contains("K = 0"),
+                 qPrintable(tipOf("_2_tw_weightDefinition", 1)));
+        edit("_2_tw_weightDefinition", 1, 0, "(0-9-ofv/2)"); // another K of the user's own
+        QVERIFY(!isTinted("_2_tw_weightDefinition", 1));
+        choose("_3_cb_aveORselect", 0);
+        edit("_2_tw_weightDefinition", 1, 0, "exp((0-ofv)/2)");
+        QVERIFY(tipOf("_2_tw_weightDefinition", 1).contains("log"));
+        press("_2_cb_logScale");
+        QVERIFY(!isTinted("_2_tw_weightDefinition", 1));
+        edit("_2_tw_weightDefinition", 0, 0, "ofv/0*0");
+        QVERIFY(tip("_3_pb_calculatePoS").contains("no sample has a weight", Qt::CaseInsensitive));
+        user::clickCell(reach<QTableWidget>("_1_tw_endPoints"), 0, 0);
+        QVERIFY(tipOf("_1_tw_etaDefinition", 0).contains("ETA1")); // of variance 0
+
+        // A model in front of the others shifts their texts.
+        pressAndAnswer("__pb_importFbF", QStringList(write("raw_results_a.csv", 3)) + paths);
+        for (const char* table : {"_1_tw_endPoints", "_2_tw_weightDefinition"}) {
+            QVERIFY(tipOf(table, 1).contains("Typed for c, now stands at b."));
+        }
+        edit("_1_tw_endPoints", 1, 0, "THETA1-DOSE");
+        QVERIFY(!isTinted("_1_tw_endPoints", 1));
+        the<QAction>("actionCopyFindings")->trigger();
+        QVERIFY(QApplication::clipboard()->text().contains("\na, endpoint: Typed for b, now"));
+        pressAndAnswer("__pb_importFbF", paths);
+        QVERIFY(!tipOf("_1_tw_endPoints", 0).contains("Typed for"));
+
+        pressShortcut(Qt::Key_S, files.path("project"));
+        pressShortcut(Qt::Key_O, files.path("project"));
+        QVERIFY(tip("_1_sb_numSimulations").contains("project"));
+    }
+
+    void dataSetsAndSimulationsOfOtherStudies()
+    {
+        const auto tip = [this](const char* widget) { return the<QWidget>(widget)->toolTip(); };
+        importStudy({{{{2, 1}}}, {{{4, 1}}}});
+        pressAndAnswer("_5_pb_importSimRawRes", {files.writeRawResults("sim%1.csv", {{0, 1}})});
+        QVERIFY(!tip("_4_pb_compTruth").contains("sim%1.csv"));
+        ProjectItems items;
+        items.rawResults = {{{{1}}}, {}};
+        items.rawResultsHeaders = {{"a"}, {"a"}};
+        files.write("project", ProjectBytes(items).bytes);
+        pressShortcut(Qt::Key_O, files.path("project"));
+        QVERIFY(tip("_4_pb_compTruth").contains("sim%1.csv"));
+        type("_0_sb_model", "1");
+        for (const char* widget : {"_0_sb_data", "_3_cb_dataNumber", "_4_pb_startCalculation"}) {
+            QVERIFY2(tip(widget).contains("Page \"0\""), qPrintable(tip(widget)));
         }
     }
 
