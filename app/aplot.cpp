@@ -110,6 +110,13 @@ void histogram(QTableWidget* table, QCustomPlot* plot, int nBins)
     histogram(values, edges, plot);
 }
 
+QPen thickPen(const QColor& color)
+{
+    QPen pen(color);
+    pen.setWidth(2);
+    return pen;
+}
+
 QVector<double> visibleBinEdges(const QCustomPlot* plot, int nBins)
 {
     const QCPRange range = plot->xAxis->range();

@@ -3,6 +3,7 @@
 #ifndef VELMORA_APP_APLOT_H
 #define VELMORA_APP_APLOT_H
 
+#include <QPen>
 #include <QVector>
 
 class QCPAxis;
@@ -26,6 +27,9 @@ void histogram(QVector<double> data, QVector<double> edges, QCustomPlot* plot);
 /// Edge i is L + i * (W / nBins), the plot's visible range starting at L with width W, so
 /// nBins - 1 bins are drawn and the last part of the range stays empty. Logs the numbers.
 void histogram(QTableWidget* table, QCustomPlot* plot, int nBins);
+
+/// The pen that curves and the outlines of histograms are drawn with.
+QPen thickPen(const QColor& color);
 
 /// nBins edges that divide the plot's visible horizontal range from its left border on:
 /// edge i is L + i * W / nBins. Rounding sets them apart from the edges of a table's

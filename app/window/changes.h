@@ -21,8 +21,9 @@ enum class Change {
     ShownDataSet,  ///< the same
     SelectedModel, ///< on page "1"
     Doses,
-    Endpoint, ///< of a model
-    Omega,    ///< of the selected model
+    Endpoint,  ///< of a model
+    Omega,     ///< of the selected model
+    OmegaCell, ///< another one became current
     Population,
     DefaultWeights,
     Weight, ///< of a model

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/window/mainwindow.h"
 
+#include "app/aplot.h"
+#include "app/charts/histogramview.h"
 #include "app/findings/findingsview.h"
 #include "app/tables/datasettips.h"
 #include "app/tables/editing.h"
@@ -160,6 +162,20 @@ void MainWindow::acceptDrops()
             break;
         }
     });
+}
+
+/// Makes the two histograms draggable and zoomable.
+void MainWindow::connectPlots()
+{
+    QCustomPlot* results = ui->_0_cp_rawResHistoGram;
+    QCustomPlot* doses = ui->_4_cp_doseChoiceDistribution;
+    const HistogramView::Look look{thickPen(plotColor), QBrush(plotColorLight)};
+    resultsHistogram = new HistogramView(results, look, [this] { refresh_0_cp_rawResHistoGram(); });
+    doseHistogram = new HistogramView(doses, look, [this] { refresh_4_tw_doseChoice(); });
+    connect(results, &QCustomPlot::mousePress, this, &MainWindow::mousePressDE);
+    connect(results, &QCustomPlot::mouseWheel, this, &MainWindow::mouseWheelDE);
+    connect(doses, &QCustomPlot::mousePress, this, &MainWindow::mousePress_4_cp_doseDist);
+    connect(doses, &QCustomPlot::mouseWheel, this, &MainWindow::mouseWheel_4_cp_doseDist);
 }
 
 void MainWindow::contextMenuEvent(QContextMenuEvent* /*event*/) {}

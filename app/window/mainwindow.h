@@ -21,7 +21,6 @@ class FindingsView;
 class HistogramView;
 class QAction;
 class QLineEdit;
-class QPen;
 class QTableWidget;
 class QTableWidgetItem;
 class Ui_MainWindow;
@@ -134,13 +133,15 @@ private:
     mutable quint64 fingerprint = 0; ///< of rawResults; 0 until it is asked for
     ImportCheckUp importCheckUp;     ///< of rawResults
     UsableWeights usableWeights;
-    bool weightsShown = false; ///< on page "2"
-    bool isOpening = false;    ///< while the items of a project are applied
+    bool isOpening = false; ///< while the items of a project are applied
 
     // What results depend on, and what a change of it touches
     Study study() const;
     Study studyToKeep() const;
     CurrentInputs currentInputs() const;
+    StudyResults results() const;
+    QStringList boundNotes() const;
+    QString fileName(int model) const;
     void changed(Change change, int row = -1);
     void renewView(View view, int row);
     void resultsNotFound();
@@ -190,7 +191,6 @@ private:
     QVector<double> calculate_PoS_aux_modelSelect(QVector<QVector<QVector<double>>> endpoints);
     QVector<double> calculate_PoS_aux_modelAve(QVector<QVector<QVector<double>>> endpoints,
                                                QVector<QVector<double>> weights);
-    QStringList boundNotes() const;
 
     // Page "4": dose selection
     QVector<double> find_dose(QVector<double> pos, QVector<double> targets);
@@ -228,11 +228,9 @@ private:
     void renewCheckUp();
     void showCheckUp();
     QVector<int> allModels() const;
-    QString fileName(int model) const;
     QStringList formulaFindings(const Study& now, const QTableWidget* table, int model) const;
     void renewFormulaFindings(const QTableWidget* table, const QVector<int>& models);
     void renewOmegaFindings();
-    void showOmegaFindings(int row, int column, const QString& typed);
     void nameColumns();
     QStringList allFindings() const;
 
@@ -240,7 +238,6 @@ private:
     void addExports();
     void addTableExports(const QList<QAction*>& shared);
     void addChartExports(const QList<QAction*>& shared);
-    StudyResults results() const;
     QString analysisSummary() const;
 
     // Looks
@@ -248,7 +245,6 @@ private:
     void fitFonts();
     void acceptDrops();
     void connectPlots();
-    QPen curvePen() const;
 };
 
 #endif

@@ -36,7 +36,6 @@ void MainWindow::refresh_0_tw_RawResults()
     csvDisplay(table, rawResults.at(model).at(dataSet), header);
     fitColumns(table);
     findings->renew(table);
-    nameColumns();
 }
 
 void MainWindow::refresh_0_cp_rawResHistoGram()
@@ -84,4 +83,16 @@ void MainWindow::on__0_tw_RawResults_currentCellChanged(int /*currentRow*/, int 
                                                         int /*previousRow*/, int /*previousColumn*/)
 {
     refresh_0_cp_rawResHistoGram();
+}
+
+// The chart of page "4" serves press and wheel crosswise to this one; that is intended.
+
+void MainWindow::mousePressDE()
+{
+    resultsHistogram->dragHorizontally();
+}
+
+void MainWindow::mouseWheelDE()
+{
+    resultsHistogram->zoomBothWays();
 }

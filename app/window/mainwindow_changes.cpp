@@ -5,6 +5,7 @@
 #include "analysis/numberlist.h"
 #include "app/charts/histogramview.h"
 #include "app/findings/findingsview.h"
+#include "app/widgets/boundedit.h"
 #include "app/widgets/messagebox.h"
 #include "app/window/mainwindow.h"
 #include "ui_mainwindow.h"
@@ -35,37 +36,39 @@ const QVector<View>& viewsTouchedBy(Change change)
     using V = View;
     static const std::map<Change, QVector<View>> table{
         // clang-format off
-        {Change::ResultsCleared, {V::HistogramRanges, V::CheckUp, V::FormulaFindings, V::OmegaFindings, V::Marks}},
-        {Change::ImportAborted,  {V::CheckUp, V::FormulaFindings, V::OmegaFindings, V::Marks}},
-        {Change::Imported,       {V::Models, V::WeightTables, V::ResultsTable, V::ResultsHistogram, V::ColumnLabels, V::Omega, V::CheckUp,
-                                  V::FormulaFindings, V::OmegaFindings, V::DrawlessCurve, V::WeightsIfShown, V::Marks}},
-        {Change::Opened,         {V::HistogramRanges, V::Models, V::ResultsTable, V::ResultsHistogram, V::ColumnLabels,
-                                  V::Omega, V::CheckUp, V::FormulaFindings, V::OmegaFindings}},
-        {Change::OmegaRestored,  {V::Omega}},
-        {Change::WeightsRestored, {V::WeightTables, V::Weights}},
+        {Change::ResultsCleared,    {V::HistogramRanges, V::CheckUp, V::FormulaFindings, V::OmegaFindings, V::Marks}},
+        {Change::ImportAborted,     {V::CheckUp, V::FormulaFindings, V::OmegaFindings, V::Marks}},
+        {Change::Imported,          {V::Models, V::WeightTables, V::ResultsTable, V::ResultsHistogram, V::ColumnLabels, V::ColumnNames,
+                                     V::Omega, V::CheckUp, V::FormulaFindings, V::OmegaFindings, V::DrawlessCurve, V::WeightsIfShown,
+                                     V::Marks}},
+        {Change::Opened,            {V::HistogramRanges, V::Models, V::ResultsTable, V::ResultsHistogram, V::ColumnLabels, V::ColumnNames,
+                                     V::Omega, V::CheckUp, V::FormulaFindings, V::OmegaFindings}},
+        {Change::OmegaRestored,     {V::Omega, V::OmegaFindings}},
+        {Change::WeightsRestored,   {V::WeightTables, V::Weights}},
         {Change::NoWeightsRestored, {V::ModelNames}},
-        {Change::DosesRestored,  {V::DoseHistogram}},
-        {Change::ProjectLoaded,  {V::ModelNames, V::CheckUp, V::FormulaFindings, V::OmegaFindings, V::AllInputs}},
-        {Change::OfvColumn,      {V::CheckUp, V::FormulaFindings, V::ColumnNames, V::WeightsIfShown, V::Marks}},
-        {Change::Theta1Column,   {V::CheckUp, V::FormulaFindings, V::ColumnNames, V::DrawlessCurve, V::Marks}},
-        {Change::ShownModel,     {V::ResultsTable, V::ResultsHistogram, V::ShownCheckUp, V::Marks}},
-        {Change::ShownDataSet,   {V::ResultsTable, V::ResultsHistogram}},
-        {Change::SelectedModel,  {V::ColumnLabels, V::TypicalCurve, V::Omega}},
-        {Change::Doses,          {V::TypicalCurve, V::DoseSlider, V::Marks}},
-        {Change::Endpoint,       {V::TypicalCurve, V::Omega, V::EndpointFinding, V::WeightFinding, V::Marks}},
-        {Change::Omega,          {V::TypicalCurve, V::Omega, V::Marks}},
-        {Change::Population,     {V::TypicalCurve, V::Marks}},
-        {Change::DefaultWeights, {V::ModelNames, V::Weights, V::FormulaFindings, V::Marks}},
-        {Change::Weight,         {V::Weights, V::WeightFinding, V::Marks}},
-        {Change::WeightScale,    {V::Weights, V::WeightFindings, V::Marks}},
-        {Change::WeightsDataSet, {V::Weights}},
-        {Change::Interval,       {V::Marks}},
-        {Change::Choices,        {V::WeightFindings, V::Marks}},
-        {Change::Levels,         {V::Marks}},
-        {Change::Simulations,    {V::Marks}},
-        {Change::Calculated,     {V::Marks, V::CacheMark}},
-        {Change::Cache,          {V::CacheMark}},
-        {Change::PageTurned,     {V::CacheMark}},
+        {Change::DosesRestored,     {V::DoseHistogram}},
+        {Change::ProjectLoaded,     {V::ModelNames, V::CheckUp, V::FormulaFindings, V::OmegaFindings, V::AllInputs}},
+        {Change::OfvColumn,         {V::CheckUp, V::FormulaFindings, V::ColumnNames, V::WeightsIfShown, V::Marks}},
+        {Change::Theta1Column,      {V::CheckUp, V::FormulaFindings, V::ColumnNames, V::DrawlessCurve, V::Marks}},
+        {Change::ShownModel,        {V::ResultsTable, V::ColumnNames, V::ResultsHistogram, V::ShownCheckUp, V::Marks}},
+        {Change::ShownDataSet,      {V::ResultsTable, V::ColumnNames, V::ResultsHistogram}},
+        {Change::SelectedModel,     {V::ColumnLabels, V::ColumnNames, V::TypicalCurve, V::Omega, V::OmegaFindings}},
+        {Change::Doses,             {V::TypicalCurve, V::DoseSlider, V::Marks}},
+        {Change::Endpoint,          {V::TypicalCurve, V::Omega, V::OmegaFindings, V::EndpointFinding, V::WeightFinding, V::Marks}},
+        {Change::Omega,             {V::TypicalCurve, V::Omega, V::OmegaFindings, V::Marks}},
+        {Change::OmegaCell,         {V::Omega, V::OmegaFindings}},
+        {Change::Population,        {V::TypicalCurve, V::Marks}},
+        {Change::DefaultWeights,    {V::ModelNames, V::Weights, V::FormulaFindings, V::Marks}},
+        {Change::Weight,            {V::Weights, V::WeightFinding, V::Marks}},
+        {Change::WeightScale,       {V::Weights, V::WeightFindings, V::Marks}},
+        {Change::WeightsDataSet,    {V::Weights}},
+        {Change::Interval,          {V::Marks}},
+        {Change::Choices,           {V::WeightFindings, V::Marks}},
+        {Change::Levels,            {V::Marks}},
+        {Change::Simulations,       {V::Marks}},
+        {Change::Calculated,        {V::Marks, V::CacheMark}},
+        {Change::Cache,             {V::CacheMark}},
+        {Change::PageTurned,        {V::CacheMark}},
         // clang-format on
     };
     return table.at(change);
@@ -120,6 +123,27 @@ CurrentInputs MainWindow::currentInputs() const
     return now;
 }
 
+/// What the pages show, with the members that the window keeps on its own.
+StudyResults MainWindow::results() const
+{
+    StudyResults now = shown;
+    now.selection.doses = doseChoice;
+    now.selection.levels = doseChoiceVector;
+    return now;
+}
+
+/// What the bounds, as they were typed, mean for a result that is made now.
+QStringList MainWindow::boundNotes() const
+{
+    return lowerBoundEdit->notesOfUse() + upperBoundEdit->notesOfUse();
+}
+
+/// The name of a model that tells it from others in other imports; empty for a number.
+QString MainWindow::fileName(int model) const
+{
+    return source.namesModels && model < endPoints.size() ? endPoints.at(model).name : QString();
+}
+
 /// Tells what happened. row is the model concerned, if it is one.
 void MainWindow::changed(Change change, int row)
 {
@@ -127,6 +151,11 @@ void MainWindow::changed(Change change, int row)
         || change == Change::Imported || change == Change::Opened) {
         fingerprint = 0;
         usableWeights.forget();
+    }
+    if (change == Change::Endpoint) {
+        texts.endpoints.typed(row, fileName(row));
+    } else if (change == Change::Weight) {
+        texts.weights.typed(row, fileName(row));
     }
     for (const View view : viewsTouchedBy(change)) {
         // One renewal at the end instead of one for every item of a project.
@@ -183,7 +212,7 @@ void MainWindow::renewView(View view, int row)
         refresh_2_tw_relativeWeight();
         break;
     case View::WeightsIfShown:
-        if (weightsShown) {
+        if (shown.weights.exists()) {
             refresh_2_tw_relativeWeight();
         }
         break;

@@ -3,6 +3,7 @@
 // What leaves the window: tables, charts and the summary of the analysis.
 
 #include "analysis/summary.h"
+#include "analysis/weights.h"
 #include "app/charts/chartexport.h"
 #include "app/charts/histogramview.h"
 #include "app/tables/tableexport.h"
@@ -37,7 +38,8 @@ void MainWindow::addTableExports(const QList<QAction*>& shared)
         shared);
     addTableExport(
         ui->_2_tw_relativeWeight, "relative_weights",
-        [this] { return calculate_relativeWeight(ui->_2_sb_dataNumber->value()); }, shared);
+        [this] { return relativeWeights(study(), qMax(0, ui->_2_sb_dataNumber->value())); },
+        shared);
     addTableExport(
         ui->_4_tw_doseChoice, "dose_selection", [this] { return doseChoice; }, shared);
     addTableExport(
@@ -82,19 +84,10 @@ void MainWindow::addChartExports(const QList<QAction*>& shared)
     add(ui->_5_cp_truthVisualization, {{ChartKind::Bands, "Level", {}}, "comparison_counts", {}});
 }
 
-/// What the pages show, with the members that the window keeps on its own.
-StudyResults MainWindow::results() const
-{
-    StudyResults now = shown;
-    now.selection.doses = doseChoice;
-    now.selection.levels = doseChoiceVector;
-    return now;
-}
-
 /// The analysis as it stands.
 QString MainWindow::analysisSummary() const
 {
-    const int dataSet = weightsShown ? qMax(0, ui->_2_sb_dataNumber->value()) : -1;
+    const int dataSet = shown.weights.exists() ? qMax(0, ui->_2_sb_dataNumber->value()) : -1;
     return summaryText(currentInputs(), results(), dataSet,
                        {"Velmora " VELMORA_VERSION, qVersion(), source.place, source.files},
                        allFindings());

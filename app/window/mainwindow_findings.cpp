@@ -229,12 +229,6 @@ QVector<int> MainWindow::allModels() const
     return models;
 }
 
-/// The name of a model that tells it from others in other imports; empty for a number.
-QString MainWindow::fileName(int model) const
-{
-    return source.namesModels && model < endPoints.size() ? endPoints.at(model).name : QString();
-}
-
 /// What is found on a model's expression in one of the two tables.
 QStringList MainWindow::formulaFindings(const Study& now, const QTableWidget* table,
                                         int model) const
@@ -263,7 +257,7 @@ void MainWindow::renewFormulaFindings(const QTableWidget* table, const QVector<i
 void MainWindow::renewOmegaFindings()
 {
     const int model = ui->_1_tw_endPoints->currentRow();
-    if (selectedEndPoint() == nullptr) {
+    if (model < 0 || model >= endPoints.size()) {
         return;
     }
     const Study now = study();
@@ -279,16 +273,6 @@ void MainWindow::renewOmegaFindings()
         }
     }
     findings->showStatus();
-}
-
-/// Tells of a typed text that the cell did not take over, until something else changes.
-void MainWindow::showOmegaFindings(int row, int column, const QString& typed)
-{
-    const QStringList found = checkOmegaElement(typed, std::numeric_limits<int>::max());
-    if (!found.isEmpty()) {
-        findings->show(ui->_1_tw_etaDefinition->item(row, column), found);
-        findings->showStatus();
-    }
 }
 
 /// Names the data column under every heading of the results and every label of page "1",
