@@ -165,9 +165,10 @@ void FindingsView::show(QTableWidgetItem* item, const QStringList& findings)
     item->setData(Qt::BackgroundRole, text.isEmpty() ? QVariant() : findingBrush());
 }
 
-void FindingsView::setGeneral(const QString& text)
+void FindingsView::setGeneral(const QString& text, const QStringList& summedUp)
 {
     general = text;
+    bar->setToolTip(plainToolTip(listed(summedUp)));
     showStatus();
 }
 

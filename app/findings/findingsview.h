@@ -57,10 +57,12 @@ public:
     /// created.
     void show(QTableWidgetItem* item, const QStringList& findings);
 
-    /// What the status bar says while nothing is found on what is current.
-    void setGeneral(const QString& text);
+    /// What the status bar says while nothing is found on what is current, and the findings
+    /// that it sums up.
+    void setGeneral(const QString& text, const QStringList& summedUp);
 
-    /// Lists what everything gives in the tooltip of the status bar, when it opens.
+    /// Lists what everything gives in the tooltip of the status bar when it opens, in place of
+    /// the findings that are summed up.
     void listInStatusBar(const Check& allFindings);
 
     /// The findings and notes of all registered inputs, each once and led by the name of its

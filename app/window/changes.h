@@ -35,7 +35,8 @@ enum class Change {
     Simulations, ///< simulation models or true model numbers
     Calculated,
     Cache, ///< its use or its content
-    PageTurned
+    PageTurned,
+    Palette ///< of the desktop
 };
 
 /// What a change can touch, in the order in which it is renewed.

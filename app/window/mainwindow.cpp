@@ -180,6 +180,14 @@ void MainWindow::connectPlots()
 
 void MainWindow::contextMenuEvent(QContextMenuEvent* /*event*/) {}
 
+void MainWindow::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && findings != nullptr) {
+        changed(Change::Palette);
+    }
+}
+
 void MainWindow::on___mainToolBox_currentChanged(int index)
 {
     if (index == weightPage) {

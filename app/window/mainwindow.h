@@ -47,6 +47,7 @@ public:
 protected:
     /// Empty: the window has no context menu.
     void contextMenuEvent(QContextMenuEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private slots:
     void on___pb_import_clicked();

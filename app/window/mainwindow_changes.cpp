@@ -69,6 +69,7 @@ const QVector<View>& viewsTouchedBy(Change change)
         {Change::Calculated,        {V::Marks, V::CacheMark}},
         {Change::Cache,             {V::CacheMark}},
         {Change::PageTurned,        {V::CacheMark}},
+        {Change::Palette,           {V::ShownCheckUp, V::AllInputs}},
         // clang-format on
     };
     return table.at(change);

@@ -41,6 +41,7 @@ void MainWindow::connectFindings()
 {
     findings = new FindingsView(this, ui->__mainToolBox, ui->statusBar);
     new BlankCellDelegate(ui->_1_tw_endPoints, checkEndpointGiven({}).value(0));
+    findings->listInStatusBar([this] { return allFindings(); });
     watchInputs();
     watchResults();
     for (QTableWidget* table :
@@ -199,7 +200,13 @@ void MainWindow::renewCheckUp()
         names.append(definition.name);
     }
     importCheckUp = checkUp(rawResults, rawResultsHeaders, names, colNumOFV, colNumTHETA1);
-    findings->setGeneral(importCheckUp.summary);
+    QStringList summedUp;
+    for (int model = 0; model < importCheckUp.models.size(); ++model) {
+        for (const QString& finding : importCheckUp.models.at(model).findings) {
+            summedUp.append(names.value(model) + ": " + finding);
+        }
+    }
+    findings->setGeneral(importCheckUp.summary, summedUp);
     showCheckUp();
 }
 

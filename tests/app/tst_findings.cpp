@@ -122,6 +122,11 @@ private slots:
                        {files.write("raw_results_emax.csv", lines[0] + lines[1]),
                         files.writeRawResults("raw_results_linear.csv", {{7, 1}, {7, 3}})});
         QVERIFY2(status().startsWith("2 models, 1 data set"), qPrintable(status()));
+        auto* bar = the<QStatusBar>("statusBar");
+        QVERIFY2(bar->toolTip().contains("\nemax: 30 of 101"), qPrintable(bar->toolTip()));
+        QHelpEvent hover(QEvent::ToolTip, {}, {});
+        QApplication::sendEvent(bar, &hover);
+        QVERIFY(bar->toolTip().contains("emax, endpoint: There is no endpoint expression"));
         reach<QWidget>("_2_tw_weightDefinition");
         for (QTableWidgetItem* name :
              {the<QTableWidget>("_1_tw_endPoints")->verticalHeaderItem(0),

@@ -117,6 +117,20 @@ private slots:
         QVERIFY(marks().at(2).contains("The doses, as the project has them, were selected for "));
     }
 
+    void followThePalette()
+    {
+        calculateAll();
+        type("_1_le_possibleDoses", "0,1");
+        const auto* button = the<QWidget>("_3_pb_calculatePoS");
+        const QPalette light = QApplication::palette();
+        QApplication::setPalette(QPalette(QColor(53, 53, 53)));
+        const QPalette dark = button->palette();
+        QApplication::setPalette(light);
+        QVERIFY(dark.color(QPalette::Button).lightness() < 128 && marks().first().endsWith('!'));
+        type("_1_le_possibleDoses", "0,0.1,2");
+        QVERIFY(!marks().first().endsWith('!'));
+    }
+
     void tellHowMuchWasCalculated()
     {
         calculateAll();
