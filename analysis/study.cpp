@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/study.h"
 
-#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -84,12 +83,6 @@ QString doseName(const QVector<endPoint>& endPoints)
     }
     parser expression = endPoints.first().endPointParser;
     return expression.extract_variables().at(DoseSlot);
-}
-
-bool hasEtas(const QVector<endPoint>& endPoints)
-{
-    return std::any_of(endPoints.begin(), endPoints.end(),
-                       [](const endPoint& definition) { return definition.highestEta > 0; });
 }
 
 quint64 fingerprintOf(const RawResults& results)

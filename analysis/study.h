@@ -54,9 +54,6 @@ void bringUpToDate(QVector<endPoint>& endPoints, const QVector<double>& doses);
 /// The dose as the first model's endpoint expression calls it; empty without models.
 QString doseName(const QVector<endPoint>& endPoints);
 
-/// Whether any endpoint is simulated for a population.
-bool hasEtas(const QVector<endPoint>& endPoints);
-
 /// A number by which results with other numbers or another shape can be told apart; never 0.
 /// The same on every machine of the same byte order.
 quint64 fingerprintOf(const RawResults& results);

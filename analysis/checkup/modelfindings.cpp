@@ -27,7 +27,7 @@ QStringList lines(const QVector<Diagnosis>& diagnoses)
 
 const Table& firstDataSet(const Study& study, int model)
 {
-    static const Table none;
+    static const Table none{};
     const bool exists =
         model >= 0 && model < study.rawResults.size() && !study.rawResults.at(model).isEmpty();
     return exists ? study.rawResults.at(model).first() : none;

@@ -167,15 +167,16 @@ void MainWindow::acceptDrops()
 /// Makes the two histograms draggable and zoomable.
 void MainWindow::connectPlots()
 {
-    QCustomPlot* results = ui->_0_cp_rawResHistoGram;
-    QCustomPlot* doses = ui->_4_cp_doseChoiceDistribution;
+    QCustomPlot* ofResults = ui->_0_cp_rawResHistoGram;
+    QCustomPlot* ofDoses = ui->_4_cp_doseChoiceDistribution;
     const HistogramView::Look look{thickPen(plotColor), QBrush(plotColorLight)};
-    resultsHistogram = new HistogramView(results, look, [this] { refresh_0_cp_rawResHistoGram(); });
-    doseHistogram = new HistogramView(doses, look, [this] { refresh_4_tw_doseChoice(); });
-    connect(results, &QCustomPlot::mousePress, this, &MainWindow::mousePressDE);
-    connect(results, &QCustomPlot::mouseWheel, this, &MainWindow::mouseWheelDE);
-    connect(doses, &QCustomPlot::mousePress, this, &MainWindow::mousePress_4_cp_doseDist);
-    connect(doses, &QCustomPlot::mouseWheel, this, &MainWindow::mouseWheel_4_cp_doseDist);
+    resultsHistogram =
+        new HistogramView(ofResults, look, [this] { refresh_0_cp_rawResHistoGram(); });
+    doseHistogram = new HistogramView(ofDoses, look, [this] { refresh_4_tw_doseChoice(); });
+    connect(ofResults, &QCustomPlot::mousePress, this, &MainWindow::mousePressDE);
+    connect(ofResults, &QCustomPlot::mouseWheel, this, &MainWindow::mouseWheelDE);
+    connect(ofDoses, &QCustomPlot::mousePress, this, &MainWindow::mousePress_4_cp_doseDist);
+    connect(ofDoses, &QCustomPlot::mouseWheel, this, &MainWindow::mouseWheel_4_cp_doseDist);
 }
 
 void MainWindow::contextMenuEvent(QContextMenuEvent* /*event*/) {}

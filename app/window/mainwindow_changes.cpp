@@ -119,8 +119,10 @@ CurrentInputs MainWindow::currentInputs() const
     now.weightsDataSet = qMax(0, ui->_2_sb_dataNumber->value());
     now.curveDataSet = qMax(0, ui->_3_cb_dataNumber->value());
     now.typicalModel = ui->_1_tw_endPoints->currentRow();
-    now.trueRows = trueRows();
-    now.trueModels = trueModelTexts();
+    if (shown.truth.made.exists()) {
+        now.trueRows = trueRows();
+        now.trueModels = trueModelTexts();
+    }
     return now;
 }
 
