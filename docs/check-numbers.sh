@@ -8,9 +8,21 @@
 # rows of these CSV files, whose columns stand side by side, the heading column of the
 # first file only. Numbers agree to 1e-9 of their value (of 1 below 1), other texts to the
 # letter; what has no text in a file may be anything.
+#
+# The tables stand in the order in which the tour wrote these files, so that a reader who
+# takes the document's steps one after another gets its numbers.
 set -euo pipefail
 document=$(realpath "$1")
 cd "$2"
+
+previous=
+while read -r file; do
+    if [ "$file" -ot "${previous:-$file}" ]; then
+        echo "$file was written before $previous, whose table comes first"
+        exit 1
+    fi
+    previous=$file
+done < <(sed -n 's/^ *<!-- numbers: \(.*\) -->$/\1/p' "$document" | tr ' ' '\n')
 
 awk '
 function isNumber(text) { return text ~ /^-?[0-9]+(\.[0-9]*)?(e[-+]?[0-9]+)?$/ }

@@ -29,6 +29,17 @@ const QVector<CandidateModel> models{
 };
 constexpr int emax = 0;
 
+struct Method
+{
+    Choice choice;
+    QString name;
+};
+
+const QVector<Method> methods{{ModelAverage, "average"}, {ModelSelection, "selection"}};
+
+constexpr char endpointTable[] = "_1_tw_endPoints";
+constexpr char doseTable[] = "_4_tw_doseChoice";
+
 void importFiles(Tour& tour, const QString& dataFolder)
 {
     tour.showPage(ImportPage);
@@ -41,7 +52,7 @@ void importFiles(Tour& tour, const QString& dataFolder)
     DialogDriver dialogs;
     dialogs.answerFiles(paths);
     user::click(tour.widget<QPushButton>("__pb_importFbF"));
-    tour.require(tour.widget<QTableWidget>("_1_tw_endPoints")->rowCount() == models.size(),
+    tour.require(tour.widget<QTableWidget>(endpointTable)->rowCount() == models.size(),
                  "not every model was imported");
     tour.savePicture("0-import");
 }
@@ -63,24 +74,13 @@ void defineEndpoints(Tour& tour)
 {
     tour.showPage(EndpointPage);
     user::typeText(tour.widget<QLineEdit>("_1_le_possibleDoses"), "0:0.1:1");
-    auto* endpoints = tour.widget<QTableWidget>("_1_tw_endPoints");
+    auto* endpoints = tour.widget<QTableWidget>(endpointTable);
     for (int model = 0; model < models.size(); ++model) {
         user::editCell(endpoints, model, 0, models.at(model).endpoint);
         tour.pause();
     }
     user::clickCell(endpoints, emax, 0);
     tour.savePicture("1-endpoints");
-}
-
-/// The residual variance of the emax model, column 24, taken as variance between subjects.
-void addBetweenSubjectVariability(Tour& tour)
-{
-    tour.showPage(EndpointPage);
-    user::editCell(tour.widget<QTableWidget>("_1_tw_endPoints"), emax, 0,
-                   QString(models.at(emax).endpoint) + "+ETA1");
-    tour.pause();
-    user::editCell(tour.widget<QTableWidget>("_1_tw_etaDefinition"), 0, 0, "COL24");
-    tour.savePicture("1-endpoint-with-eta");
 }
 
 void weighModels(Tour& tour)
@@ -91,28 +91,37 @@ void weighModels(Tour& tour)
     tour.savePicture("2-weights");
 }
 
-void computeProbability(Tour& tour, Choice choice, const QString& name)
+void defineTarget(Tour& tour)
 {
     tour.showPage(ProbabilityPage);
     user::typeText(tour.widget<QLineEdit>("_3_le_lowerBound"), "0.4");
-    user::typeText(tour.widget<QLineEdit>("_3_le_upperBound"), "");
-    user::chooseItem(tour.widget<QComboBox>("_3_cb_aveORselect"), choice);
+    user::typeText(tour.widget<QLineEdit>("_3_le_upperBound"), "inf");
     user::chooseItem(tour.widget<QComboBox>("_3_cb_indOFVone"), IndividualOfv);
+}
+
+/// How the models come together, on the page whose choices page "4" judges by, too.
+void chooseMethod(Tour& tour, const Method& method)
+{
+    tour.showPage(ProbabilityPage);
+    user::chooseItem(tour.widget<QComboBox>("_3_cb_aveORselect"), method.choice);
+}
+
+void computeProbability(Tour& tour, const QString& name)
+{
     user::click(tour.widget<QPushButton>("_3_pb_calculatePoS"));
     tour.saveCurves("3-probability-" + name, "_3_cp_PoS", "dose,probability");
     tour.savePicture("3-probability-" + name);
 }
 
-/// By the choice that the page before shows.
 void chooseDoses(Tour& tour, const QString& name)
 {
     tour.showPage(DosePage);
     user::typeText(tour.widget<QLineEdit>("_4_le_probabilities"), "50,60,70,80,90");
     user::click(tour.widget<QPushButton>("_4_pb_startCalculation"));
-    auto* doses = tour.widget<QTableWidget>("_4_tw_doseChoice");
+    auto* doses = tour.widget<QTableWidget>(doseTable);
     tour.require(doses->rowCount() == 1 && doses->columnCount() == 5, "no dose choice came");
     user::clickCell(doses, 0, 0);
-    tour.saveTable("4-dose-choice-" + name, "_4_tw_doseChoice");
+    tour.saveTable("4-dose-choice-" + name, doseTable);
     tour.savePicture("4-dose-choice-" + name);
 
     QTextStream out(stdout);
@@ -124,13 +133,42 @@ void chooseDoses(Tour& tour, const QString& name)
     }
 }
 
-/// By both methods, in files with this at the end of their names.
+/// Pages "3" and "4", each by all methods, in files with this at the end of their names.
 void decide(Tour& tour, const QString& suffix)
 {
-    computeProbability(tour, ModelAverage, "average" + suffix);
-    chooseDoses(tour, "average" + suffix);
-    computeProbability(tour, ModelSelection, "selection" + suffix);
-    chooseDoses(tour, "selection" + suffix);
+    for (const Method& method : methods) {
+        chooseMethod(tour, method);
+        computeProbability(tour, method.name + suffix);
+    }
+    for (const Method& method : methods) {
+        chooseMethod(tour, method);
+        chooseDoses(tour, method.name + suffix);
+    }
+}
+
+/// The residual variance of the emax model, column 24, taken as variance between subjects.
+void addBetweenSubjectVariability(Tour& tour)
+{
+    tour.showPage(EndpointPage);
+    user::editCell(tour.widget<QTableWidget>(endpointTable), emax, 0,
+                   QString(models.at(emax).endpoint) + "+ETA1");
+    tour.pause();
+    user::editCell(tour.widget<QTableWidget>("_1_tw_etaDefinition"), 0, 0, "COL24");
+    tour.savePicture("1-endpoint-with-eta");
+    const auto* weights = tour.widget<QTableWidget>("_2_tw_weightDefinition");
+    tour.require(weights->item(emax, 0)->toolTip().contains("now K is 3"),
+                 "the weight does not tell that an ETA counts in K");
+}
+
+/// Doses by the method chosen last are what they were without the ETA.
+void takeBetweenSubjectVariabilityBack(Tour& tour, const QString& dosesBefore)
+{
+    tour.showPage(EndpointPage);
+    user::editCell(tour.widget<QTableWidget>(endpointTable), emax, 0, models.at(emax).endpoint);
+    tour.showPage(DosePage);
+    user::click(tour.widget<QPushButton>("_4_pb_startCalculation"));
+    tour.require(tour.tableText(doseTable) == dosesBefore,
+                 "without the ETA the doses are not those of before");
 }
 
 } // namespace
@@ -141,7 +179,10 @@ void playBiomarkerStudy(Tour& tour, const QString& dataFolder)
     viewResults(tour);
     defineEndpoints(tour);
     weighModels(tour);
+    defineTarget(tour);
     decide(tour, "-without-eta");
+    const QString doses = tour.tableText(doseTable);
     addBetweenSubjectVariability(tour);
     decide(tour, "");
+    takeBetweenSubjectVariabilityBack(tour, doses);
 }

@@ -84,7 +84,7 @@ void computeProbability(Tour& tour)
 {
     tour.showPage(ProbabilityPage);
     user::typeText(tour.widget<QLineEdit>("_3_le_lowerBound"), "0.4");
-    user::typeText(tour.widget<QLineEdit>("_3_le_upperBound"), "");
+    user::typeText(tour.widget<QLineEdit>("_3_le_upperBound"), "inf");
     user::chooseItem(tour.widget<QComboBox>("_3_cb_aveORselect"), ModelAverage);
     user::chooseItem(tour.widget<QComboBox>("_3_cb_indOFVone"), IndividualOfv);
     user::click(tour.widget<QPushButton>("_3_pb_calculatePoS"));
@@ -122,10 +122,10 @@ QStringList showComparison(Tour& tour, const QString& name)
         meds.append(item->text());
     }
     tour.saveTable("5-theoretical-meds-" + name, "_5_tw_trueModelTMED");
-    tour.saveTable("5-summary-" + name, "_5_tw_Summary");
-    tour.saveTable("5-mean-absolute-errors-" + name, "_5_tw_aveUnderEstOverEst");
     tour.saveCurves("5-counts-" + name, "_5_cp_truthVisualization",
                     "level,nominal,over,over or equal,all");
+    tour.saveTable("5-summary-" + name, "_5_tw_Summary");
+    tour.saveTable("5-mean-absolute-errors-" + name, "_5_tw_aveUnderEstOverEst");
     tour.savePicture("5-comparison-" + name);
     return meds;
 }
