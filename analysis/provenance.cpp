@@ -12,11 +12,6 @@ bool same(double a, double b)
     return a == b || (std::isnan(a) && std::isnan(b));
 }
 
-bool same(int a, int b)
-{
-    return a == b;
-}
-
 template <typename T>
 bool same(const QVector<T>& a, const QVector<T>& b)
 {
@@ -26,13 +21,46 @@ bool same(const QVector<T>& a, const QVector<T>& b)
                          [](const T& first, const T& second) { return same(first, second); });
 }
 
+/// An element of omega as it is used: its column or, without one, its number. Elements that
+/// are not there are 0.
+struct OmegaElement
+{
+    int column;
+    double number;
+};
+
+OmegaElement omegaElement(const endPoint& definition, int row, int column)
+{
+    const int reference = definition.omegaColumns.value(row).value(column, -1);
+    return reference >= 0 ? OmegaElement{reference, 0.0}
+                          : OmegaElement{-1, definition.omega.value(row).value(column)};
+}
+
+bool sameOmega(const endPoint& a, const endPoint& b)
+{
+    if (a.omega.constData() == b.omega.constData()
+        && a.omegaColumns.constData() == b.omegaColumns.constData()) {
+        return true;
+    }
+    const int size = qMax(a.omega.size(), b.omega.size());
+    for (int row = 0; row < size; ++row) {
+        for (int column = 0; column < size; ++column) {
+            const OmegaElement first = omegaElement(a, row, column);
+            const OmegaElement second = omegaElement(b, row, column);
+            if (first.column != second.column || !same(first.number, second.number)) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
 bool sameEndpoint(const endPoint& a, const endPoint& b)
 {
     return a.endPointParser.expression == b.endPointParser.expression
            && a.colNumTHETA1 == b.colNumTHETA1
            && (a.highestEta == 0
-               || (same(a.omega, b.omega) && same(a.omegaColumns, b.omegaColumns)
-                   && a.populationSummary == b.populationSummary));
+               || (sameOmega(a, b) && a.populationSummary == b.populationSummary));
 }
 
 /// Without the blanks that a blank expression may be made of.
@@ -47,17 +75,15 @@ bool sameWeight(const endPoint& a, const endPoint& b)
     return weightOf(a) == weightOf(b) && a.colNumOFV == b.colNumOFV;
 }
 
-bool sameIndividuals(const endPoint& a, const endPoint& b)
-{
-    return a.highestEta == 0 || b.highestEta == 0 || a.numSimulations == b.numSimulations;
-}
-
 /// Whether the definitions that both results depend on agree in something.
 template <typename Agree>
 bool sameDefinitions(const Provenance& a, const Provenance& b, Agree agree)
 {
     const QVector<endPoint>& first = a.inputs.endPoints;
     const QVector<endPoint>& second = b.inputs.endPoints;
+    if (first.constData() == second.constData()) {
+        return a.model == b.model; // shared definitions need no look
+    }
     if (a.model < 0) {
         return std::equal(first.begin(), first.end(), second.begin(), second.end(), agree);
     }
@@ -65,12 +91,31 @@ bool sameDefinitions(const Provenance& a, const Provenance& b, Agree agree)
            && agree(first.at(a.model), second.at(a.model));
 }
 
+/// Of the models that both have and simulate.
+bool sameIndividuals(const Provenance& a, const Provenance& b)
+{
+    const int count = qMin(a.inputs.endPoints.size(), b.inputs.endPoints.size());
+    for (int model = 0; model < count; ++model) {
+        const endPoint& first = a.inputs.endPoints.at(model);
+        const endPoint& second = b.inputs.endPoints.at(model);
+        const bool concerned =
+            (a.model < 0 || a.model == model) && first.highestEta > 0 && second.highestEta > 0;
+        if (concerned && first.numSimulations != second.numSimulations) {
+            return false;
+        }
+    }
+    return true;
+}
+
 bool sameWeights(const Provenance& a, const Provenance& b)
 {
-    // Selection does not depend on the scale.
+    // Selection depends neither on the scale nor on the model shown on page "0".
     const bool bothSelect = a.inputs.selecting && b.inputs.selecting;
+    const bool sameResults = a.inputs.fingerprint == b.inputs.fingerprint;
     return sameDefinitions(a, b, sameWeight)
-           && (bothSelect || a.inputs.logScale == b.inputs.logScale);
+           && (bothSelect
+               || (a.inputs.logScale == b.inputs.logScale
+                   && (!sameResults || a.weighedDataSets == b.weighedDataSets)));
 }
 
 bool sameKind(InputKind kind, const Provenance& a, const Provenance& b)
@@ -87,7 +132,7 @@ bool sameKind(InputKind kind, const Provenance& a, const Provenance& b)
     case InputKind::Endpoints:
         return sameDefinitions(a, b, sameEndpoint);
     case InputKind::Individuals:
-        return sameDefinitions(a, b, sameIndividuals);
+        return sameIndividuals(a, b);
     case InputKind::Weights:
         return sameWeights(a, b);
     case InputKind::Interval:
@@ -140,6 +185,7 @@ Provenance provenance(const Study& study, const QVector<InputKind>& kinds)
     made.kinds = kinds;
     made.inputs = study;
     made.dataSetCount = study.dataSetCount();
+    made.weighedDataSets = qMin(made.dataSetCount, study.rawResults.value(study.shownModel).size());
     if (study.fingerprint == 0) {
         made.inputs.fingerprint = fingerprintOf(study.rawResults);
     }

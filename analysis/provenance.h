@@ -30,6 +30,9 @@ struct Provenance
     QVector<InputKind> kinds; ///< that the result depends on; none where there is no result
     Study inputs;             ///< without bootstrap results and headings
     int dataSetCount = 0;
+    /// Data sets for which model averaging finds weights: those that the model shown on page
+    /// "0" has, too.
+    int weighedDataSets = 0;
     int dataSet = -1;       ///< that the result is of; -1 for all
     int model = -1;         ///< the same
     Table trueRows;         ///< first rows of the simulation models' results, [dataSet]

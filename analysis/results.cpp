@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/results.h"
 
-#include <algorithm>
-
 namespace {
 
 void addStale(QStringList& remarks, const QString& what, const Provenance& made,
@@ -12,14 +10,6 @@ void addStale(QStringList& remarks, const QString& what, const Provenance& made,
     if (!changed.isEmpty()) {
         remarks.append(staleText(what, made, changed) + '.');
     }
-}
-
-/// Each kind once, in their order.
-QVector<InputKind> united(QVector<InputKind> kinds)
-{
-    std::sort(kinds.begin(), kinds.end());
-    kinds.erase(std::unique(kinds.begin(), kinds.end()), kinds.end());
-    return kinds;
 }
 
 } // namespace
@@ -39,16 +29,22 @@ QVector<InputKind> selectionChanges(const StudyResults& results, const CurrentIn
 
 QVector<InputKind> truthChanges(const StudyResults& results, const CurrentInputs& now)
 {
-    if (!results.truth.made.exists()) {
+    const Provenance& made = results.truth.made;
+    if (!made.exists()) {
         return {};
     }
-    QVector<InputKind> changed =
-        changedKinds(results.truth.made, truthProvenance(now.study, now.trueRows, now.trueModels,
-                                                         results.selection.doses));
-    if (results.truth.made.trueRows.isEmpty() != now.trueRows.isEmpty()) {
+    QVector<InputKind> changed = changedKinds(
+        made, truthProvenance(now.study, now.trueRows, now.trueModels, results.selection.doses));
+    if (made.trueRows.isEmpty() != now.trueRows.isEmpty()) {
         changed.append(InputKind::TrueModels); // a file before, simulation models now, or back
     }
-    return united(changed + changedKinds(results.truth.chosen, doseProvenance(now.study)));
+    return changed;
+}
+
+QVector<InputKind> comparedDosesChanges(const StudyResults& results, const CurrentInputs& now)
+{
+    const Provenance& made = results.truth.chosen;
+    return made.exists() ? changedKinds(made, doseProvenance(now.study)) : QVector<InputKind>();
 }
 
 QStringList typicalCurveRemarks(const StudyResults& results, const CurrentInputs& now)
@@ -131,6 +127,8 @@ QStringList truthRemarks(const StudyResults& results, const CurrentInputs& now)
         return {};
     }
     QStringList remarks;
-    addStale(remarks, "The comparison was made", results.truth.chosen, truthChanges(results, now));
+    addStale(remarks, "The comparison was made", results.truth.made, truthChanges(results, now));
+    addStale(remarks, "The doses compared were selected", results.truth.chosen,
+             comparedDosesChanges(results, now));
     return remarks + unfinishedRemarks(results.truth);
 }

@@ -87,10 +87,13 @@ QStringList selectionRemarks(const StudyResults& results, const CurrentInputs& n
 /// themselves.
 QStringList truthRemarks(const StudyResults& results, const CurrentInputs& now);
 
-/// The kinds of inputs that have changed since the curve, the selection or the comparison was
-/// made.
+/// The kinds of inputs that have changed since the curve or the selection was made.
 QVector<InputKind> curveChanges(const StudyResults& results, const CurrentInputs& now);
 QVector<InputKind> selectionChanges(const StudyResults& results, const CurrentInputs& now);
+
+/// The same of the comparison itself, with its theoretical MEDs, and of the doses that were
+/// compared.
 QVector<InputKind> truthChanges(const StudyResults& results, const CurrentInputs& now);
+QVector<InputKind> comparedDosesChanges(const StudyResults& results, const CurrentInputs& now);
 
 #endif

@@ -109,9 +109,8 @@ QString omegas(const QVector<endPoint>& endPoints)
         for (int row = 0; row < definition.numEtas; ++row) {
             QStringList cells;
             for (int column = 0; column < definition.numEtas; ++column) {
-                const int reference = definition.omegaColumns.at(row).at(column);
-                cells.append(reference >= 0 ? "COL" + QString::number(qint64(reference) + 1)
-                                            : typed(definition.omega.at(row).at(column)));
+                cells.append(
+                    definition.omegaText(row, column, std::numeric_limits<double>::digits10));
             }
             text += line(cells);
         }
@@ -145,14 +144,15 @@ QString expressionsThen(const QVector<endPoint>& endPoints)
 }
 
 /// What a stale result was made with, as far as it has changed and is not in its heading.
-QString inputsThen(const Provenance& made, const QVector<InputKind>& changed)
+QString inputsThen(const Provenance& made, const QVector<InputKind>& changed,
+                   const QString& madeWith)
 {
     if (changed.isEmpty()) {
         return {};
     }
     const auto has = [&changed](InputKind kind) { return changed.contains(kind); };
     const Study& then = made.inputs;
-    QString text = "Stale, since changed: " + kindNames(changed) + ". It was made with:\n";
+    QString text;
     if (has(InputKind::Results)) {
         text += "Results imported before\n";
     }
@@ -171,7 +171,8 @@ QString inputsThen(const Provenance& made, const QVector<InputKind>& changed)
     if (has(InputKind::Endpoints)) {
         text += omegas(then.endPoints);
     }
-    return text;
+    const QString stale = "Stale, since changed: " + kindNames(changed) + '.';
+    return text.isEmpty() ? stale + '\n' : stale + ' ' + madeWith + ":\n" + text;
 }
 
 QString remarkLines(const QStringList& remarks)
@@ -194,8 +195,13 @@ double meanWeight(const Table& weights, int model)
     return count > 0 ? sum / count : notANumber;
 }
 
-QString weights(const Study& study, int dataSet)
+QString weights(const StudyResults& results, const CurrentInputs& now, int dataSet)
 {
+    const QStringList remarks = weightsRemarks(results, now);
+    if (!remarks.isEmpty()) {
+        return "\nRelative weights\n" + remarkLines(remarks); // the page shows others
+    }
+    const Study& study = now.study;
     const Table relative = dataSet < 0 ? Table() : relativeWeights(study, dataSet);
     if (relative.isEmpty()) {
         return {};
@@ -220,7 +226,7 @@ QString probability(const StudyResults& results, const CurrentInputs& now)
                            "%1, %2, %3\n")
                        .arg(curve.made.dataSet)
                        .arg(methodText(curve.made.inputs), intervalText(curve.made.inputs));
-    text += inputsThen(curve.made, curveChanges(results, now))
+    text += inputsThen(curve.made, curveChanges(results, now), "It was made with")
             + remarkLines(unfinishedRemarks(curve) + curve.notes)
             + line({"Dose", "Probability (%)"});
     for (int dose = 0; dose < curve.probability.size(); ++dose) {
@@ -241,7 +247,7 @@ QString doses(const StudyResults& results, const CurrentInputs& now)
         QString("\nDose selection as last calculated, %1, %2\n")
             .arg((selection.isFromProject ? "as the project has it, " : "") + methodText(then),
                  intervalText(then));
-    text += inputsThen(selection.made, selectionChanges(results, now))
+    text += inputsThen(selection.made, selectionChanges(results, now), "It was made with")
             + remarkLines(unfinishedRemarks(selection) + selection.notes)
             + line({"Level (%)", "Dose", "Data sets"});
     for (int level = 0; level < selection.levels.size(); ++level) {
@@ -260,14 +266,32 @@ QString doses(const StudyResults& results, const CurrentInputs& now)
     return text;
 }
 
+/// Of which inputs the comparison was made, where they are not all in its headings.
+QString truthInputs(const TruthComparison& truth)
+{
+    const Provenance& made = truth.made;
+    QString text;
+    if (truth.chosen.exists()) {
+        text += QString("Doses by %1, %2\n")
+                    .arg(methodText(truth.chosen.inputs), intervalText(truth.chosen.inputs));
+    }
+    if (!made.trueRows.isEmpty()) {
+        text += QString("Theoretical MEDs by true models %1, %2\n")
+                    .arg(made.trueModels.join(", "), intervalText(made.inputs));
+    }
+    return text;
+}
+
 QString comparison(const StudyResults& results, const CurrentInputs& now)
 {
     const TruthComparison& truth = results.truth;
     if (!truth.made.exists()) {
         return {};
     }
-    QString text = "\nComparison with the truth as last calculated\n"
-                   + inputsThen(truth.chosen, truthChanges(results, now))
+    QString text = "\nComparison with the truth as last calculated\n" + truthInputs(truth)
+                   + inputsThen(truth.made, truthChanges(results, now), "It was made with")
+                   + inputsThen(truth.chosen, comparedDosesChanges(results, now),
+                                "The doses were selected with")
                    + remarkLines(unfinishedRemarks(truth));
     if (truth.isFailed) {
         return text;
@@ -294,7 +318,7 @@ QString summaryText(const CurrentInputs& now, const StudyResults& results, int w
                     const StudySource& source, const QStringList& findings)
 {
     QString text = choices(now.study, source) + models(now.study, source)
-                   + weights(now.study, weightsDataSet) + probability(results, now)
+                   + weights(results, now, weightsDataSet) + probability(results, now)
                    + doses(results, now) + comparison(results, now);
     if (!findings.isEmpty()) {
         text += "\nFindings\n" + findings.join('\n') + '\n';

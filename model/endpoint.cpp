@@ -239,6 +239,13 @@ void endPoint::bindWeightNames()
     }
 }
 
+QString endPoint::omegaText(int row, int column, int digits) const
+{
+    const int reference = omegaColumns.at(row).at(column);
+    return reference >= 0 ? "COL" + QString::number(qint64(reference) + 1)
+                          : QString::number(omega.at(row).at(column), 'g', digits);
+}
+
 QVector<QVector<double>> endPoint::omegaOf(const QVector<double>& row) const
 {
     QVector<QVector<double>> matrix = omega;

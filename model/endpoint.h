@@ -77,6 +77,9 @@ public:
     /// Changes the number of ETAs; new elements of omega are 0 and come from no column.
     void resizeOmega(int size);
 
+    /// An element of omega as a user types it: "COL24", or its number with so many digits.
+    QString omegaText(int row, int column, int digits) const;
+
     /// Omega for a bootstrap row: elements that come from a column take the row's value,
     /// NaN beyond the row. Rows keep their length, where a damaged omega is not square.
     QVector<QVector<double>> omegaOf(const QVector<double>& row) const;

@@ -12,8 +12,8 @@
 
 namespace {
 
-/// Samples whose weights are compared with the scale.
-constexpr int mostWeighed = 2'000;
+/// Characters of expressions that are evaluated to compare weights with the scale.
+constexpr int mostEvaluated = 500'000;
 
 QStringList lines(const QVector<Diagnosis>& diagnoses)
 {
@@ -42,7 +42,8 @@ QVector<double> weightsOf(endPoint definition, const Table& samples)
 {
     definition.weightParser.generate_tree();
     QVector<double> values;
-    for (const QVector<double>& sample : samples.mid(0, mostWeighed)) {
+    const int most = 1 + mostEvaluated / qMax(1, definition.weightParser.expression.size());
+    for (const QVector<double>& sample : samples.mid(0, most)) {
         values.append(definition.evaluateWeight(sample));
     }
     return values;
@@ -123,4 +124,21 @@ QStringList omegaFindings(const Study& study, int model)
     return covarianceFindings(definition, samples) + checkEtaVariances(definition)
            + checkOmegaColumns(definition, columnNames(study.rawResultsHeaders.value(model)),
                                widestRow(study, model));
+}
+
+QStringList omegaElementFindings(const Study& study, int model)
+{
+    const endPoint& definition = study.endPoints.at(model);
+    QStringList found;
+    if (definition.highestEta == 0 || firstDataSet(study, model).isEmpty()) {
+        return found;
+    }
+    const int width = widestRow(study, model);
+    for (int row = 0; row < definition.numEtas; ++row) {
+        for (int column = 0; column <= row; ++column) {
+            found += checkOmegaElement(definition.omegaText(row, column, 6), width);
+        }
+    }
+    found.removeDuplicates();
+    return found;
 }

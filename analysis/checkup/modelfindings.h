@@ -23,6 +23,9 @@ QStringList weightFindings(const Study& study, int model, const QString& placed)
 /// many bootstrap samples are looked at as take no time that one would notice.
 QStringList omegaFindings(const Study& study, int model);
 
+/// Of the elements of the covariance matrix where the endpoint uses it, each told once.
+QStringList omegaElementFindings(const Study& study, int model);
+
 /// Columns of the longest row of the model's first data set.
 int widestRow(const Study& study, int model);
 

@@ -157,6 +157,17 @@ QString text(const Study& study, const MissingWeights& found)
     return startingWithCapital(placeText(study, found.dataSet) + what);
 }
 
+/// A sample's weights, in evaluations of usual expressions.
+qint64 evaluationsPerSample(const Study& study)
+{
+    constexpr int usualLength = 50;
+    qint64 evaluations = 0;
+    for (int model = 0; model < definedModels(study); ++model) {
+        evaluations += 1 + study.endPoints.at(model).weightParser.expression.size() / usualLength;
+    }
+    return evaluations;
+}
+
 /// The data sets that can be looked at in a short time, one at least.
 QVector<MissingWeights> lookAtDataSets(const Study& study)
 {
@@ -166,7 +177,7 @@ QVector<MissingWeights> lookAtDataSets(const Study& study)
     qint64 evaluations = 0;
     for (int dataSet = 0; dataSet < weighableDataSets(study); ++dataSet) {
         const qint64 samples = study.rawResults.first().at(dataSet).size();
-        evaluations += definedModels(study) * (samples + evaluationsPerDataSet);
+        evaluations += (samples + evaluationsPerDataSet) * evaluationsPerSample(study);
         if (dataSet > 0 && evaluations > mostEvaluations) {
             break;
         }
@@ -298,12 +309,8 @@ QStringList checkEndpointsGiven(const Study& study)
 
 QStringList checkIndividualsAfterOpening(const Study& study, bool opened)
 {
-    const bool simulates =
-        std::any_of(study.endPoints.begin(), study.endPoints.end(), [](const endPoint& definition) {
-            const QStringList names = parser(definition.endPointParser).extract_variables();
-            return bindEndpoint(names, definition.colNumTHETA1).highestEta() > 0;
-        });
-    if (!opened || !simulates) {
+    const auto isSimulated = [](const endPoint& definition) { return definition.highestEta > 0; };
+    if (!opened || std::none_of(study.endPoints.begin(), study.endPoints.end(), isSimulated)) {
         return {};
     }
     return {QString("A project does not keep the number of individuals: %1 is what stood here when "

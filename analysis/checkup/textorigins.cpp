@@ -21,7 +21,8 @@ void TextOrigins::restored()
 void TextOrigins::resized(int rowCount)
 {
     while (!names.isEmpty() && names.lastKey() >= rowCount) {
-        names.remove(names.lastKey());
+        const int last = names.lastKey(); // the map's own key would go while it is compared
+        names.remove(last);
     }
 }
 

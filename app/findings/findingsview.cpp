@@ -138,8 +138,10 @@ void FindingsView::showOnWidget(const Watched& watched)
 {
     QWidget* input = watched.input;
     const QStringList findings = told(watched.check);
-    const QStringList texts =
-        findings + told(watched.notes) + QStringList(input->accessibleDescription());
+    QStringList texts = findings + told(watched.notes);
+    if (!input->accessibleDescription().isEmpty()) {
+        texts.append(input->accessibleDescription());
+    }
     input->setToolTip(plainToolTip(texts.join('\n')));
     if (!watched.check) {
         return;

@@ -39,7 +39,8 @@ enum class Change {
     Palette ///< of the desktop
 };
 
-/// What a change can touch, in the order in which it is renewed.
+/// What a change can touch. All from CheckUp on is about findings, and waits while the items
+/// of a project are applied.
 enum class View {
     HistogramRanges, ///< are chosen anew with the next values
     Models,          ///< selectors, rows and names

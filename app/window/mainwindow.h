@@ -226,6 +226,7 @@ private:
     void watchResults();
     void renewFindings(View view, int row);
     void renewMarks();
+    QStringList checkedNames() const;
     void renewCheckUp();
     void showCheckUp();
     QVector<int> allModels() const;

@@ -104,6 +104,8 @@ void MainWindow::refresh__1_tw_etaDefinition()
     ui->_1_cb_numEtas->setVisible(hasEtas);
     ui->_1_cb_iivEndPoint->setVisible(hasEtas);
     ui->_1_sb_numSimulations->setVisible(hasEtas);
+    // Once more: an editor that was hidden has handed its text over to a handler.
+    definition = selectedEndPoint();
     if (definition == nullptr) {
         return;
     }
@@ -117,11 +119,7 @@ void MainWindow::refresh__1_tw_etaDefinition()
     table->setColumnCount(definition->numEtas);
     for (int row = 0; row < definition->numEtas; ++row) {
         for (int column = 0; column < definition->numEtas; ++column) {
-            const int reference = definition->omegaColumns.at(row).at(column);
-            const double value = definition->omega.at(row).at(column);
-            setCellText(table, row, column,
-                        reference >= 0 ? "COL" + QString::number(qint64(reference) + 1)
-                                       : QString::number(value, 'g', 6));
+            setCellText(table, row, column, definition->omegaText(row, column, 6));
         }
     }
 }

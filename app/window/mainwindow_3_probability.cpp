@@ -45,7 +45,12 @@ void MainWindow::refresh_3_cp_PoS()
     QCPGraph* graph = plot->addGraph();
     graph->setPen(thickPen(plotColor));
     ProbabilityCurve& curve = shown.curve;
-    curve = {possibleDoses, {}, 0, sampleCount, boundNotes(), probabilityProvenance(now, dataSet)};
+    curve = {possibleDoses,
+             {},
+             0,
+             sampleCount,
+             boundNotes() + usableWeights.ofDataSet(now, dataSet),
+             probabilityProvenance(now, dataSet)};
 
     const auto showState = [&](int sample) {
         progress.setLabel(

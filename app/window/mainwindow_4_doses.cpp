@@ -48,8 +48,12 @@ void MainWindow::on__4_pb_startCalculation_clicked()
         for (const double level : qAsConst(doseChoiceVector)) {
             doseChoiceLabels.append(QString::number(level, 'g', 6));
         }
-        shown.selection = {{},    {},           dataSetCount,
-                           false, boundNotes(), doseProvenance(studyToKeep())};
+        shown.selection = {{},
+                           {},
+                           dataSetCount,
+                           false,
+                           boundNotes() + usableWeights.ofAll(study()),
+                           doseProvenance(studyToKeep())};
         if (ui->_4_cb_useCash->isChecked()) {
             cache.resize(dataSetCount);
         }

@@ -47,7 +47,8 @@ const QVector<View>& viewsTouchedBy(Change change)
         {Change::WeightsRestored,   {V::WeightTables, V::Weights}},
         {Change::NoWeightsRestored, {V::ModelNames}},
         {Change::DosesRestored,     {V::DoseHistogram}},
-        {Change::ProjectLoaded,     {V::ModelNames, V::CheckUp, V::FormulaFindings, V::OmegaFindings, V::AllInputs}},
+        {Change::ProjectLoaded,     {V::ModelNames, V::CheckUp, V::ColumnNames, V::FormulaFindings, V::OmegaFindings,
+                                     V::AllInputs}},
         {Change::OfvColumn,         {V::CheckUp, V::FormulaFindings, V::ColumnNames, V::WeightsIfShown, V::Marks}},
         {Change::Theta1Column,      {V::CheckUp, V::FormulaFindings, V::ColumnNames, V::DrawlessCurve, V::Marks}},
         {Change::ShownModel,        {V::ResultsTable, V::ColumnNames, V::ResultsHistogram, V::ShownCheckUp, V::Marks}},
@@ -159,10 +160,11 @@ void MainWindow::changed(Change change, int row)
         texts.endpoints.typed(row, fileName(row));
     } else if (change == Change::Weight) {
         texts.weights.typed(row, fileName(row));
+        texts.placed(row, {}); // by the user now
     }
     for (const View view : viewsTouchedBy(change)) {
-        // One renewal at the end instead of one for every item of a project.
-        if (!isOpening || view != View::Marks) {
+        // Findings are renewed at the end, not for every item of a project.
+        if (!isOpening || view < View::CheckUp) {
             renewView(view, row);
         }
     }

@@ -119,11 +119,11 @@ void MainWindow::watchResults()
         const bool isEarlier = then != 0 && then != studyToKeep().fingerprint;
         return ofTruth() + checkSimulationModels(simulationSource.files, isEarlier);
     });
-    findings->watch(ui->_3_cp_PoS, {}, [=] { return ofCurve() + ofSamples() + shown.curve.notes; });
-    findings->watch(ui->_4_cp_doseChoiceDistribution, {}, ofDoses);
+    const auto ofSelection = [=] { return ofDoses() + shown.selection.notes; };
+    findings->watch(ui->_3_cp_PoS, {}, [=] { return ofCurve() + shown.curve.notes; });
+    findings->watch(ui->_4_cp_doseChoiceDistribution, {}, ofSelection);
     findings->watch(
-        ui->_4_tw_doseChoice, [this] { return shownPart(ui->_4_tw_doseChoice); },
-        [=] { return ofDoses() + shown.selection.notes; });
+        ui->_4_tw_doseChoice, [this] { return shownPart(ui->_4_tw_doseChoice); }, ofSelection);
     findings->watch(ui->_5_cp_truthVisualization, {}, ofTruth);
     findings->watch(
         ui->_5_tw_trueModelTMED, [this] { return shownPart(ui->_5_tw_trueModelTMED); }, ofTruth);
@@ -192,13 +192,21 @@ void MainWindow::renewMarks()
     }
 }
 
+/// The names of all models that have results or a definition.
+QStringList MainWindow::checkedNames() const
+{
+    QStringList names;
+    for (int model = 0; model < qMax(rawResults.size(), endPoints.size()); ++model) {
+        names.append(model < endPoints.size() ? endPoints.at(model).name
+                                              : QString("model %1").arg(model));
+    }
+    return names;
+}
+
 /// Checks the imported results, and tells what was found where models are named.
 void MainWindow::renewCheckUp()
 {
-    QStringList names;
-    for (const endPoint& definition : qAsConst(endPoints)) {
-        names.append(definition.name);
-    }
+    const QStringList names = checkedNames();
     importCheckUp = checkUp(rawResults, rawResultsHeaders, names, colNumOFV, colNumTHETA1);
     QStringList summedUp;
     for (int model = 0; model < importCheckUp.models.size(); ++model) {
@@ -309,18 +317,21 @@ QStringList MainWindow::allFindings() const
 {
     QStringList lines;
     const Study now = study();
-    for (int model = 0; model < endPoints.size(); ++model) {
-        const QString& name = endPoints.at(model).name;
-        const auto add = [&lines, &name](const QString& input, const QStringList& found) {
+    const QStringList names = checkedNames();
+    for (int model = 0; model < names.size(); ++model) {
+        const auto add = [&](const QString& input, const QStringList& found) {
             for (const QString& finding : found) {
-                lines.append(QString("%1, %2: %3").arg(name, input, finding));
+                lines.append(names.at(model) + ", " + input + ": " + finding);
             }
         };
         add("results", importCheckUp.models.value(model).findings);
+        if (model >= endPoints.size()) {
+            continue; // of an import that was given up
+        }
         const bool isTyped = ui->_1_tw_endPoints->item(model, 0) != nullptr;
         add("endpoint",
             isTyped ? formulaFindings(now, ui->_1_tw_endPoints, model) : checkEndpointGiven({}));
-        add("omega", omegaFindings(now, model));
+        add("omega", omegaFindings(now, model) + omegaElementFindings(now, model));
         add("weight", formulaFindings(now, ui->_2_tw_weightDefinition, model));
     }
     return lines + findings->all();

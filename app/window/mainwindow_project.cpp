@@ -181,11 +181,12 @@ void MainWindow::loadEndPoints(const DecodedProject& project, const Study& resto
     const int rowCount = std::min(
         {ui->_1_tw_endPoints->rowCount(), items.endPointExpressions.size(), endPoints.size()});
     for (int row = 0; row < rowCount; ++row) {
-        endPoint& definition = endPoints[row];
         // Nothing is simulated while the definition is incomplete.
-        definition.numSimulations = 0;
+        endPoints[row].numSimulations = 0;
         ui->_1_tw_endPoints->setItem(row, 0,
                                      new QTableWidgetItem(items.endPointExpressions.at(row)));
+        // Not before: the handlers of the item share the definitions, and let them go again.
+        endPoint& definition = endPoints[row];
         definition.checkETA();
         if (project.completeItems >= 6) {
             const endPoint& from = restored.endPoints.at(row);
@@ -193,8 +194,8 @@ void MainWindow::loadEndPoints(const DecodedProject& project, const Study& resto
             definition.omegaColumns = from.omegaColumns;
             definition.numEtas = from.numEtas;
         }
-        changed(Change::OmegaRestored, row);
         definition.numSimulations = ui->_1_sb_numSimulations->value();
+        changed(Change::OmegaRestored, row);
     }
     if (project.completeItems >= 7) {
         const QSignalBlocker quiet(ui->_1_cb_iivEndPoint);

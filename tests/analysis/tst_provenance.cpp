@@ -22,6 +22,7 @@ static Study wholeStudy()
         model.weightParser.expression = "(0-1-ofv/2)";
         model.checkETA();
     }
+    study.endPoints[1].omegaColumns[0][0] = 2;
     study.doses = {0, 0.5, qQNaN()};
     study.target = {0.4, qInf()};
     study.levels = {50, 80};
@@ -88,10 +89,15 @@ private slots:
         row(
             "OFV use", [](Study& s) { s.individualOfv = false; }, "choices", "");
         row(
+            "ETA that is always 0", [](Study& s) { s.endPoints[0].resizeOmega(2); }, "", "");
+        row(
+            "number below a column", [](Study& s) { s.endPoints[1].omega[0][0] = 4; }, "", "");
+        row(
+            "shown model", [](Study& s) { s.shownModel = 7; }, "weights", "");
+        row(
             "level", [](Study& s) { s.levels.removeLast(); }, "levels", "");
         row(
-            "model", [](Study& s) { s.endPoints.removeLast(); }, "endpoints, individuals, weights",
-            "");
+            "model", [](Study& s) { s.endPoints.removeLast(); }, "endpoints, weights", "");
     }
     void namesWhatChanged()
     {
@@ -111,7 +117,7 @@ private slots:
         results.selection.doses = {{0.5}};
         edit(now.study);
         QCOMPARE(kindNames(selectionChanges(results, now)), ofDoses);
-        QCOMPARE(kindNames(truthChanges(results, now)), ofDoses);
+        QCOMPARE(kindNames(comparedDosesChanges(results, now)), ofDoses);
         QCOMPARE(kindNames(curveChanges(results, now)), ofDoses == "levels" ? "" : ofDoses);
         QTEST(typicalCurveRemarks(results, now).join("").section("changed: ", 1), "ofTypicalCurve");
         now.study = wholeStudy(); // changed back, in memory of its own

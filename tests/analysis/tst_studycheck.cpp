@@ -136,6 +136,7 @@ private slots:
         QVERIFY(checkIndividualsAfterOpening(study, true).isEmpty());
         study.endPoints[0].endPointParser.expression = " ";
         study.endPoints[1].endPointParser.expression = "DOSE+ETA1";
+        study.endPoints[1].checkETA();
         QVERIFY(checkEndpointsGiven(study).first().endsWith("dose: emax."));
         QVERIFY(checkIndividualsAfterOpening(study, true).first().contains(": 100 is"));
         QVERIFY(checkIndividualsAfterOpening(study, false).isEmpty());

@@ -247,7 +247,9 @@ private slots:
             "\nmodel 1\tTHETA1+DOSE\t(0-1-ofv/2)\n",
             "\nDose\tProbability (%)\n0\t0\n0.1\t50\n2\t50\n",
             "\nLevel (%)\tDose\tData sets\n40\t0.1\t2\n",
-            "\nStale, since changed: endpoints, levels, chosen doses. It was made with:\n",
+            "\nDoses by Model Selection, using individual ofv, 1.05 < endpoint <= 10\n"
+            "Stale, since changed: chosen doses.\n"
+            "Stale, since changed: endpoints, levels. The doses were selected with:\n",
             "\n40\t1\t1\t0\t0.1\n60\t1\t0\t1\t2\n\nFindings\n",
             "model 1, weight: Proposed with K = 1 for the endpoint as it read then; now K is 2"};
         for (const QString& part : parts) {

@@ -93,7 +93,7 @@ private slots:
                      qPrintable(stale.at(i)));
             QCOMPARE(stale.at(i).endsWith('!'), concerned && marked.at(i).contains("_pb_"));
         }
-        QVERIFY(summary().contains("Stale, since changed: " + kind + ". It was made with:\n"));
+        QVERIFY(summary().contains("Stale, since changed: " + kind + '.'));
         set(input, before);
         QCOMPARE(marks(), fresh);
     }
@@ -115,6 +115,24 @@ private slots:
         QVERIFY(!weights->horizontalHeaderItem(1)->toolTip().isEmpty());
         type("_1_le_possibleDoses", "0,1");
         QVERIFY(marks().at(2).contains("The doses, as the project has them, were selected for "));
+        // A curve that is drawn while the items are applied shares the definitions.
+        user::clickCell(reach<QTableWidget>("_1_tw_endPoints"), 1, 0);
+        for (int round = 0; round < 3; ++round) {
+            pressShortcut(Qt::Key_O, files.path("project"));
+        }
+        QCOMPARE(cell("_1_tw_endPoints", 1, 0), "THETA1+DOSE");
+    }
+
+    void importsThatAreGivenUp()
+    {
+        calculateAll();
+        for (int model = 0; model < 3; ++model) {
+            files.writeRawResults(QString("raw_results_estimation_model%1_data0.csv").arg(model),
+                                  {{5, 1}});
+        }
+        pressAndAnswer("__pb_import", {files.path()}, {}, 2);
+        QVERIFY(summary().contains("\nRelative weights\nThe weights were calculated earlier"));
+        QVERIFY(summary().contains("\nmodel 2, results: no data set was read\n"));
     }
 
     void followThePalette()
