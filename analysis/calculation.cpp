@@ -29,7 +29,7 @@ std::optional<QVector<Table>> averagedEndpoints(const Study& study, int dataSet,
     }
     const int modelCount = study.endPoints.size();
     if (cache != nullptr) {
-        if (const auto kept = cache->averaged(dataSet, modelCount)) {
+        if (auto kept = cache->averaged(dataSet, modelCount)) {
             return kept;
         }
     }
@@ -54,7 +54,7 @@ std::optional<Table> selectedEndpoints(const Study& study, int dataSet, Endpoint
     }
     const int modelCount = study.endPoints.size();
     if (cache != nullptr) {
-        if (const auto kept = cache->selected(dataSet, modelCount, selected)) {
+        if (auto kept = cache->selected(dataSet, modelCount, selected)) {
             return kept;
         }
     }

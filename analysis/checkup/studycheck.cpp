@@ -118,7 +118,7 @@ QString highestProbability(const MissingWeights& found)
     qint64 scale = 10;
     qint64 rounded = 0;
     do {
-        rounded = (2 * 100 * scale * usable + found.samples) / (2 * found.samples);
+        rounded = (200 * scale * usable + found.samples) / (2 * found.samples);
         scale *= 10;
     } while (rounded == 10 * scale);
     return numberText(double(rounded) / (double(scale) / 10));

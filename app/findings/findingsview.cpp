@@ -210,10 +210,9 @@ QStringList FindingsView::findingsOn(const QWidget* input) const
     if (table != nullptr && table->currentRow() >= 0) {
         const QTableWidgetItem* item = table->currentItem();
         const auto* blank = dynamic_cast<const BlankCellDelegate*>(table->itemDelegate());
-        const QStringList ofCell = item != nullptr
-                                       ? plainText(*item).split('\n', Qt::SkipEmptyParts)
-                                   : blank != nullptr ? QStringList(blank->finding())
-                                                      : QStringList();
+        QStringList ofCell = item != nullptr    ? plainText(*item).split('\n', Qt::SkipEmptyParts)
+                             : blank != nullptr ? QStringList(blank->finding())
+                                                : QStringList();
         if (!ofCell.isEmpty()) {
             return ofCell;
         }

@@ -30,6 +30,16 @@ static Study wholeStudy()
     return study;
 }
 
+static endPoint& model(Study& study)
+{
+    return study.endPoints[0];
+}
+
+static Edit expression(int model)
+{
+    return [model](Study& s) { s.endPoints[model].endPointParser.expression = "ETA1"; };
+}
+
 class TestProvenance : public QObject
 {
     Q_OBJECT
@@ -40,64 +50,45 @@ private slots:
         QTest::addColumn<Edit>("edit");
         QTest::addColumn<QString>("ofDoses");
         QTest::addColumn<QString>("ofTypicalCurve");
-        const auto row = [](const char* name, const Edit& edit, const char* ofDoses,
-                            const char* ofTypicalCurve) {
-            const QString ending = *ofTypicalCurve ? "." : "";
-            QTest::newRow(name) << edit << QString(ofDoses) << ofTypicalCurve + ending;
+        struct Row
+        {
+            const char* name;
+            Edit edit;
+            const char* ofDoses;
+            const char* ofTypicalCurve;
         };
-        row(
-            "number", [](Study& s) { s.rawResults[1][1][2][0] = 2; }, "results", "results");
-        row(
-            "sample", [](Study& s) { s.rawResults[1][1].removeLast(); }, "results", "results");
-        row(
-            "heading", [](Study& s) { s.rawResultsHeaders = {{"a"}}; }, "", "");
-        row(
-            "dose", [](Study& s) { s.doses[1] = 0.6; }, "doses", "doses");
-        row(
-            "endpoint", [](Study& s) { s.endPoints[1].endPointParser.expression = "ETA1"; },
-            "endpoints", "");
-        row(
-            "endpoint drawn", [](Study& s) { s.endPoints[0].endPointParser.expression = "ETA1"; },
-            "endpoints", "endpoints");
-        row(
-            "omega", [](Study& s) { s.endPoints[0].omega[0][0] = 1; }, "endpoints", "endpoints");
-        row(
-            "omega column", [](Study& s) { s.endPoints[0].omegaColumns[0][0] = 1; }, "endpoints",
-            "endpoints");
-        row(
-            "population summary", [](Study& s) { s.endPoints[0].populationSummary = 50; },
-            "endpoints", "endpoints");
-        row(
-            "THETA1 column", [](Study& s) { s.endPoints[0].colNumTHETA1 = 9; }, "endpoints",
-            "endpoints");
-        row(
-            "individuals", [](Study& s) { s.endPoints[0].numSimulations = 9; }, "individuals",
-            "individuals");
-        row(
-            "weight", [](Study& s) { s.endPoints[1].weightParser.expression = "1"; }, "weights",
-            "");
-        row(
-            "OFV column", [](Study& s) { s.endPoints[1].colNumOFV = 9; }, "weights", "");
-        row(
-            "log scale", [](Study& s) { s.logScale = false; }, "weights", "");
-        row(
-            "lower bound", [](Study& s) { s.target.lower = 0; }, "interval", "");
-        row(
-            "upper bound", [](Study& s) { s.target.upper = 9; }, "interval", "");
-        row(
-            "method", [](Study& s) { s.selecting = true; }, "choices", "");
-        row(
-            "OFV use", [](Study& s) { s.individualOfv = false; }, "choices", "");
-        row(
-            "ETA that is always 0", [](Study& s) { s.endPoints[0].resizeOmega(2); }, "", "");
-        row(
-            "number below a column", [](Study& s) { s.endPoints[1].omega[0][0] = 4; }, "", "");
-        row(
-            "shown model", [](Study& s) { s.shownModel = 7; }, "weights", "");
-        row(
-            "level", [](Study& s) { s.levels.removeLast(); }, "levels", "");
-        row(
-            "model", [](Study& s) { s.endPoints.removeLast(); }, "endpoints, weights", "");
+        const Row rows[] = {
+            {"number", [](Study& s) { s.rawResults[1][1][2][0] = 2; }, "results", "results."},
+            {"sample", [](Study& s) { s.rawResults[1][1].removeLast(); }, "results", "results."},
+            {"heading", [](Study& s) { s.rawResultsHeaders = {{"a"}}; }, "", ""},
+            {"dose", [](Study& s) { s.doses[1] = 0.6; }, "doses", "doses."},
+            {"endpoint", expression(1), "endpoints", ""},
+            {"endpoint drawn", expression(0), "endpoints", "endpoints."},
+            {"omega", [](Study& s) { model(s).omega[0][0] = 1; }, "endpoints", "endpoints."},
+            {"column", [](Study& s) { model(s).omegaColumns[0][0] = 1; }, "endpoints",
+             "endpoints."},
+            {"ETA that is always 0", [](Study& s) { model(s).resizeOmega(2); }, "", ""},
+            {"number below a column", [](Study& s) { s.endPoints[1].omega[0][0] = 4; }, "", ""},
+            {"summary", [](Study& s) { model(s).populationSummary = 50; }, "endpoints",
+             "endpoints."},
+            {"THETA1", [](Study& s) { model(s).colNumTHETA1 = 9; }, "endpoints", "endpoints."},
+            {"people", [](Study& s) { model(s).numSimulations = 9; }, "individuals",
+             "individuals."},
+            {"weight", [](Study& s) { model(s).weightParser.expression = "1"; }, "weights", ""},
+            {"OFV column", [](Study& s) { model(s).colNumOFV = 9; }, "weights", ""},
+            {"log scale", [](Study& s) { s.logScale = false; }, "weights", ""},
+            {"shown model", [](Study& s) { s.shownModel = 7; }, "weights", ""},
+            {"lower bound", [](Study& s) { s.target.lower = 0; }, "interval", ""},
+            {"upper bound", [](Study& s) { s.target.upper = 9; }, "interval", ""},
+            {"method", [](Study& s) { s.selecting = true; }, "choices", ""},
+            {"OFV use", [](Study& s) { s.individualOfv = false; }, "choices", ""},
+            {"level", [](Study& s) { s.levels.removeLast(); }, "levels", ""},
+            {"model", [](Study& s) { s.endPoints.removeLast(); }, "endpoints, weights", ""},
+        };
+        for (const Row& row : rows) {
+            QTest::newRow(row.name)
+                << row.edit << QString(row.ofDoses) << QString(row.ofTypicalCurve);
+        }
     }
     void namesWhatChanged()
     {
