@@ -138,10 +138,10 @@ void MainWindow::openProject(const QString& path)
         return; // nothing in the file, nothing changes
     }
     // The items are applied in the order of the file, through the handlers of the widgets.
-    const Study restored =
-        appliedProject({study(), lowerBoundEdit->bound(), upperBoundEdit->bound()}, project).study;
     isOpening = true;
     loadResults(project);
+    const Study restored =
+        appliedProject({study(), lowerBoundEdit->bound(), upperBoundEdit->bound()}, project).study;
     loadEndPoints(project, restored);
     loadWeights(project);
     loadTarget(project);
