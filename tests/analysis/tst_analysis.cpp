@@ -3,7 +3,6 @@
 #include "analysis/dosesearch.h"
 #include "analysis/numberlist.h"
 #include "analysis/probability.h"
-#include "analysis/summary.h"
 #include "analysis/truth.h"
 #include "analysis/weights.h"
 #include "tests/support/compare.h"
@@ -175,29 +174,6 @@ private slots:
         QVERIFY(almostEqual(summariseComparison(counts, {80, 50, 30, 100}),
                             {{1 / 3.0, 0.5}, {2, 1}, {1 / 3.0, 0.5}, {1, 1}, {4, 2}, {1, 1}}));
         QVERIFY(std::isnan(summariseComparison({}, {50}).at(2).at(1))); // mean over no level
-    }
-
-    void summarises()
-    {
-        StudyResults results;
-        CurrentInputs now;
-        // Where there are no results.
-        QVERIFY(!summaryText(now, results, -1, {}, {}).contains("calculated"));
-        now.study.rawResultsHeaders = {{}, {}};
-        now.study.endPoints.resize(2);
-        now.study.endPoints[0].weightParser.expression = "(COL1)";
-        now.study.endPoints[1].weightParser.expression = "(COL2)";
-        now.study.rawResults = {{{{1, 0}, {1, 0}, {5, 1}}, {{1, 1}}}, {{{0, 1}, {0, notANumber}}}};
-        now.study.logScale = false;
-        results.selection.levels = {12.5, 50};
-        results.selection.doses = {{notANumber}, {0.3}, {0.3}, {}};
-        results.selection.made = doseProvenance(now.study);
-        const QString text = summaryText(now, results, 0, {}, {"a finding"});
-        for (const char* line : {"\t2\t1 to 3\t", "\t0.75\t3\n", "\t0.25\t0\n", "\n12.5\t0.3\t2\n",
-                                 "\n12.5\tnone\t1\n", "\na finding\n"}) {
-            QVERIFY2(text.contains(line), qPrintable(text));
-        }
-        QVERIFY(!text.contains("since changed"));
     }
 };
 

@@ -195,19 +195,6 @@ private slots:
         }
     }
 
-    void survivesUnevenResults()
-    {
-        QCOMPARE(checkUp({}, {}, {}, 20, 21).summary, QString());
-        const ImportCheckUp result = checkUp({{}, {{}, {{1}}, {{1}, {1}}}, {samples(0, 1)}},
-                                             {{}, {""}}, {"", "a%1b%2"}, -7, -7);
-        QVERIFY(match(result.models.at(0).findings, {"no data set was read"}));
-        QVERIFY(match(result.models.at(1).findings, {"there is one column only"}));
-        QVERIFY(result.models.at(1).text.startsWith("a%1b%2\n"));
-        QVERIFY(result.models.at(2).text.startsWith("model 2\n2 samples\nthere is no heading\n"));
-        QCOMPARE(result.summary, QString("3 models, 0 to 3 data sets, 0 to 2 samples each; model "
-                                         "0: no data set was read; 3 more findings"));
-    }
-
     void keepsManyDataSetsShort()
     {
         QVector<Table> first(500, samples(0, 9));

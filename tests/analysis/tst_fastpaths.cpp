@@ -54,7 +54,6 @@ class TestFastPaths : public QObject
 private slots:
     void evaluatesExpressions();
     void evaluatesAhead();
-    void boundsWhatIsAhead_data();
     void boundsWhatIsAhead();
 };
 
@@ -155,36 +154,27 @@ void TestFastPaths::evaluatesAhead()
     }
 }
 
-void TestFastPaths::boundsWhatIsAhead_data()
-{
-    QTest::addColumn<QString>("expression");
-    QTest::addColumn<int>("individuals");
-    QTest::addColumn<int>("samplesAhead");
-
-    QTest::newRow("without ETAs") << "(DOSE)" << 10000 << 64;
-    QTest::newRow("nothing to draw") << "(ETA1)+DOSE" << 10000 << 1;
-    QTest::newRow("malformed, nothing to draw") << "ETA1+DOSE+" << 1000 << 1;
-}
-
 void TestFastPaths::boundsWhatIsAhead()
 {
-    QFETCH(QString, expression);
-    QFETCH(int, individuals);
     const int doseCount = 101;
     QVector<endPoint> models(2);
-    models[0].endPointParser.expression = expression;
-    models[0].numSimulations = individuals;                   // with an omega of zeros
     models[1].endPointParser.expression = "(DOSE)(DOSE)DOSE"; // reports each evaluation
-    for (endPoint& model : models) {
-        model.bringUpToDate(QVector<double>(doseCount, 1));
+    // Without ETAs, with an omega of zeros, malformed.
+    for (const auto& [expression, individuals, samplesAhead] :
+         {std::tuple("(DOSE)", 10000, 64), {"(ETA1)+DOSE", 10000, 1}, {"ETA1+DOSE+", 1000, 1}}) {
+        models[0].endPointParser.expression = expression;
+        models[0].numSimulations = individuals;
+        Study study;
+        study.endPoints = models;
+        for (endPoint& model : study.endPoints) {
+            model.bringUpToDate(QVector<double>(doseCount, 1));
+        }
+        study.rawResults = RawResults(2, {Table(studySamples, {0})});
+        EndpointRun run(study, 0, completePlan(studySamples, 2));
+        const LogCapture log;
+        run.evaluateNext();
+        QCOMPARE(log.messages().size() / doseCount, samplesAhead);
     }
-    Study study;
-    study.endPoints = models;
-    study.rawResults = RawResults(2, {Table(studySamples, {0})});
-    EndpointRun run(study, 0, completePlan(studySamples, 2));
-    const LogCapture log;
-    run.evaluateNext();
-    QTEST(log.messages().size() / doseCount, "samplesAhead");
 }
 
 QTEST_APPLESS_MAIN(TestFastPaths)

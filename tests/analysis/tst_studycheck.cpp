@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/checkup/definitioncheck.h"
 #include "analysis/checkup/studycheck.h"
-#include "analysis/checkup/textorigins.h"
 #include "analysis/probability.h"
 #include "analysis/weights.h"
 
@@ -115,57 +114,6 @@ private slots:
         QVERIFY(checkUsableWeightsOfAll(study).first().endsWith("The first is data set 7."));
     }
 
-    void checksShownModel()
-    {
-        Study study = studyOf({"1", "1"}, {1}, 3);
-        QVERIFY(checkShownModel(study).isEmpty() && checkShownModel({}).isEmpty());
-        study.shownModel = 1;
-        study.rawResults[1].resize(2);
-        QVERIFY(checkShownModel(study).first().contains("shows model 1, which has 2 of 3 data"));
-        study.rawResultsHeaders.resize(1);
-        QVERIFY(checkShownModel(study).first().contains("which has no results or no heading"));
-        study.selecting = true;
-        QVERIFY(checkShownModel(study).isEmpty());
-    }
-
-    void checksWhatStudiesForget()
-    {
-        Study study = studyOf({"1", ""}, {1});
-        study.endPoints[0].name = "emax";
-        QVERIFY(checkEndpointsGiven(study).isEmpty());
-        QVERIFY(checkIndividualsAfterOpening(study, true).isEmpty());
-        study.endPoints[0].endPointParser.expression = " ";
-        study.endPoints[1].endPointParser.expression = "DOSE+ETA1";
-        study.endPoints[1].checkETA();
-        QVERIFY(checkEndpointsGiven(study).first().endsWith("dose: emax."));
-        QVERIFY(checkIndividualsAfterOpening(study, true).first().contains(": 100 is"));
-        QVERIFY(checkIndividualsAfterOpening(study, false).isEmpty());
-    }
-
-    void checksWeightScale()
-    {
-        const QVector<double> shares{0, notANumber, 1};
-        const QVector<double> logarithms{-5, notANumber, 2};
-        QCOMPARE(checkWeightScale("(exp(0-ofv/2))", shares, true).size(), 1);
-        QVERIFY(checkWeightScale("ofv/1000+exp(0)", shares, true).isEmpty());
-        QVERIFY(checkWeightScale("exp(ofv)", {notANumber}, true).isEmpty());
-        QVERIFY(checkWeightScale("0-ofv", logarithms, true).isEmpty());
-        QVERIFY(checkWeightScale("0-ofv", logarithms, false).first().startsWith("1 of 2 weights"));
-    }
-
-    void checksDefaultWeight()
-    {
-        const parser endpoint("THETA1*DOSE+ETA1");
-        QVERIFY(checkDefaultWeight("(0-0-ofv/2)", "(0-0-ofv/2)", endpoint)
-                    .first()
-                    .endsWith("now K is 2: write (0-2-ofv/2)."));
-        for (const auto& [placed, weight] : {std::pair("(0-2-ofv/2)", "(0-2-ofv/2)"),
-                                             {"(0-0-ofv/2)", "(0-1-ofv/2)"},
-                                             {"", "(0-0-ofv/2)"}}) {
-            QVERIFY2(checkDefaultWeight(placed, weight, endpoint).isEmpty(), placed);
-        }
-    }
-
     void readsHeadingsOfParameters()
     {
         const QStringList names{"ofv", "CL",  "V",     "SIGMA(1,1)",       "IV",
@@ -193,19 +141,6 @@ private slots:
                     .first()
                     .endsWith("none: COL8 (CL_SD, a standard deviation)."));
         QVERIFY(checkOmegaColumns(definition, names, 8).isEmpty());
-    }
-
-    void remembersOriginsOfTexts()
-    {
-        TextOrigins origins;
-        origins.typed(0, "emax");
-        origins.typed(3, "linear");
-        QCOMPARE(origins.finding(0, "betamod").join('|'), "Typed for emax, now stands at betamod.");
-        QVERIFY(origins.finding(0, "emax").isEmpty() && origins.finding(0, "").isEmpty());
-        origins.resized(3);
-        QVERIFY(origins.finding(3, "emax").isEmpty());
-        origins.typed(0, ""); // at a numbered model
-        QVERIFY(origins.finding(0, "betamod").isEmpty());
     }
 };
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/aplot.h"
 #include "app/charts/chartdata.h"
+#include "app/charts/histogramview.h"
 #include "io/csv.h"
 
 #include <QTableWidget>
@@ -58,6 +59,23 @@ private slots:
                  TextRows({{digits(start), "1"}, {digits(second), "2"}}));
         const QPointF place(chart.xAxis->coordToPixel(second + width / 2), 150);
         QVERIFY(chartTextAt(chart, reading, place).endsWith("\nFrequency: 2"));
+    }
+    void choosesTheRange()
+    {
+        QCustomPlot chart;
+        HistogramView view(&chart, {}, [] { QFAIL("The owner draws anyway."); });
+        const auto fits = [&chart, &view](int column, const QVector<double>& values) {
+            const QCPRange before = chart.xAxis->range();
+            view.chooseRange({0, 0, column}, values, values, 5);
+            return chart.xAxis->range() != before;
+        };
+        QVERIFY(fits(0, {0, 1}) && !fits(0, {5, 6}) && !fits(1, {0.5, 2}) && fits(2, {5, 6}));
+        view.forget();
+        QVERIFY(fits(2, {5.5, 7}));
+        view.expectNewValues();
+        QVERIFY(!fits(2, {6, 9}));
+        view.expectNewValues();
+        QVERIFY(fits(2, {0, 1}) && !fits(2, {5, 6}));
     }
     void fitsEveryValueIntoABin()
     {

@@ -35,23 +35,6 @@ class TestExport : public WindowTest
 {
     Q_OBJECT
 
-    /// Two models, two data sets; model 1 has the higher weight in the second sample.
-    void defineStudy()
-    {
-        importStudy(
-            {{{{2, 1 / 3.0}, {2, 2}}, {{9, 1}, {9, 2}}}, {{{4, 1}, {0, 1}}, {{1, 0}, {1, 1}}}});
-        define("THETA1*DOSE", "THETA1+DOSE", "0,0.1,2", "1.05");
-        choose("_3_cb_aveORselect", 1);
-        press("_3_pb_calculatePoS");
-        type("_4_le_probabilities", "40,60");
-        press("_4_pb_startCalculation");
-    }
-    void compareWithTruth()
-    {
-        files.write("true_meds.csv", "0,0.05\n1,-1\n");
-        pressAndAnswer("_4_pb_compTruth", {files.path("true_meds.csv")});
-    }
-
     /// Chooses an entry that saves a file; gives what is in it.
     QByteArray saved(const char* widget, const QString& entry, const QString& fileName)
     {
@@ -66,7 +49,7 @@ private slots:
 
     void copiesTheSelection()
     {
-        defineStudy();
+        calculateDoses(1);
         QTableWidget* table = reach<QTableWidget>("_0_tw_RawResults");
         const auto click = [table](int row, int column, Qt::KeyboardModifiers modifiers) {
             const QRect cell = table->visualItemRect(table->item(row, column));
@@ -99,7 +82,7 @@ private slots:
 
     void copiesComputedNumbers()
     {
-        defineStudy();
+        calculateDoses(1);
         compareWithTruth();
         // clang-format off
         const std::pair<const char*, const char*> tables[] = {
@@ -122,7 +105,7 @@ private slots:
 
     void savesTables()
     {
-        defineStudy();
+        calculateDoses(1);
         QByteArray text = saved("_0_tw_RawResults", "Save as CSV...", "table.csv");
         QVERIFY(text.startsWith("\"\"\"model\"\"\",") && text.endsWith(",0,0,2,2\r\n"));
         compareWithTruth();
@@ -140,7 +123,7 @@ private slots:
 
     void exportsCharts()
     {
-        defineStudy();
+        calculateDoses(1);
         compareWithTruth();
         const char probability[] = "DOSE\tProbability\n0\t0\n0.1\t50\n2\t50";
         auto* plot = reach<QCustomPlot>("_3_cp_PoS");
@@ -189,7 +172,7 @@ private slots:
 
     void tellsThePointUnderTheMouse()
     {
-        defineStudy();
+        calculateDoses(1);
         compareWithTruth();
         reach<QTableWidget>("_4_tw_doseChoice")->setCurrentCell(0, 0);
         // clang-format off
@@ -211,9 +194,8 @@ private slots:
 
     void countsUpToOneWithoutDataSets()
     {
-        defineStudy();
-        files.write("true_meds.csv", "0,0.05\n"); // of one data set, not of both
-        pressAndAnswer("_4_pb_compTruth", {files.path("true_meds.csv")});
+        calculateDoses(1);
+        compareWithTruth("0,0.05\n"); // of one data set, not of both
         auto* plot = reach<QCustomPlot>("_5_cp_truthVisualization");
         QCOMPARE(plot->yAxis->range(), QCPRange(0, 1));
         chooseEntry(plot, "Fit to data");
@@ -222,7 +204,7 @@ private slots:
 
     void summarisesTheAnalysis()
     {
-        defineStudy();
+        calculateDoses(1);
         compareWithTruth();
         type("_4_le_probabilities", "40"); // the comparison stays that of 40 and 60
         press("_4_pb_startCalculation");

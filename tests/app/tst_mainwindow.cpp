@@ -46,6 +46,7 @@ private slots:
         const MainWindow fresh;
         QCOMPARE(log.messages(), QStringList()); // a slot without its widget, or the reverse
         visitAllPages();
+        the<QAction>("actionCopySummary")->trigger();
         QVERIFY(rows("_2_tw_weightDefinition").isEmpty());
     }
 
@@ -222,6 +223,11 @@ private slots:
             press("_3_pb_calculatePoS");
             QCOMPARE(curve("_3_cp_PoS").last(), probability);
         }
+        type("_3_le_upperBound", "inf"); // a project has it as if it was placed
+        pressShortcut(Qt::Key_S, files.path("project"));
+        pressShortcut(Qt::Key_O, files.path("project"));
+        press("_3_pb_calculatePoS");
+        QCOMPARE(curve("_3_cp_PoS").last(), 0.0);
     }
 
     /// At dose 1 the endpoint of model 0 lies in the interval in samples 1 and 3 of data set 0

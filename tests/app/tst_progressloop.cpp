@@ -32,20 +32,6 @@ private slots:
         }
         QCOMPARE(the<QStatusBar>("statusBar")->currentMessage(), "before");
     }
-    void pausesAfterADrawing_data()
-    {
-        QTest::addColumn<qint64>("drawing");
-        QTest::addColumn<qint64>("pause");
-        QTest::newRow("quick") << qint64(2) << qint64(30);
-        QTest::newRow("slow") << qint64(4) << qint64(40);
-        QTest::newRow("very slow") << qint64(100) << qint64(300);
-    }
-    void pausesAfterADrawing()
-    {
-        QFETCH(qint64, drawing);
-        const RedrawThrottle::Pause pause{10, 30, 300};
-        QTEST(pause.after(drawing), "pause");
-    }
     void comesIntoBeingWhenNeeded()
     {
         openWindow();

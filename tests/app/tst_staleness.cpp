@@ -13,14 +13,8 @@ class TestStaleness : public WindowTest
     /// Two models and data sets, with a curve, doses and their comparison.
     void calculateAll()
     {
-        importStudy({{{{2, 1}, {2, 2}}, {{9, 1}, {9, 2}}}, {{{4, 1}, {0, 1}}, {{1, 0}, {1, 1}}}});
-        define("THETA1*DOSE", "THETA1+DOSE", "0,0.1,2", "1.05");
-        choose("_3_cb_aveORselect", 0);
-        press("_3_pb_calculatePoS");
-        type("_4_le_probabilities", "40,60");
-        press("_4_pb_startCalculation");
-        files.write("true_meds.csv", "0,0.05\n1,-1\n");
-        pressAndAnswer("_4_pb_compTruth", {files.path("true_meds.csv")});
+        calculateDoses(0);
+        compareWithTruth();
     }
     void set(const char* input, const QString& value)
     {
@@ -105,7 +99,7 @@ private slots:
         pressShortcut(Qt::Key_S, files.path("project"));
         importStudy({{{{2, 1}}}, {{{4, 1}}}});
         QVERIFY2(marks().at(1).contains("since changed: results."), qPrintable(marks().at(1)));
-        importStudy({{{{2, 1}, {2, 2}}, {{9, 1}, {9, 2}}}, {{{4, 1}, {0, 1}}, {{1, 0}, {1, 1}}}});
+        importPairs();
         QCOMPARE(marks(), fresh); // the same numbers as before
         openWindow();
         pressShortcut(Qt::Key_O, files.path("project"));

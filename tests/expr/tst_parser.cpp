@@ -18,26 +18,6 @@ class TestParser : public QObject
     Q_OBJECT
 
 private slots:
-    void splitsText()
-    {
-        // kind:label or text, separated by blanks
-        // clang-format off
-        const char* const rows[][2] = {
-            {"2*3", "0:2 2:* 0:3"}, {"*3", "2:* 0:3"}, {"2*", "0:2 2:*"}, {"2**3", "0:2 2:* 2:* 0:3"},
-            {"1.5e3", "0:1500"}, {"a$b", "-1:a 2:* -1:b"}, {"TH", "-1:TH"}, {"", ""}};
-        // clang-format on
-        for (const auto& [text, expected] : rows) {
-            parser_token token;
-            token.text = text;
-            QStringList pieces;
-            for (const parser_token& piece : token.split("*", parser_token::Operator, 1)) {
-                const bool isText = piece.type == parser_token::Unresolved;
-                pieces += QString("%1:%2").arg(piece.type).arg(isText ? piece.text : piece.label);
-            }
-            QCOMPARE(pieces.join(' '), QString(expected));
-        }
-    }
-
     void listsVariables()
     {
         // clang-format off
@@ -98,29 +78,6 @@ private slots:
             QVector<double> results(expected.size());
             p.evaluateBlocks(blocks, results.data());
             QVERIFY2(almostEqual(results, expected, 0), expression);
-        }
-    }
-
-    void reports()
-    {
-        const QString notEnough = "not enough variable values";
-        const QString notOperator = "This token is not an operator";
-        const QString tree = "double parser::evaluate_tree(QVector<double>): ";
-        const QString unary = "void parser_token::operate(parser_token, QVector<double>): ";
-        const QString binary =
-            "void parser_token::operate(parser_token, parser_token, QVector<double>): ";
-        // clang-format off
-        const std::pair<const char*, QStringList> rows[] = {
-            {"(x+1)*2", {}}, {"2 3 4", {}}, {"", {tree + "the parser tree does not exist"}},
-            {"2)", {unary + notOperator}}, {"x*y+y", {binary + notEnough, binary + notEnough}},
-            {"exp(y)*exp(z)*exp(z)", {unary + notEnough, unary + notEnough}},
-            {"2))+3", {unary + notOperator, binary + "Cannot operate on operator"}}};
-        // clang-format on
-        for (const auto& [expression, messages] : rows) {
-            parser p = compiled(expression);
-            LogCapture log;
-            p.evaluate_tree({0, 0, 0, 1});
-            QCOMPARE(log.messages(), messages);
         }
     }
 

@@ -48,34 +48,6 @@ private slots:
         QCOMPARE(sizes.full, sizes.shown == full ? QSize() : full);
         QVERIFY(sizes.hasItems);
     }
-
-    void addsRows_data()
-    {
-        QTest::addColumn<QSize>("shown");
-        QTest::addColumn<QSize>("full");
-        QTest::addColumn<int>("length");
-        QTest::addColumn<QSize>("shownAfter");
-        QTest::addColumn<QSize>("fullAfter");
-        QTest::addColumn<bool>("hasItems");
-        const QSize whole;
-        QTest::newRow("long row") << QSize(3, 2) << whole << 5 << QSize(5, 3) << whole << true;
-        QTest::newRow("too many cells")
-            << QSize(1000, 1000) << whole << 9 << QSize(1000, 1001) << whole << false;
-        QTest::newRow("too long row")
-            << QSize(3, 2) << whole << 200'001 << QSize(200'000, 3) << QSize(200'001, 3) << true;
-        QTest::newRow("below a part as wide as the whole")
-            << QSize(2, 10) << QSize(3, 10) << 3 << QSize(3, 11) << QSize(3, 11) << true;
-    }
-    void addsRows()
-    {
-        QFETCH(QSize, shown);
-        QFETCH(QSize, full);
-        QFETCH(int, length);
-        const TableSizes sizes = withRowBelow(shown, full, length);
-        QTEST(sizes.shown, "shownAfter");
-        QTEST(sizes.full, "fullAfter");
-        QTEST(sizes.hasItems, "hasItems");
-    }
 };
 
 QTEST_APPLESS_MAIN(TestTableSizes)

@@ -113,6 +113,28 @@ protected:
         type("_3_le_upperBound", "");
     }
 
+    /// Two models with two data sets; model 1 has the higher weight in the second sample.
+    void importPairs()
+    {
+        importStudy(
+            {{{{2, 1 / 3.0}, {2, 2}}, {{9, 1}, {9, 2}}}, {{{4, 1}, {0, 1}}, {{1, 0}, {1, 1}}}});
+    }
+
+    /// A curve and doses of these models, by averaging or by selection.
+    void calculateDoses(int method)
+    {
+        importPairs();
+        define("THETA1*DOSE", "THETA1+DOSE", "0,0.1,2", "1.05");
+        choose("_3_cb_aveORselect", method);
+        press("_3_pb_calculatePoS");
+        type("_4_le_probabilities", "40,60");
+        press("_4_pb_startCalculation");
+    }
+    void compareWithTruth(const QByteArray& meds = "0,0.05\n1,-1\n")
+    {
+        pressAndAnswer("_4_pb_compTruth", {files.write("true_meds.csv", meds)});
+    }
+
     /// The texts of a table row by row, those of the cells separated by blanks.
     QStringList rows(const char* table) const
     {
