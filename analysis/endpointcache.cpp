@@ -78,14 +78,16 @@ void EndpointCache::restore(const Entries& savedEntries, const Provenance& made)
 
 int EndpointCache::misfits(const Study& study) const
 {
-    const Provenance now = endpointProvenance(study);
+    Provenance now = endpointProvenance(study);
     const int dataSetCount = qMin(entries.size(), study.dataSetCount());
     int count = 0;
     for (int dataSet = 0; dataSet < dataSetCount; ++dataSet) {
         const QVector<Table>& kept = entries.at(dataSet);
         const bool isWhole = isComplete(kept);
-        if (kept.isEmpty() || kept.size() != study.endPoints.size()
-            || serves(origins.value(dataSet), now, isWhole)) {
+        const Provenance& made = origins.value(dataSet);
+        // Where the model shown on page "0" lacks the data set, the cache is not asked.
+        now.weighedDataSets = made.weighedDataSets;
+        if (kept.isEmpty() || kept.size() != study.endPoints.size() || serves(made, now, isWhole)) {
             continue;
         }
         const bool isUsed =

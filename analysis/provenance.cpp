@@ -107,15 +107,28 @@ bool sameIndividuals(const Provenance& a, const Provenance& b)
     return true;
 }
 
+bool dependsOn(const Provenance& made, InputKind kind)
+{
+    return made.kinds.contains(kind);
+}
+
+/// Whether the model shown on page "0" lets both find weights for the same data sets.
+bool weighsTheSame(const Provenance& a, const Provenance& b)
+{
+    return a.dataSet < 0 ? a.weighedDataSets == b.weighedDataSets
+                         : (a.dataSet < a.weighedDataSets) == (a.dataSet < b.weighedDataSets);
+}
+
 bool sameWeights(const Provenance& a, const Provenance& b)
 {
-    // Selection depends neither on the scale nor on the model shown on page "0".
-    const bool bothSelect = a.inputs.selecting && b.inputs.selecting;
+    // Results by selection depend neither on the scale nor on the model shown on page "0".
+    const bool bothSelect =
+        dependsOn(a, InputKind::Choices) && a.inputs.selecting && b.inputs.selecting;
     const bool sameResults = a.inputs.fingerprint == b.inputs.fingerprint;
     return sameDefinitions(a, b, sameWeight)
            && (bothSelect
                || (a.inputs.logScale == b.inputs.logScale
-                   && (!sameResults || a.weighedDataSets == b.weighedDataSets)));
+                   && (!sameResults || weighsTheSame(a, b))));
 }
 
 bool sameKind(InputKind kind, const Provenance& a, const Provenance& b)
@@ -192,11 +205,6 @@ Provenance provenance(const Study& study, const QVector<InputKind>& kinds)
     made.inputs.rawResults.clear();
     made.inputs.rawResultsHeaders.clear();
     return made;
-}
-
-bool dependsOn(const Provenance& made, InputKind kind)
-{
-    return made.kinds.contains(kind);
 }
 
 QString numberText(double number)

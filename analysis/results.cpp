@@ -35,8 +35,8 @@ QVector<InputKind> truthChanges(const StudyResults& results, const CurrentInputs
     }
     QVector<InputKind> changed = changedKinds(
         made, truthProvenance(now.study, now.trueRows, now.trueModels, results.selection.doses));
-    if (made.trueRows.isEmpty() != now.trueRows.isEmpty()) {
-        changed.append(InputKind::TrueModels); // a file before, simulation models now, or back
+    if (made.trueRows.isEmpty() && !now.trueRows.isEmpty()) {
+        changed.append(InputKind::TrueModels); // a file before, simulation models now
     }
     return changed;
 }

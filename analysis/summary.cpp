@@ -239,7 +239,7 @@ QString probability(const StudyResults& results, const CurrentInputs& now)
 QString doses(const StudyResults& results, const CurrentInputs& now)
 {
     const DoseSelection& selection = results.selection;
-    if (selection.doses.isEmpty()) {
+    if (!selection.made.exists()) {
         return {};
     }
     const Study& then = selection.made.inputs;

@@ -13,11 +13,6 @@ void TextOrigins::typed(int row, const QString& modelName)
     }
 }
 
-void TextOrigins::restored()
-{
-    names.clear();
-}
-
 void TextOrigins::resized(int rowCount)
 {
     while (!names.isEmpty() && names.lastKey() >= rowCount) {

@@ -18,9 +18,6 @@ public:
     /// A text was typed or removed in the row, which stands at a model of this name.
     void typed(int row, const QString& modelName);
 
-    /// The texts of all rows were taken from a project.
-    void restored();
-
     /// The table has so many rows now; what stood in others is gone.
     void resized(int rowCount);
 

@@ -116,10 +116,10 @@ void FindingsView::followFormulas(QTableWidget* table)
     follow(table);
 }
 
-void FindingsView::renew(QWidget* input)
+void FindingsView::renew(const QVector<QWidget*>& some)
 {
     for (const Watched& watched : qAsConst(inputs)) {
-        if (watched.input == input) {
+        if (some.contains(watched.input)) {
             showOnWidget(watched);
         }
     }

@@ -49,8 +49,9 @@ public:
     /// nothing is found on what is current.
     void followFormulas(QTableWidget* table);
 
-    /// Checks one input anew, or all.
-    void renew(QWidget* input);
+    /// Checks one input anew, several, or all.
+    void renew(QWidget* input) { renew(QVector<QWidget*>{input}); }
+    void renew(const QVector<QWidget*>& some);
     void renewAll();
 
     /// Shows findings on a cell; without any it has neither tooltip nor tint. No cell is

@@ -128,7 +128,8 @@ private:
     SimulationSource simulationSource;
     TextSources texts;
     TypedOmega typedOmega; ///< while a number of ETAs is typed
-    /// What the pages show beside the members above, with what it was made from.
+    /// What the pages show beside the members above, with what it was made from; without the
+    /// chosen doses and their levels, which results() adds.
     StudyResults shown;
     EndpointCache cache{doseChoiceCash};
     mutable quint64 fingerprint = 0; ///< of rawResults; 0 until it is asked for

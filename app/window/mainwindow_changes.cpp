@@ -53,7 +53,7 @@ const QVector<View>& viewsTouchedBy(Change change)
         {Change::Theta1Column,      {V::CheckUp, V::FormulaFindings, V::ColumnNames, V::DrawlessCurve, V::Marks}},
         {Change::ShownModel,        {V::ResultsTable, V::ColumnNames, V::ResultsHistogram, V::ShownCheckUp, V::Marks}},
         {Change::ShownDataSet,      {V::ResultsTable, V::ColumnNames, V::ResultsHistogram}},
-        {Change::SelectedModel,     {V::ColumnLabels, V::ColumnNames, V::TypicalCurve, V::Omega, V::OmegaFindings}},
+        {Change::SelectedModel,     {V::ColumnLabels, V::ColumnNames, V::TypicalCurve, V::Omega, V::OmegaFindings, V::Marks}},
         {Change::Doses,             {V::TypicalCurve, V::DoseSlider, V::Marks}},
         {Change::Endpoint,          {V::TypicalCurve, V::Omega, V::OmegaFindings, V::EndpointFinding, V::WeightFinding, V::Marks}},
         {Change::Omega,             {V::TypicalCurve, V::Omega, V::OmegaFindings, V::Marks}},

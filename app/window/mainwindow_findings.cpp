@@ -181,15 +181,13 @@ void MainWindow::renewFindings(View view, int row)
 /// Renews what is found on buttons and results, and on inputs that others decide about.
 void MainWindow::renewMarks()
 {
-    for (QWidget* widget : QVector<QWidget*>{
-             ui->_0_sb_data, ui->_2_sb_dataNumber, ui->_3_cb_dataNumber, ui->_1_sb_numSimulations,
-             ui->_2_tw_weightDefinition, ui->_1_cp_typicalDRPlot, ui->_2_tw_relativeWeight,
-             ui->_3_pb_calculatePoS, ui->_3_cp_PoS, ui->_3_le_lowerBound, ui->_3_le_upperBound,
-             ui->_4_pb_startCalculation, ui->_4_tw_doseChoice, ui->_4_cp_doseChoiceDistribution,
-             ui->_4_pb_compTruth, ui->_5_tw_trueModelTMED, ui->_5_cp_truthVisualization,
-             ui->_5_tw_Summary, ui->_5_tw_aveUnderEstOverEst}) {
-        findings->renew(widget);
-    }
+    findings->renew(QVector<QWidget*>{
+        ui->_0_sb_data, ui->_2_sb_dataNumber, ui->_3_cb_dataNumber, ui->_1_sb_numSimulations,
+        ui->_2_tw_weightDefinition, ui->_1_cp_typicalDRPlot, ui->_2_tw_relativeWeight,
+        ui->_3_pb_calculatePoS, ui->_3_cp_PoS, ui->_3_le_lowerBound, ui->_3_le_upperBound,
+        ui->_4_pb_startCalculation, ui->_4_tw_doseChoice, ui->_4_cp_doseChoiceDistribution,
+        ui->_4_pb_compTruth, ui->_5_tw_trueModelTMED, ui->_5_cp_truthVisualization,
+        ui->_5_tw_Summary, ui->_5_tw_aveUnderEstOverEst});
 }
 
 /// The names of all models that have results or a definition.

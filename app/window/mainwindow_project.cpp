@@ -185,7 +185,8 @@ void MainWindow::loadEndPoints(const DecodedProject& project, const Study& resto
         endPoints[row].numSimulations = 0;
         ui->_1_tw_endPoints->setItem(row, 0,
                                      new QTableWidgetItem(items.endPointExpressions.at(row)));
-        // Not before: the handlers of the item share the definitions, and let them go again.
+        // A reference taken before would dangle: the handlers keep copies of endPoints, so that
+        // it is moved when it is next written.
         endPoint& definition = endPoints[row];
         definition.checkETA();
         if (project.completeItems >= 6) {

@@ -30,14 +30,14 @@ static Study wholeStudy()
     return study;
 }
 
-static endPoint& model(Study& study)
+static endPoint& first(Study& study)
 {
-    return study.endPoints[0];
+    return study.endPoints.first();
 }
 
-static Edit expression(int model)
+static Edit withExpression(int number)
 {
-    return [model](Study& s) { s.endPoints[model].endPointParser.expression = "ETA1"; };
+    return [number](Study& s) { s.endPoints[number].endPointParser.expression = "ETA1"; };
 }
 
 class TestProvenance : public QObject
@@ -50,32 +50,25 @@ private slots:
         QTest::addColumn<Edit>("edit");
         QTest::addColumn<QString>("ofDoses");
         QTest::addColumn<QString>("ofTypicalCurve");
-        struct Row
-        {
-            const char* name;
-            Edit edit;
-            const char* ofDoses;
-            const char* ofTypicalCurve;
-        };
-        const Row rows[] = {
+        const std::tuple<const char*, Edit, const char*, const char*> rows[] = {
             {"number", [](Study& s) { s.rawResults[1][1][2][0] = 2; }, "results", "results."},
             {"sample", [](Study& s) { s.rawResults[1][1].removeLast(); }, "results", "results."},
             {"heading", [](Study& s) { s.rawResultsHeaders = {{"a"}}; }, "", ""},
             {"dose", [](Study& s) { s.doses[1] = 0.6; }, "doses", "doses."},
-            {"endpoint", expression(1), "endpoints", ""},
-            {"endpoint drawn", expression(0), "endpoints", "endpoints."},
-            {"omega", [](Study& s) { model(s).omega[0][0] = 1; }, "endpoints", "endpoints."},
-            {"column", [](Study& s) { model(s).omegaColumns[0][0] = 1; }, "endpoints",
+            {"endpoint", withExpression(1), "endpoints", ""},
+            {"endpoint drawn", withExpression(0), "endpoints", "endpoints."},
+            {"omega", [](Study& s) { first(s).omega[0][0] = 1; }, "endpoints", "endpoints."},
+            {"column", [](Study& s) { first(s).omegaColumns[0][0] = 1; }, "endpoints",
              "endpoints."},
-            {"ETA that is always 0", [](Study& s) { model(s).resizeOmega(2); }, "", ""},
+            {"ETA that is always 0", [](Study& s) { first(s).resizeOmega(2); }, "", ""},
             {"number below a column", [](Study& s) { s.endPoints[1].omega[0][0] = 4; }, "", ""},
-            {"summary", [](Study& s) { model(s).populationSummary = 50; }, "endpoints",
+            {"summary", [](Study& s) { first(s).populationSummary = 50; }, "endpoints",
              "endpoints."},
-            {"THETA1", [](Study& s) { model(s).colNumTHETA1 = 9; }, "endpoints", "endpoints."},
-            {"people", [](Study& s) { model(s).numSimulations = 9; }, "individuals",
+            {"THETA1", [](Study& s) { first(s).colNumTHETA1 = 9; }, "endpoints", "endpoints."},
+            {"people", [](Study& s) { first(s).numSimulations = 9; }, "individuals",
              "individuals."},
-            {"weight", [](Study& s) { model(s).weightParser.expression = "1"; }, "weights", ""},
-            {"OFV column", [](Study& s) { model(s).colNumOFV = 9; }, "weights", ""},
+            {"weight", [](Study& s) { first(s).weightParser.expression = "1"; }, "weights", ""},
+            {"OFV column", [](Study& s) { first(s).colNumOFV = 9; }, "weights", ""},
             {"log scale", [](Study& s) { s.logScale = false; }, "weights", ""},
             {"shown model", [](Study& s) { s.shownModel = 7; }, "weights", ""},
             {"lower bound", [](Study& s) { s.target.lower = 0; }, "interval", ""},
@@ -85,9 +78,8 @@ private slots:
             {"level", [](Study& s) { s.levels.removeLast(); }, "levels", ""},
             {"model", [](Study& s) { s.endPoints.removeLast(); }, "endpoints, weights", ""},
         };
-        for (const Row& row : rows) {
-            QTest::newRow(row.name)
-                << row.edit << QString(row.ofDoses) << QString(row.ofTypicalCurve);
+        for (const auto& [name, edit, ofDoses, ofTypicalCurve] : rows) {
+            QTest::newRow(name) << edit << QString(ofDoses) << QString(ofTypicalCurve);
         }
     }
     void namesWhatChanged()
@@ -133,6 +125,9 @@ private slots:
                               "The calculation was given up: the curve holds 2 of 3 samples."}));
         results.truth.made = truthProvenance(now.study, {}, {}, {});
         now.trueRows = {{1}}; // a file before, simulation models now
+        QCOMPARE(kindNames(truthChanges(results, now)), "true models");
+        results.truth.made = truthProvenance(now.study, {{1}}, {}, {});
+        now.trueRows.clear(); // and back
         QCOMPARE(kindNames(truthChanges(results, now)), "true models");
         now.study = wholeStudy();
         now.study.selecting = true;
