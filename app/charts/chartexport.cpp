@@ -118,7 +118,8 @@ bool ChartExport::eventFilter(QObject* watched, QEvent* event)
         const auto* help = static_cast<QHelpEvent*>(event);
         const QString text = chartTextAt(*plot, settings.reading, help->pos());
         if (!text.isEmpty()) {
-            QToolTip::showText(help->globalPos(), text, plot);
+            const QStringList remarks = settings.remarks ? settings.remarks() : QStringList();
+            QToolTip::showText(help->globalPos(), (QStringList(text) + remarks).join('\n'), plot);
             return true;
         }
         QToolTip::hideText();

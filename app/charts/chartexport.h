@@ -12,6 +12,8 @@ struct ChartExportSettings
     ChartReading reading;
     QString fileName;          ///< offered, without suffix
     std::function<void()> fit; ///< shows all data; fitChart where there is none
+    /// What is said below a point under the mouse; may be missing.
+    std::function<QStringList()> remarks;
 };
 
 /// The chart's context menu, and what it tells about the point under a resting mouse. Owned

@@ -15,6 +15,14 @@ namespace {
 /// Of the growing curve: drawn about 30 times a second at most.
 constexpr RedrawThrottle::Pause curvePause{20, 33'000'000};
 
+void setUpAxes(QCustomPlot* plot, const QVector<double>& doses, const QString& doseLabel)
+{
+    setAxisRange(plot->xAxis, doses);
+    plot->xAxis->setLabel(doseLabel);
+    setAxisRange(plot->yAxis, 0, 100);
+    plot->yAxis->setLabel("Probability");
+}
+
 } // namespace
 
 void MainWindow::on__3_pb_calculatePoS_clicked()
@@ -32,10 +40,7 @@ void MainWindow::refresh_3_cp_PoS()
     bringUpToDate(endPoints, possibleDoses);
     const Study now = studyToKeep();
     QCustomPlot* plot = ui->_3_cp_PoS;
-    setAxisRange(plot->xAxis, possibleDoses);
-    plot->xAxis->setLabel(doseName(endPoints));
-    setAxisRange(plot->yAxis, 0, 100);
-    plot->yAxis->setLabel("Probability");
+    setUpAxes(plot, possibleDoses, doseName(endPoints));
 
     ProbabilityRun run(now, dataSet);
     const int sampleCount = run.sampleCount();

@@ -69,19 +69,27 @@ void MainWindow::addTableExports(const QList<QAction*>& shared)
 
 void MainWindow::addChartExports(const QList<QAction*>& shared)
 {
-    const auto add = [&shared](QCustomPlot* plot, const ChartExportSettings& settings) {
+    using Remarks = QStringList (*)(const StudyResults&, const CurrentInputs&);
+    const auto add = [this, &shared](QCustomPlot* plot, ChartExportSettings settings,
+                                     Remarks remarks) {
+        if (remarks != nullptr) {
+            settings.remarks = [this, remarks] { return remarks(results(), currentInputs()); };
+        }
         new ChartExport(plot, settings, shared);
     };
-    add(ui->_0_cp_rawResHistoGram, {{ChartKind::Histogram, {}, {}}, "bootstrap_histogram", [this] {
-                                        resultsHistogram->showAll();
-                                    }});
-    // Its axis names the time variable.
-    add(ui->_1_cp_typicalDRPlot, {{ChartKind::Curve, "Dose", {}}, "typical_endpoint", {}});
-    add(ui->_3_cp_PoS, {{ChartKind::Curve, {}, " %"}, "probability", {}});
-    add(ui->_4_cp_doseChoiceDistribution, {{ChartKind::Histogram, {}, {}},
-                                           "dose_distribution",
-                                           [this] { doseHistogram->showAll(); }});
-    add(ui->_5_cp_truthVisualization, {{ChartKind::Bands, "Level", {}}, "comparison_counts", {}});
+    const auto fitResults = [this] { resultsHistogram->showAll(); };
+    const auto fitDoses = [this] { doseHistogram->showAll(); };
+    const ChartReading histogram{ChartKind::Histogram, {}, {}};
+    // The axis of the typical curve names the time variable.
+    const ChartReading typicalCurve{ChartKind::Curve, "Dose", {}};
+    const ChartReading probability{ChartKind::Curve, {}, " %"};
+    const ChartReading counts{ChartKind::Bands, "Level", {}};
+    add(ui->_0_cp_rawResHistoGram, {histogram, "bootstrap_histogram", fitResults, {}}, nullptr);
+    add(ui->_1_cp_typicalDRPlot, {typicalCurve, "typical_endpoint", {}, {}}, typicalCurveRemarks);
+    add(ui->_3_cp_PoS, {probability, "probability", {}, {}}, curveRemarks);
+    add(ui->_4_cp_doseChoiceDistribution, {histogram, "dose_distribution", fitDoses, {}},
+        selectionRemarks);
+    add(ui->_5_cp_truthVisualization, {counts, "comparison_counts", {}, {}}, truthRemarks);
 }
 
 /// The analysis as it stands.

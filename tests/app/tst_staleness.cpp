@@ -129,6 +129,16 @@ private slots:
         QVERIFY(summary().contains("\nmodel 2, results: no data set was read\n"));
     }
 
+    void standBelowThePointUnderTheMouse()
+    {
+        calculateAll();
+        type("_1_le_possibleDoses", "0,1");
+        auto* plot = reach<QCustomPlot>("_3_cp_PoS");
+        QTest::mouseMove(plot, plot->axisRect()->center());
+        QTRY_VERIFY(QToolTip::text().startsWith("DOSE: 0.1\nProbability: ")
+                    && QToolTip::text().endsWith("; since changed: doses."));
+    }
+
     void followThePalette()
     {
         calculateAll();
