@@ -75,8 +75,8 @@ QString kindNames(const QVector<InputKind>& kinds);
 /// where there are several, one OFV per model where it was used.
 QString madeFor(const Provenance& made);
 
-/// What a user reads of a stale result, which what begins to tell ("The curve was
-/// for"): "..., model average; since changed: doses, weights". Empty where nothing changed.
+/// What a user reads of a stale result: what was done ("The curve was calculated"), for what
+/// the result was made, and "; since changed: doses, weights". Empty where nothing changed.
 QString staleText(const QString& what, const Provenance& made, const QVector<InputKind>& changed);
 
 #endif

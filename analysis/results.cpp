@@ -12,19 +12,25 @@ void addStale(QStringList& remarks, const QString& what, const Provenance& made,
     }
 }
 
+/// None where there is no result: then the provenance of now, for which results may have to be
+/// told from others, is not taken.
+template <typename Take>
+QVector<InputKind> changesOf(const Provenance& made, Take takeNow)
+{
+    return made.exists() ? changedKinds(made, takeNow()) : QVector<InputKind>();
+}
+
 } // namespace
 
 QVector<InputKind> curveChanges(const StudyResults& results, const CurrentInputs& now)
 {
-    const Provenance& made = results.curve.made;
-    return made.exists() ? changedKinds(made, probabilityProvenance(now.study, now.curveDataSet))
-                         : QVector<InputKind>();
+    return changesOf(results.curve.made,
+                     [&] { return probabilityProvenance(now.study, now.curveDataSet); });
 }
 
 QVector<InputKind> selectionChanges(const StudyResults& results, const CurrentInputs& now)
 {
-    const Provenance& made = results.selection.made;
-    return made.exists() ? changedKinds(made, doseProvenance(now.study)) : QVector<InputKind>();
+    return changesOf(results.selection.made, [&] { return doseProvenance(now.study); });
 }
 
 QVector<InputKind> truthChanges(const StudyResults& results, const CurrentInputs& now)
@@ -43,18 +49,15 @@ QVector<InputKind> truthChanges(const StudyResults& results, const CurrentInputs
 
 QVector<InputKind> comparedDosesChanges(const StudyResults& results, const CurrentInputs& now)
 {
-    const Provenance& made = results.truth.chosen;
-    return made.exists() ? changedKinds(made, doseProvenance(now.study)) : QVector<InputKind>();
+    return changesOf(results.truth.chosen, [&] { return doseProvenance(now.study); });
 }
 
 QStringList typicalCurveRemarks(const StudyResults& results, const CurrentInputs& now)
 {
     const Provenance& made = results.typicalCurve;
     QStringList remarks;
-    if (made.exists()) {
-        addStale(remarks, "The curve was drawn earlier", made,
-                 changedKinds(made, typicalCurveProvenance(now.study, now.typicalModel)));
-    }
+    addStale(remarks, "The curve was drawn earlier", made,
+             changesOf(made, [&] { return typicalCurveProvenance(now.study, now.typicalModel); }));
     return remarks;
 }
 
@@ -62,10 +65,8 @@ QStringList weightsRemarks(const StudyResults& results, const CurrentInputs& now
 {
     const Provenance& made = results.weights;
     QStringList remarks;
-    if (made.exists()) {
-        addStale(remarks, "The weights were calculated earlier", made,
-                 changedKinds(made, weightsProvenance(now.study, now.weightsDataSet)));
-    }
+    addStale(remarks, "The weights were calculated earlier", made,
+             changesOf(made, [&] { return weightsProvenance(now.study, now.weightsDataSet); }));
     return remarks;
 }
 

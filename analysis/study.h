@@ -3,6 +3,7 @@
 #ifndef VELMORA_ANALYSIS_STUDY_H
 #define VELMORA_ANALYSIS_STUDY_H
 
+#include "analysis/bound.h"
 #include "analysis/target.h"
 #include "model/endpoint.h"
 #include "model/tables.h"
@@ -23,7 +24,7 @@ struct Study
     quint64 fingerprint = 0;
     QVector<endPoint> endPoints; ///< [model]
     QVector<double> doses;       ///< candidate doses, ascending
-    TargetInterval target{-10.0, 10.0};
+    TargetInterval target{lowerSubstitute.value, upperSubstitute.value};
     QVector<double> levels;     ///< target probability levels in percent, ascending
     bool logScale = true;       ///< whether weights are natural logarithms
     bool selecting = true;      ///< model selection; else model averaging

@@ -14,7 +14,6 @@
 #include "io/csv.h"
 #include "ui_mainwindow.h"
 
-#include <QSignalBlocker>
 #include <QThread>
 
 #include <limits>
