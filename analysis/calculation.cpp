@@ -10,8 +10,7 @@ namespace {
 bool evaluateAll(EndpointRun& run, const GoesOn& goesOn)
 {
     for (int sample = 0; sample < run.sampleCount(); ++sample) {
-        run.evaluateNext();
-        if (goesOn && !goesOn()) {
+        if (!run.evaluateNext(goesOn) || (goesOn && !goesOn())) {
             return false;
         }
     }

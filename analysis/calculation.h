@@ -6,11 +6,7 @@
 #include "analysis/endpointcache.h"
 #include "analysis/probability.h"
 
-#include <functional>
 #include <optional>
-
-/// Asked after each bootstrap sample whether to go on; none goes on to the end.
-using GoesOn = std::function<bool()>;
 
 /// The probability of achieving the target in a data set, in the making: sample by sample,
 /// by the study's method and OFV choice. The definitions must be up to date.
@@ -20,7 +16,7 @@ public:
     ProbabilityRun(const Study& currentStudy, int dataSet);
 
     int sampleCount() const { return run.sampleCount(); }
-    void evaluateNext() { run.evaluateNext(); }
+    bool evaluateNext(const GoesOn& goesOn) { return run.evaluateNext(goesOn); }
 
     /// Of the samples so far: [model][sample][dose], or with selection one entry of
     /// [sample][dose].

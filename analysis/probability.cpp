@@ -24,6 +24,13 @@ qint64 heldNumbers(const SimulatedPopulation& population)
     return population.uniforms.size() + individuals * (population.etaSlots.size() + 1);
 }
 
+/// Asks within the evaluation of a row only if it takes long.
+GoesOnWithDoses within(const GoesOn& goesOn, qint64 operations)
+{
+    return goesOn && operations >= preparedOperations ? [&goesOn](int) { return goesOn(); }
+                                                      : GoesOnWithDoses();
+}
+
 } // namespace
 
 QVector<double> probabilityBySelection(const Table& endpoints, int doseCount,
@@ -123,15 +130,22 @@ EndpointRun::EndpointRun(const Study& study, int dataSetNumber, const EndpointPl
 
 EndpointRun::~EndpointRun()
 {
+    giveBack();
+}
+
+/// Forgets what was evaluated ahead, and gives its random numbers back.
+void EndpointRun::giveBack()
+{
     if (!prepared.isEmpty() && prepared.head().randomPosition) {
         setRandomPosition(*prepared.head().randomPosition);
     }
+    prepared.clear();
 }
 
-void EndpointRun::evaluateNext()
+bool EndpointRun::evaluateNext(const GoesOn& goesOn)
 {
-    if (prepared.isEmpty()) {
-        prepare();
+    if (prepared.isEmpty() && !prepare(goesOn)) {
+        return false;
     }
     const Prepared sample = prepared.dequeue();
     if (plan.modelCount == 0) {
@@ -146,11 +160,12 @@ void EndpointRun::evaluateNext()
         }
     }
     ++nextSample;
+    return true;
 }
 
 /// Evaluates the next samples: as many as make a parallel section worthwhile, and one where
-/// random numbers drawn ahead could not be given back.
-void EndpointRun::prepare()
+/// random numbers drawn ahead could not be given back. False if it is given up.
+bool EndpointRun::prepare(const GoesOn& goesOn)
 {
     StartedWork started;
     qint64 numbers = 0;
@@ -174,7 +189,13 @@ void EndpointRun::prepare()
                 started.containers.append(*std::move(container));
                 started.places.append({prepared.size() - 1, i, models.at(i)});
             } else {
-                prepared.last().endpoints[i] = definition.evaluateEndpoint(*row);
+                const auto endpoints =
+                    definition.evaluateEndpoint(*row, within(goesOn, definition.operationCount()));
+                if (!endpoints) {
+                    giveBack();
+                    return false;
+                }
+                prepared.last().endpoints[i] = *endpoints;
                 // With ETAs it was too much to be one of several pieces of work.
                 numbers += definition.highestEta > 0 ? preparedNumbers : 0;
             }
@@ -188,6 +209,7 @@ void EndpointRun::prepare()
         }
     }
     finish(started);
+    return true;
 }
 
 /// Does the work and forgets it.

@@ -7,7 +7,12 @@
 
 #include <QQueue>
 
+#include <functional>
 #include <optional>
+
+/// Asked after each bootstrap sample, and within one that takes long, whether to go on; none
+/// goes on to the end.
+using GoesOn = std::function<bool()>;
 
 /// Probability in percent, per dose, that the endpoint lies in the target interval.
 /// endpoints is [sample][dose], of the model selected for each sample; a sample without a
@@ -62,8 +67,9 @@ public:
 
     int sampleCount() const { return plan.models.size(); }
 
-    /// Appends the endpoints of the next sample, empty for models that are not planned.
-    void evaluateNext();
+    /// Appends the endpoints of the next sample, empty for models that are not planned. False,
+    /// with nothing appended, if it takes long and is given up.
+    bool evaluateNext(const GoesOn& goesOn = {});
 
     /// [model][sample][dose], or one entry of [sample][dose], by the plan.
     const QVector<Table>& endpoints() const { return values; }
@@ -90,7 +96,8 @@ private:
         qint64 numbers = 0;    ///< that the containers hold
     };
 
-    void prepare();
+    bool prepare(const GoesOn& goesOn);
+    void giveBack();
     void finish(StartedWork& started);
     const QVector<double>* bootstrapRow(int model, int sample) const;
 

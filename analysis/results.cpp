@@ -58,6 +58,10 @@ QStringList typicalCurveRemarks(const StudyResults& results, const CurrentInputs
     QStringList remarks;
     addStale(remarks, "The curve was drawn earlier", made,
              changesOf(made, [&] { return typicalCurveProvenance(now.study, now.typicalModel); }));
+    if (results.isTypicalCurveGivenUp) {
+        remarks.append("The calculation of the curve was given up: the next change of an input of "
+                       "this page begins it again.");
+    }
     return remarks;
 }
 

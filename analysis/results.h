@@ -48,6 +48,7 @@ struct TruthComparison
 struct StudyResults
 {
     Provenance typicalCurve;
+    bool isTypicalCurveGivenUp = false; ///< in place of a curve
     Provenance weights;
     ProbabilityCurve curve;
     DoseSelection selection;

@@ -106,16 +106,23 @@ double theoreticalMed(const QVector<double>& endpoints, const QVector<double>& d
 
 TheoreticalMeds theoreticalMeds(const Study& study, const Table& trueRows,
                                 const QVector<int>& trueModels,
-                                const std::function<bool(int done)>& goesOn)
+                                const std::function<bool(int done)>& goesOn,
+                                const GoesOn& isAwaited)
 {
     QVector<endPoint> endPoints = study.endPoints; // bound to their columns here
+    const GoesOnWithDoses within = isAwaited ? [&](int) { return isAwaited(); } : GoesOnWithDoses();
     TheoreticalMeds found;
     bool going = true;
     for (int dataSet = 0; going && dataSet < trueRows.size(); ++dataSet) {
         const int model = trueModels.value(dataSet, -1);
         const QVector<double>& row = trueRows.at(dataSet);
         const bool exists = model >= 0 && model < endPoints.size() && !row.isEmpty();
-        found.endpoints.append(exists ? endPoints[model].evaluateEndpoint(row) : QVector<double>());
+        const auto endpoints =
+            exists ? endPoints[model].evaluateEndpoint(row, within) : QVector<double>();
+        if (!endpoints) {
+            break;
+        }
+        found.endpoints.append(*endpoints);
         found.meds.append(theoreticalMed(found.endpoints.last(), study.doses, study.target));
         going = goesOn(dataSet + 1);
     }

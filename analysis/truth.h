@@ -3,7 +3,7 @@
 #ifndef VELMORA_ANALYSIS_TRUTH_H
 #define VELMORA_ANALYSIS_TRUTH_H
 
-#include "analysis/study.h"
+#include "analysis/probability.h"
 
 #include <functional>
 
@@ -38,10 +38,12 @@ struct TheoreticalMeds
 /// The theoretical MED of each simulated data set: the true model's endpoint for trueRows,
 /// [dataSet][column], judged by theoreticalMed. trueModels are 0-based, [dataSet]; a number of
 /// no model, or an empty row, gives NaN. The study's definitions must be up to date. goesOn
-/// is told how many data sets are done and gives the rest up by false.
+/// is told how many data sets are done and gives the rest up by false, as isAwaited does within
+/// a data set.
 TheoreticalMeds theoreticalMeds(const Study& study, const Table& trueRows,
                                 const QVector<int>& trueModels,
-                                const std::function<bool(int done)>& goesOn);
+                                const std::function<bool(int done)>& goesOn,
+                                const GoesOn& isAwaited = {});
 
 /// How the estimated MEDs of one probability level compare with the theoretical ones.
 struct LevelComparison

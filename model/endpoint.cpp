@@ -63,6 +63,12 @@ double endPoint::evaluateEndpoint(double dose, QVector<double> row)
 
 QVector<double> endPoint::evaluateEndpoint(QVector<double> row)
 {
+    return evaluateEndpoint(row, {}).value_or(QVector<double>());
+}
+
+std::optional<QVector<double>> endPoint::evaluateEndpoint(QVector<double> row,
+                                                          const GoesOnWithDoses& goesOn)
+{
     bindEndpointNames();
     QVector<double> values = endpointBinding.values(row);
     QVector<double> endpoints;
@@ -73,9 +79,13 @@ QVector<double> endPoint::evaluateEndpoint(QVector<double> row)
                 values[DoseSlot] = dose;
             }
             endpoints.append(endPointParser.evaluate_tree(values));
+            if (goesOn && !goesOn(endpoints.size())) {
+                return std::nullopt;
+            }
         }
         return endpoints;
     }
+    const std::optional<quint32> start = goesOn ? randomPosition() : std::nullopt;
     const MultiNormalSampler sampler(omegaOf(row));
     const int groupSize = dosesPerGroup(sampler);
     for (int first = 0; first < doses.size(); first += groupSize) {
@@ -89,6 +99,12 @@ QVector<double> endPoint::evaluateEndpoint(QVector<double> row)
         evaluateContainers(containers);
         for (const endPointParserContainer& container : qAsConst(containers)) {
             endpoints += finishEvaluation(container);
+        }
+        if (goesOn && !goesOn(endpoints.size())) {
+            if (start) {
+                setRandomPosition(*start);
+            }
+            return std::nullopt;
         }
     }
     return endpoints;

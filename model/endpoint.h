@@ -10,10 +10,15 @@
 #include <QString>
 #include <QVector>
 
+#include <functional>
 #include <optional>
 
 /// The population summaries that a user can choose, in their order: the mean, then percentiles.
 constexpr int populationSummaries[] = {-1, 50, 75, 25};
+
+/// Told now and then during an evaluation how many doses are done; gives the rest up by false.
+/// None goes on to the end.
+using GoesOnWithDoses = std::function<bool(int done)>;
 
 /// One candidate model's endpoint and weight: expressions over a bootstrap row (one row of
 /// the model's raw_results, columns in file order), with between-subject variability.
@@ -53,6 +58,11 @@ public:
     /// individuals on 8 processors 96 are summed and divided by 100. All random numbers are
     /// drawn on the calling thread, dose by dose.
     QVector<double> evaluateEndpoint(QVector<double> row);
+
+    /// The same for a list that may take long. None if it is given up; the random numbers are
+    /// then handed back.
+    std::optional<QVector<double>> evaluateEndpoint(QVector<double> row,
+                                                    const GoesOnWithDoses& goesOn);
 
     /// About how many operations evaluateEndpoint for a row takes, at least one per dose,
     /// whether or not random numbers are drawn. As the names were bound last.

@@ -2,9 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/widgets/progressloop.h"
 
+#include "app/widgets/heldinput.h"
+
 #include <QCoreApplication>
 #include <QMainWindow>
 #include <QProgressBar>
+#include <QPushButton>
 #include <QStatusBar>
 
 #include <limits>
@@ -12,6 +15,8 @@
 namespace {
 
 constexpr int appearsAfterMs = 500;
+/// Where input waits already, a calculation that takes longer is given up.
+constexpr int notWorthMs = 50;
 /// Between two looks at the abort button, which is not to seem dead.
 constexpr RedrawThrottle::Pause pauseOfLooks{40, 33'000'000, 300'000'000};
 
@@ -37,8 +42,20 @@ ProgressLoop::ProgressLoop(QWidget* parentWidget, const QString& labelText,
     }
 }
 
+ProgressLoop::ProgressLoop(QWidget* parentWidget, const QString& labelText,
+                           const QString& abortButtonText, int maximumValue,
+                           HeldInput* inputOfWindow)
+    : ProgressLoop(parentWidget, labelText, abortButtonText, maximumValue, Construction::WhenNeeded)
+{
+    input = inputOfWindow;
+    input->hold();
+}
+
 ProgressLoop::~ProgressLoop()
 {
+    if (input != nullptr) {
+        input->release();
+    }
     if (statusBefore) {
         statusBar->showMessage(*statusBefore);
     }
@@ -48,7 +65,12 @@ void ProgressLoop::constructDialog()
 {
     dialog.emplace(label, abortText, 0, maximum, parent);
     bar = dialog->findChild<QProgressBar*>();
-    dialog->setWindowModality(Qt::WindowModal);
+    if (input == nullptr) {
+        dialog->setWindowModality(Qt::WindowModal);
+    } else {
+        dialog->setAttribute(Qt::WA_ShowWithoutActivating);
+        dialog->findChild<QPushButton*>()->setFocusPolicy(Qt::NoFocus);
+    }
     dialog->setMinimumDuration(appearsAfterMs);
     // The dialog goes with its owner; resetting would forget that it was aborted.
     dialog->setAutoReset(false);
@@ -97,8 +119,19 @@ bool ProgressLoop::poll()
 
 void ProgressLoop::showWhenDue()
 {
-    if (isVisible() || wasCanceled() || elapsed.elapsed() < appearsAfterMs) {
+    if (isVisible() || wasCanceled()) {
         return;
+    }
+    const qint64 now = elapsed.elapsed();
+    isOvertaken = input != nullptr && now >= notWorthMs && input->isWaiting();
+    if (isOvertaken || now < appearsAfterMs) {
+        return;
+    }
+    if (input != nullptr) {
+        processEvents(); // what came in the meantime may spare the dialog
+        if (isOvertaken) {
+            return;
+        }
     }
     if (!dialog) {
         constructDialog();
@@ -120,11 +153,17 @@ void ProgressLoop::look()
     tellRemainingTime();
     // Between two looks the bar would paint itself at every step.
     bar->setUpdatesEnabled(true);
-    QCoreApplication::processEvents();
+    processEvents();
     bar->setUpdatesEnabled(false);
     if (windowWasVisible && !window->isVisible()) {
         dialog->cancel(); // closed, as at the end of the desktop's session
     }
+}
+
+void ProgressLoop::processEvents()
+{
+    QCoreApplication::processEvents();
+    isOvertaken = input != nullptr && input->isWaiting();
 }
 
 void ProgressLoop::tellRemainingTime()

@@ -11,6 +11,7 @@
 
 #include <optional>
 
+class HeldInput;
 class QProgressBar;
 class QStatusBar;
 
@@ -29,6 +30,12 @@ public:
 
     ProgressLoop(QWidget* parentWidget, const QString& labelText, const QString& abortButtonText,
                  int maximumValue, Construction construction = Construction::AtOnce);
+
+    /// Of a calculation that is not worth waiting for: what the user does to the window gives it
+    /// up. The input is held, and delivered after the loop. The dialog is not modal, as the
+    /// window would get no input then, and leaves the keyboard to the window.
+    ProgressLoop(QWidget* parentWidget, const QString& labelText, const QString& abortButtonText,
+                 int maximumValue, HeldInput* inputOfWindow);
     ~ProgressLoop();
     Q_DISABLE_COPY(ProgressLoop)
 
@@ -50,14 +57,16 @@ private:
     void constructDialog();
     void showWhenDue();
     bool isVisible() const { return dialog && dialog->isVisible(); }
-    bool wasCanceled() const { return dialog && dialog->wasCanceled(); }
+    bool wasCanceled() const { return isOvertaken || (dialog && dialog->wasCanceled()); }
     void look();
+    void processEvents();
     void tellRemainingTime();
 
     QWidget* parent;
     QString label;
     QString abortText;
     int maximum;
+    HeldInput* input = nullptr; ///< that gives the calculation up, if any
     std::optional<QProgressDialog> dialog;
     QProgressBar* bar = nullptr; ///< the dialog's own
     QWidget* window;
@@ -65,6 +74,7 @@ private:
     QElapsedTimer elapsed;
     RedrawThrottle looks;
     bool givenUp = false;
+    bool isOvertaken = false; ///< by input
     int stepsDone = 0;
     RemainingTime remainingTime;
     QStatusBar* statusBar = nullptr;     ///< of the window, if it has one

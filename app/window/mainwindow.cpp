@@ -9,6 +9,7 @@
 #include "app/tables/editing.h"
 #include "app/widgets/boundedit.h"
 #include "app/widgets/droptarget.h"
+#include "app/widgets/heldinput.h"
 #include "ui_mainwindow.h"
 
 namespace {
@@ -79,6 +80,7 @@ MainWindow::MainWindow(QWidget* parent)
     , ui(new Ui_MainWindow)
 {
     ui->setupUi(this);
+    heldInput = new HeldInput(this);
     fitFonts();
     connectPlots();
     openKeyboardWays();

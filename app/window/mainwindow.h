@@ -16,8 +16,11 @@
 #include <QStringList>
 #include <QVector>
 
+#include <optional>
+
 class BoundEdit;
 class FindingsView;
+class HeldInput;
 class HistogramView;
 class QAction;
 class QLineEdit;
@@ -124,6 +127,7 @@ private:
     BoundEdit* lowerBoundEdit = nullptr;
     BoundEdit* upperBoundEdit = nullptr;
     FindingsView* findings = nullptr;
+    HeldInput* heldInput = nullptr; ///< while the typical curve is calculated
     ResultsSource source;
     SimulationSource simulationSource;
     TextSources texts;
@@ -174,6 +178,8 @@ private:
     void refresh__1_tw_etaDefinition();
     void refresh_1_cp_typicalDRPlot();
     void refresh_1_tw_rawResLabels();
+    std::optional<QVector<double>> calculateTypicalCurve(int model, const QVector<double>& row);
+    void clearTypicalCurve();
     endPoint* selectedEndPoint();
     void readEndPointExpression(int row);
 

@@ -6,6 +6,7 @@
 #include "analysis/numberlist.h"
 #include "app/aplot.h"
 #include "app/findings/findingsview.h"
+#include "app/widgets/progressloop.h"
 #include "app/window/mainwindow.h"
 #include "io/csv.h"
 #include "model/binding.h"
@@ -196,24 +197,51 @@ void MainWindow::on__1_sb_numSimulations_valueChanged(int count)
 /// Draws the selected model's endpoint over the doses for the first row of its results.
 void MainWindow::refresh_1_cp_typicalDRPlot()
 {
-    endPoint* definition = selectedEndPoint();
-    const QVector<Table> dataSets = rawResults.value(ui->_1_tw_endPoints->currentRow());
-    if (definition == nullptr || possibleDoses.size() < 2 || dataSets.isEmpty()
-        || dataSets.first().isEmpty()) {
+    const int model = ui->_1_tw_endPoints->currentRow();
+    const QVector<Table> dataSets = rawResults.value(model);
+    if (selectedEndPoint() == nullptr || possibleDoses.size() < 2 || dataSets.isEmpty()
+        || dataSets.first().isEmpty() || (isOpening && shown.isTypicalCurveGivenUp)) {
         return;
     }
     QCustomPlot* plot = ui->_1_cp_typicalDRPlot;
+    const auto values = calculateTypicalCurve(model, dataSets.first().first());
+    shown.isTypicalCurveGivenUp = !values;
+    if (!values) {
+        clearTypicalCurve();
+        findings->renew(plot);
+        return;
+    }
     plot->clearGraphs();
     QCPGraph* graph = plot->addGraph();
     graph->setPen(thickPen(plotColor));
-    definition->bringUpToDate(possibleDoses);
-    const QVector<double> values = definition->evaluateEndpoint(dataSets.first().first());
-    graph->setData(possibleDoses, values, true);
+    graph->setData(possibleDoses, *values, true);
     setAxisRange(plot->xAxis, possibleDoses);
-    setAxisRange(plot->yAxis, values);
-    plot->xAxis->setLabel(definition->endPointParser.variables.value(TimeSlot));
+    setAxisRange(plot->yAxis, *values);
+    plot->xAxis->setLabel(endPoints.at(model).endPointParser.variables.value(TimeSlot));
     plot->yAxis->setLabel("Endpoint");
     plot->replot();
-    shown.typicalCurve = typicalCurveProvenance(studyToKeep(), ui->_1_tw_endPoints->currentRow());
+    shown.typicalCurve = typicalCurveProvenance(studyToKeep(), model);
     findings->renew(plot);
+}
+
+/// The endpoint of a model over the doses. None if the user goes on with something else.
+std::optional<QVector<double>> MainWindow::calculateTypicalCurve(int model,
+                                                                 const QVector<double>& row)
+{
+    // Not a reference: events are processed meanwhile.
+    endPoint definition = endPoints.at(model);
+    definition.bringUpToDate(possibleDoses);
+    ProgressLoop progress(this, "Calculating...", "Abort Calculation", possibleDoses.size(),
+                          heldInput);
+    const auto values =
+        definition.evaluateEndpoint(row, [&progress](int done) { return progress.advance(done); });
+    endPoints[model] = definition; // bound to its columns now
+    return values;
+}
+
+void MainWindow::clearTypicalCurve()
+{
+    ui->_1_cp_typicalDRPlot->clearGraphs();
+    ui->_1_cp_typicalDRPlot->replot();
+    shown.typicalCurve = {};
 }

@@ -72,7 +72,14 @@ void MainWindow::refresh_3_cp_PoS()
     throttle.startPaused();
     bool goesOn = true;
     for (int sample = 0; goesOn && sample < sampleCount; ++sample) {
-        run.evaluateNext();
+        if (!run.evaluateNext([&progress] { return progress.poll(); })) {
+            if (sample > 0) {
+                showState(sample - 1);
+            } else {
+                plot->replot(); // of no sample there is no curve
+            }
+            break;
+        }
         const bool isLast = sample + 1 == sampleCount;
         if (isLast || throttle.isDue()) {
             throttle.run([&] { showState(sample); });

@@ -192,9 +192,10 @@ bool MainWindow::computeTheoreticalMeds()
         return false;
     }
     ProgressLoop progress(this, "Calculating...", "Abort Calculation", simRawResults.size());
-    const TheoreticalMeds found =
-        theoreticalMeds(study(), trueRows(), trueModelIndices,
-                        [&progress](int done) { return progress.advance(done); });
+    const TheoreticalMeds found = theoreticalMeds(
+        study(), trueRows(), trueModelIndices,
+        [&progress](int done) { return progress.advance(done); },
+        [&progress] { return progress.poll(); });
     truthComparison = found.endpoints;
     trueMEDs = found.meds;
     // After an abort nothing stays from an earlier run for the data sets that were not done.

@@ -47,7 +47,7 @@ const QVector<View>& viewsTouchedBy(Change change)
         {Change::WeightsRestored,   {V::WeightTables, V::Weights}},
         {Change::NoWeightsRestored, {V::ModelNames}},
         {Change::DosesRestored,     {V::DoseHistogram}},
-        {Change::ProjectLoaded,     {V::ModelNames, V::CheckUp, V::ColumnNames, V::FormulaFindings, V::OmegaFindings,
+        {Change::ProjectLoaded,     {V::Omega, V::ModelNames, V::CheckUp, V::ColumnNames, V::FormulaFindings, V::OmegaFindings,
                                      V::AllInputs}},
         {Change::OfvColumn,         {V::CheckUp, V::FormulaFindings, V::ColumnNames, V::WeightsIfShown, V::Marks}},
         {Change::Theta1Column,      {V::CheckUp, V::FormulaFindings, V::ColumnNames, V::DrawlessCurve, V::Marks}},
@@ -163,8 +163,8 @@ void MainWindow::changed(Change change, int row)
         texts.placed(row, {}); // by the user now
     }
     for (const View view : viewsTouchedBy(change)) {
-        // Findings are renewed at the end, not for every item of a project.
-        if (!isOpening || view < View::CheckUp) {
+        // Omega and findings are renewed at the end, not for every item of a project.
+        if (!isOpening || view < View::Omega) {
             renewView(view, row);
         }
     }
@@ -282,9 +282,7 @@ void MainWindow::renewTypicalDRPlot()
 {
     const endPoint* definition = selectedEndPoint();
     if (definition != nullptr && definition->highestEta > 0) {
-        ui->_1_cp_typicalDRPlot->clearGraphs();
-        ui->_1_cp_typicalDRPlot->replot();
-        shown.typicalCurve = {};
+        clearTypicalCurve();
     } else {
         refresh_1_cp_typicalDRPlot();
     }

@@ -139,6 +139,7 @@ void MainWindow::openProject(const QString& path)
     }
     // The items are applied in the order of the file, through the handlers of the widgets.
     isOpening = true;
+    shown.isTypicalCurveGivenUp = false;
     loadResults(project);
     const Study restored =
         appliedProject({study(), lowerBoundEdit->bound(), upperBoundEdit->bound()}, project).study;
