@@ -39,8 +39,8 @@ enum class Change {
     Palette ///< of the desktop
 };
 
-/// What a change can touch. All from CheckUp on is about findings, and waits while the items
-/// of a project are applied.
+/// What a change can touch. All from Omega on waits while the items of a project are applied;
+/// all from CheckUp on is about findings.
 enum class View {
     HistogramRanges, ///< are chosen anew with the next values
     Models,          ///< selectors, rows and names
@@ -51,11 +51,11 @@ enum class View {
     ColumnLabels,
     TypicalCurve,
     DrawlessCurve, ///< the typical curve; cleared where it would draw random numbers
-    Omega,
     Weights,
     WeightsIfShown,
     DoseSlider,
     DoseHistogram,
+    Omega, ///< of the selected model
     CheckUp,
     ShownCheckUp, ///< of the model shown
     ColumnNames,
