@@ -106,6 +106,10 @@ QString omegas(const QVector<endPoint>& endPoints)
         if (definition.numEtas > 0) {
             text += "\nOmega of " + definition.name + '\n';
         }
+        if (definition.numEtas > 0 && definition.hasBlankOmega()) {
+            text += QString("%1 x %1 elements, all 0\n").arg(definition.numEtas);
+            continue;
+        }
         for (int row = 0; row < definition.numEtas; ++row) {
             QStringList cells;
             for (int column = 0; column < definition.numEtas; ++column) {

@@ -43,6 +43,25 @@ void resizeSquare(QVector<QVector<T>>& matrix, int size, T value)
     matrix = resized;
 }
 
+/// Whether it holds for all elements. Rows that share their numbers are looked at once.
+template <typename T, typename Predicate>
+bool allElements(const QVector<QVector<T>>& matrix, Predicate predicate)
+{
+    const T* looked = nullptr;
+    for (const QVector<T>& row : matrix) {
+        if (row.constData() != looked && !std::all_of(row.begin(), row.end(), predicate)) {
+            return false;
+        }
+        looked = row.constData();
+    }
+    return true;
+}
+
+bool isFixed(int column)
+{
+    return column < 0;
+}
+
 } // namespace
 
 double endPoint::evaluateEndpoint(double dose, QVector<double> row)
@@ -255,6 +274,12 @@ void endPoint::bindWeightNames()
     }
 }
 
+bool endPoint::hasBlankOmega() const
+{
+    return allElements(omegaColumns, isFixed)
+           && allElements(omega, [](double number) { return number == 0; });
+}
+
 QString endPoint::omegaText(int row, int column, int digits) const
 {
     const int reference = omegaColumns.at(row).at(column);
@@ -265,6 +290,9 @@ QString endPoint::omegaText(int row, int column, int digits) const
 QVector<QVector<double>> endPoint::omegaOf(const QVector<double>& row) const
 {
     QVector<QVector<double>> matrix = omega;
+    if (allElements(omegaColumns, isFixed)) {
+        return matrix;
+    }
     const auto set = [&matrix](int i, int j, double value) {
         if (j < matrix.at(i).size()) {
             matrix[i][j] = value;

@@ -87,6 +87,10 @@ public:
     /// Changes the number of ETAs; new elements of omega are 0 and come from no column.
     void resizeOmega(int size);
 
+    /// Whether all elements of omega are 0 and come from no column, as those of ETAs that were
+    /// only named. Takes no time for these, however many they are.
+    bool hasBlankOmega() const;
+
     /// An element of omega as a user types it: "COL24", or its number with so many digits.
     QString omegaText(int row, int column, int digits) const;
 

@@ -147,9 +147,16 @@ QVector<QVector<double>> randomNG::choleskyDecomposition(QVector<QVector<double>
 MultiNormalSampler::MultiNormalSampler(const QVector<QVector<double>>& covariance)
     : rowCount(covariance.size())
 {
+    const double* dropped = nullptr; // rows of zeros may share them, if there are many
     for (int row = 0; row < covariance.size(); ++row) {
-        if (isKept(covariance.at(row))) {
+        const QVector<double>& elements = covariance.at(row);
+        if (elements.constData() == dropped) {
+            continue;
+        }
+        if (isKept(elements)) {
             keptRows.append(row);
+        } else {
+            dropped = elements.constData();
         }
     }
     QVector<QVector<double>> reduced;

@@ -121,6 +121,9 @@ QStringList omegaFindings(const Study& study, int model)
     if (definition.highestEta == 0 || samples.isEmpty()) {
         return {};
     }
+    if (definition.hasBlankOmega()) {
+        return checkEtaVariances(definition);
+    }
     return covarianceFindings(definition, samples) + checkEtaVariances(definition)
            + checkOmegaColumns(definition, columnNames(study.rawResultsHeaders.value(model)),
                                widestRow(study, model));
@@ -130,7 +133,8 @@ QStringList omegaElementFindings(const Study& study, int model)
 {
     const endPoint& definition = study.endPoints.at(model);
     QStringList found;
-    if (definition.highestEta == 0 || firstDataSet(study, model).isEmpty()) {
+    if (definition.highestEta == 0 || firstDataSet(study, model).isEmpty()
+        || definition.hasBlankOmega()) {
         return found;
     }
     const int width = widestRow(study, model);
