@@ -3,179 +3,106 @@
 #include "analysis/probability.h"
 #include "model/randomng.h"
 #include "tests/support/compare.h"
-#include "tests/support/literalvalue.h"
 #include "tests/support/logcapture.h"
 #include "tests/support/randomnumbers.h"
-
-#include <QtTest>
-
-#include <memory>
-#include <random>
+#include "tests/support/testrows.h"
 
 constexpr int studySamples = 150; // more than are evaluated ahead at a time
 
-static std::mt19937 generator;
-
-static int pick(int count)
+/// Models with and without ETAs, of which each lacks one sample more.
+static Study unevenStudy(int individuals)
 {
-    return int(generator() % unsigned(count));
-}
-
-/// An expression over a to d and ETAs, mostly well-formed, at times with a fault.
-static QString randomExpression(int depth)
-{
-    static const auto leaves = QString("a_b_DOSE_ETA1_ETA2_2_0.5_0_x y_-_").split('_');
-    static const auto operators = QString("+_-_*_/_^_)_$").split('_');
-    static const auto functions =
-        QString("(_exp(_log(_log10(_Abs(_Sign(_Sqrt(_Sin(_Cos(_Tan(_ASin(").split('_');
-    if (depth == 0 || pick(6) == 0) {
-        return leaves.at(pick(pick(12) == 0 ? leaves.size() : 8));
+    Study study;
+    for (const char* expression : {"COL1*DOSE+ETA1", "COL1+DOSE", "COL1*exp(ETA1)+ETA2"}) {
+        endPoint model;
+        model.endPointParser = parser(expression);
+        model.populationSummary = study.endPoints.size() == 2 ? 50 : -1;
+        model.numSimulations = individuals;
+        model.bringUpToDate({0, 1, 3});
+        model.checkETA();
+        for (int eta = 0; eta < model.numEtas; ++eta) {
+            model.omega[eta][eta] = 0.5 + eta;
+        }
+        Table samples;
+        for (int sample = study.endPoints.size(); sample < studySamples; ++sample) {
+            samples.append(QVector<double>{sample * 0.1});
+        }
+        study.endPoints.append(model);
+        study.rawResults.append({samples});
     }
-    if (pick(3) == 0) {
-        return functions.at(pick(functions.size())) + randomExpression(depth - 1)
-               + (pick(30) == 0 ? "" : ")");
-    }
-    return "(" + randomExpression(depth - 1)
-           + operators.at(pick(pick(30) == 0 ? operators.size() : 5)) + randomExpression(depth - 1)
-           + ")";
+    return study;
 }
 
-static double randomValue()
-{
-    static const QVector<double> special{0.0, -0.0, qInf(), -qInf(), qQNaN()};
-    return pick(15) == 0 ? special.at(pick(special.size())) : pick(2000001) / 3e5 - 3.0;
-}
-
-/// What is computed quickly agrees with the plain way in every bit and in every message.
+/// What is computed quickly agrees with the plain way in every bit.
 class TestFastPaths : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void evaluatesExpressions();
-    void evaluatesAhead();
-    void boundsWhatIsAhead();
-};
-
-void TestFastPaths::evaluatesExpressions()
-{
-    for (int round = 0; round < 3000; ++round) {
-        parser fast(randomExpression(5));
-        fast.generate_tree();
-        parser walking = fast;
-        walking.tree.detach(); // no longer the tree that was compiled
-        QVector<QVector<double>> valueVectors(pick(20) == 0 ? 300 : 5,
-                                              QVector<double>(fast.variables.size()));
-        for (QVector<double>& values : valueVectors) {
-            std::generate(values.begin(), values.end(), randomValue);
-            const bool isShort = valueVectors.size() == 5 && pick(20) == 0;
-            values.resize(values.size() - (isShort ? 1 : 0));
-        }
-        const auto evaluate = [&valueVectors](QVector<double>& results, auto valueOf) {
-            const LogCapture log;
-            for (const QVector<double>& values : qAsConst(valueVectors)) {
-                results.append(valueOf(values));
-            }
-            return log.messages();
-        };
-        QVector<double> expected;
-        const QStringList texts = evaluate(expected, [&fast](const QVector<double>& values) {
-            return fast.tree.isEmpty() ? fast.evaluate_tree(values)
-                                       : literalValue(fast.tree, values);
-        });
-        for (parser* expression : {&fast, &walking}) {
-            QVector<double> single;
-            const bool sameTexts =
-                texts == evaluate(single, [expression](const QVector<double>& values) {
-                    return expression->evaluate_tree(values);
-                });
-            const LogCapture quiet;
-            QVERIFY2(sameTexts && sameBits(single, expected)
-                         && sameBits(expression->evaluateAll(valueVectors), expected),
-                     qPrintable(fast.expression));
-        }
+    void evaluatesAhead_data()
+    {
+        const auto row = rowsOf<int, int>("individuals", "asked");
+        row("all samples", 31, studySamples);
+        row("given up, random numbers given back", 100, 37);
+        row("too much work for one piece", 60000, 2);
+        row("too many numbers for all doses at once", 180000, 1);
     }
-}
-
-void TestFastPaths::evaluatesAhead()
-{
-    QVector<endPoint> models(3);
-    const QStringList expressions{"COL1*DOSE+ETA1", "COL1+DOSE", "COL1*exp(ETA1)+ETA2"};
-    RawResults results(models.size());
-    for (int model = 0; model < models.size(); ++model) {
-        models[model].endPointParser = parser(expressions.at(model));
-        models[model].populationSummary = model == 2 ? 50 : -1;
-        models[model].bringUpToDate({0, 1, 3});
-        models[model].checkETA();
-        for (int eta = 0; eta < models[model].numEtas; ++eta) {
-            models[model].omega[eta][eta] = 0.5 + eta;
-        }
-        results[model].resize(1);
-        for (int sample = 0; sample < studySamples - model; ++sample) {
-            results[model].first().append(QVector<double>{sample * 0.1});
-        }
-    }
-    Table weights(studySamples, {0.5, 0.25, 0.25});
-    weights[3] = {1, 0, 0};
-
-    // All samples, and a part of them, with the random numbers of the rest given back.
-    for (const auto& [individuals, asked] : {std::pair(31, studySamples),
-                                             {1, studySamples},
-                                             {100, 37},
-                                             {15500, 6},
-                                             {60000, 2},
-                                             {180000, 1}}) {
-        for (endPoint& model : models) {
-            model.numSimulations = individuals;
-        }
+    void evaluatesAhead()
+    {
+        QFETCH(int, individuals);
+        QFETCH(int, asked);
+        Study study = unevenStudy(individuals);
+        Table weights(studySamples, {0.5, 0.25, 0.25});
+        weights[3] = {1, 0, 0};
+        auto run = std::make_unique<EndpointRun>(study, 0, averagingPlan(weights, true, 3));
         seedRandomNumbers(5);
-        QVector<Table> expected(models.size());
-        for (int sample = 0; sample < asked; ++sample) {
-            for (int model = 0; model < models.size(); ++model) {
-                const QVector<double> row = results.at(model).first().value(sample);
-                const bool counts = weights.at(sample).at(model) > 0 && !row.isEmpty();
-                expected[model].append(counts ? models[model].evaluateEndpoint(row)
-                                              : QVector<double>());
-            }
-        }
-        const double next = randomNG().normal();
-        seedRandomNumbers(5);
-        Study study;
-        study.endPoints = models;
-        study.rawResults = results;
-        auto run =
-            std::make_unique<EndpointRun>(study, 0, averagingPlan(weights, true, models.size()));
         for (int sample = 0; sample < asked; ++sample) {
             run->evaluateNext();
         }
-        QVERIFY(almostEqual(run->endpoints(), expected, 0));
+        const QVector<Table> ahead = run->endpoints();
         run.reset();
-        QCOMPARE(randomNG().normal(), next);
-    }
-}
+        const double nextNumber = nextUniform();
 
-void TestFastPaths::boundsWhatIsAhead()
-{
-    const int doseCount = 101;
-    QVector<endPoint> models(2);
-    models[1].endPointParser.expression = "(DOSE)(DOSE)DOSE"; // reports each evaluation
-    // Without ETAs, with an omega of zeros, malformed.
-    for (const auto& [expression, individuals, samplesAhead] :
-         {std::tuple("(DOSE)", 10000, 64), {"(ETA1)+DOSE", 10000, 1}, {"ETA1+DOSE+", 1000, 1}}) {
-        models[0].endPointParser.expression = expression;
-        models[0].numSimulations = individuals;
-        Study study;
-        study.endPoints = models;
-        for (endPoint& model : study.endPoints) {
-            model.bringUpToDate(QVector<double>(doseCount, 1));
+        seedRandomNumbers(5);
+        QVector<Table> plain(3);
+        for (int sample = 0; sample < asked; ++sample) {
+            for (int model = 0; model < 3; ++model) {
+                const QVector<double> row = study.rawResults.at(model).first().value(sample);
+                const bool counts = weights.at(sample).at(model) > 0 && !row.isEmpty();
+                plain[model].append(counts ? study.endPoints[model].evaluateEndpoint(row)
+                                           : QVector<double>());
+            }
         }
+        QVERIFY(almostEqual(ahead, plain, 0));
+        QCOMPARE(nextNumber, nextUniform());
+    }
+
+    void boundsWhatIsAhead_data()
+    {
+        const auto row = rowsOf<QString, int, int>("expression", "individuals", "samplesAhead");
+        row("without ETAs", "(DOSE)", 10000, 64);
+        row("omega of zeros", "(ETA1)+DOSE", 10000, 1);
+        row("long expression", QString("(DOSE)+").repeated(2000) + "1", 1, 26);
+        row("malformed and slow", "ETA1+DOSE+", 1000, 1);
+    }
+    void boundsWhatIsAhead()
+    {
+        QFETCH(QString, expression);
+        QFETCH(int, individuals);
+        const QVector<double> doses(101, 1);
+        Study study;
+        study.endPoints.resize(2);
+        study.endPoints[0].endPointParser.expression = expression;
+        study.endPoints[0].numSimulations = individuals;
+        study.endPoints[1].endPointParser.expression = "(DOSE)(DOSE)DOSE"; // reports each time
+        bringUpToDate(study.endPoints, doses);
         study.rawResults = RawResults(2, {Table(studySamples, {0})});
         EndpointRun run(study, 0, completePlan(studySamples, 2));
         const LogCapture log;
         run.evaluateNext();
-        QCOMPARE(log.messages().size() / doseCount, samplesAhead);
+        QTEST(log.messages().size() / doses.size(), "samplesAhead");
     }
-}
+};
 
 QTEST_APPLESS_MAIN(TestFastPaths)
 #include "tst_fastpaths.moc"
