@@ -3,9 +3,9 @@
 // A CSV file.
 
 #include "analysis/checkup/checkup.h"
+#include "fuzz/literalvalue.h"
 #include "fuzz/target.h"
 #include "io/csv.h"
-#include "tests/support/literalvalue.h"
 #include "tests/support/studyfiles.h"
 
 #include <QTextStream>

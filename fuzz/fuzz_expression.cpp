@@ -2,9 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // An expression, in the first line of the input, and bytes that make its values.
 
+#include "fuzz/literalvalue.h"
+#include "fuzz/ordinaryarithmetic.h"
 #include "fuzz/target.h"
-#include "tests/support/literalvalue.h"
-#include "tests/support/ordinaryarithmetic.h"
+#include "tests/support/logcapture.h"
 
 #include <limits>
 

@@ -3,8 +3,8 @@
 // A dose or level text.
 
 #include "analysis/numberlist.h"
+#include "fuzz/literalvalue.h"
 #include "fuzz/target.h"
-#include "tests/support/literalvalue.h"
 
 #include <QStringList>
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#ifndef VELMORA_TESTS_SUPPORT_LITERALVALUE_H
-#define VELMORA_TESTS_SUPPORT_LITERALVALUE_H
+#ifndef VELMORA_FUZZ_LITERALVALUE_H
+#define VELMORA_FUZZ_LITERALVALUE_H
 
 #include "expr/operators.h"
 #include "expr/parser.h"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#ifndef VELMORA_TESTS_SUPPORT_ORDINARYARITHMETIC_H
-#define VELMORA_TESTS_SUPPORT_ORDINARYARITHMETIC_H
+#ifndef VELMORA_FUZZ_ORDINARYARITHMETIC_H
+#define VELMORA_FUZZ_ORDINARYARITHMETIC_H
 
 #include "expr/diagnosis.h"
 #include "expr/parser.h"
@@ -67,15 +67,17 @@ private:
 
     double operand()
     {
-        // clang-format off
         static const QHash<QString, double (*)(double)> functions{
-            {"", [](double x) { return x; }}, {"exp", std::exp}, {"log", std::log},
-            {"Sin", std::sin}, {"Cos", std::cos}, {"Tan", std::tan},
+            {"", [](double x) { return x; }},
+            {"exp", std::exp},
+            {"log", std::log},
+            {"Sin", std::sin},
+            {"Cos", std::cos},
+            {"Tan", std::tan},
             {"Sign", [](double x) { return x < 0 ? -1.0 : 1.0; }},
             {"log10", [](double x) { return std::log(x) / 2.302585092994046; }},
             {"Abs", [](double x) { return x < 0 ? -x : x; }},
             {"Sqrt", [](double x) { return std::pow(x, 0.5); }}};
-        // clang-format on
         if (match("(\\d+\\.?\\d*|\\.\\d+)([eE][-+]?\\d+)?")) {
             return last.toDouble();
         }
