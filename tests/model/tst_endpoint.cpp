@@ -1,17 +1,19 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/endpoint.h"
-#include "model/endpointparsercontainer.h"
 #include "model/randomng.h"
-#include "model/typedomega.h"
 #include "tests/support/compare.h"
+#include "tests/support/logcapture.h"
 #include "tests/support/randomnumbers.h"
-
-#include <QtTest>
+#include "tests/support/testrows.h"
 
 #include <numeric>
 
 using Numbers = QVector<double>;
+using Matrix = QVector<Numbers>;
+using Columns = QVector<QVector<int>>;
+
+static const double none = qQNaN();
 
 /// Column n holds n.
 static Numbers numberedRow(int size)
@@ -22,7 +24,7 @@ static Numbers numberedRow(int size)
 }
 
 static endPoint definition(const QString& expression, const Numbers& doses,
-                           const QVector<Numbers>& omega = {})
+                           const Matrix& omega = {})
 {
     endPoint result;
     result.endPointParser = parser(expression);
@@ -39,168 +41,157 @@ class TestEndpoint : public QObject
 private slots:
     void drawsWithCovariance()
     {
+        for (const Matrix& covariance : {Matrix{{1, 2}, {2, 1}}, {{1}, {2}}}) { // a short row
+            const Matrix factor = randomNG().choleskyDecomposition(covariance);
+            QVERIFY(almostEqual(factor, {{1, 0}, {2, none}}));
+        }
+        const MultiNormalSampler sampler(Matrix{{0}});
+        QVERIFY(almostEqual(sampler.columns(nullptr, 1, {0, -1, 1}), {0, none, none}));
         randomNG generator;
-        const QVector<Numbers> covariance{{4, 2, 6}, {2, 5, 1}, {6, 1, 14}};
-        QVERIFY(almostEqual(generator.choleskyDecomposition(covariance),
-                            {{2, 0, 0}, {1, 2, 0}, {3, -1, 2}}, 1e-15));
-        QVERIFY(std::isnan(generator.choleskyDecomposition({{1, 2}, {2, 1}}).at(1).at(1)));
-        QVERIFY(std::isnan(generator.choleskyDecomposition({{1}, {2}}).at(1).at(1)));
-
-        const Numbers rows =
-            MultiNormalSampler(QVector<Numbers>{{0}}).columns(nullptr, 1, {0, -1, 1});
-        QVERIFY(almostEqual(rows, {0, qQNaN(), qQNaN()}, 0)); // beyond the matrix
-
         seedRandomNumbers(1);
         const double u = nextUniform();
         const double deviate = std::sqrt(-2 * std::log(u)) * std::cos(2 * M_PI * nextUniform());
         seedRandomNumbers(1);
-        QVERIFY(almostEqual(generator.multiNormal({{0, 0}, {0, 0}}), {0, 0})); // draws nothing
-        QVERIFY(almostEqual(generator.normal(), deviate, 1e-12));
+        QCOMPARE(generator.multiNormal({{0, 0}, {0, 0}}), Numbers({0, 0})); // draws nothing
+        QVERIFY(almostEqual(generator.normal(), deviate, 0));
 
-        const int count = 20000;
-        double sums[3] = {0, 0, 0};
-        for (int i = 0; i < count; ++i) {
-            const Numbers x = generator.multiNormal({{4, 0, 3}, {0, 0, 0}, {3, 0, 9}});
-            sums[0] += x.at(0) * x.at(0) / count;
-            sums[1] += x.at(0) * x.at(2) / count;
-            sums[2] += x.at(2) * x.at(2) / count;
-            QCOMPARE(x.at(1), 0.0);
-        }
-        // Five standard errors of a variance and of a covariance.
-        QVERIFY(std::fabs(sums[0] - 4) < 5 * 4 * std::sqrt(2.0 / count));
-        QVERIFY(std::fabs(sums[1] - 3) < 5 * std::sqrt((4 * 9 + 3 * 3.0) / count));
-        QVERIFY(std::fabs(sums[2] - 9) < 5 * 9 * std::sqrt(2.0 / count));
+        seedRandomNumbers(1);
+        const Matrix covariance{{4, 2, 0, 6}, {2, 5, 0, 1}, {0, 0, 0, 0}, {6, 1, 0, 14}};
+        const Numbers drawn = generator.multiNormal(covariance);
+        seedRandomNumbers(1);
+        const double z[] = {generator.normal(), generator.normal(), generator.normal()};
+        QCOMPARE(drawn, Numbers({2 * z[0], z[0] + 2 * z[1], 0, 3 * z[0] - z[1] + 2 * z[2]}));
     }
 
+    void bindsNames_data()
+    {
+        const auto row = rowsOf<QString, int, double>("expression", "rowSize", "result");
+        row("dose", "(DOSE)", 0, 2);
+        row("THETA0 is the column before", "(THETA0)", 25, 20);
+        row("OFV", "(ofv)", 20, 20);
+        row("spellings of columns", "col1+Col2*10+COL3*100+column4*1e3+Column5*1e4", 5, 54321);
+        row("column 0", "(COL0)", 3, none);
+        row("column beyond the row", "(COL4)", 3, none);
+        row("largest THETA", "(THETA2147483647)", 25, none);
+        row("ETA0", "(ETA0)", 25, none);
+    }
     void bindsNames()
     {
-        // clang-format off
-        const std::tuple<const char*, int, double> rows[] = { // size of the bootstrap row, result
-            {"(DOSE)", 0, 2}, {"(THETA1)", 25, 21}, {"(THETA5)", 25, 25}, {"(THETA6)", 25, qQNaN()},
-            {"(THETA0)", 25, 20}, {"(ofv)", 20, 20}, {"(ofv)", 19, qQNaN()}, {"(col3)", 3, 3},
-            {"(Col3)", 3, 3}, {"(COL3)", 3, 3}, {"(column3)", 3, 3}, {"(Column3)", 3, 3},
-            {"(COLUMN3)", 3, qQNaN()}, {"(COL0)", 3, qQNaN()}, {"(COL4)", 3, qQNaN()},
-            {"(COL2147483647)", 3, qQNaN()}, {"(COL99999999999)", 3, qQNaN()}, {"(theta1)", 25, qQNaN()},
-            {"(ETA0)", 25, qQNaN()}, {"(ETA1000)", 25, qQNaN()}, {"(Time)", 25, qQNaN()},
-            {"(THETA2147483647)", 25, qQNaN()}, {"COL1*THETA2^DOSE", 25, 484}, {"5", 25, 5}};
-        // clang-format on
-        for (const auto& [expression, rowSize, result] : rows) {
-            endPoint model = definition(expression, {1, 2});
-            model.populationSummary = 75; // without effect as nothing is simulated
-            const Numbers row = numberedRow(rowSize);
-            QVERIFY2(almostEqual(model.evaluateEndpoint(2.0, row), result, 0), expression);
-            QVERIFY2(almostEqual(model.evaluateEndpoint(row).last(), result, 0), expression);
-            QCOMPARE(model.numEtas, 0);
-        }
-        endPoint undefined;
-        undefined.doses = {1};
-        QCOMPARE(undefined.evaluateEndpoint({}), Numbers{undefined.evaluateEndpoint(1, {})});
+        QFETCH(QString, expression);
+        QFETCH(int, rowSize);
+        QFETCH(double, result);
+        endPoint model = definition(expression, {1, 2});
+        model.populationSummary = 75; // without effect as nothing is simulated
+        model.colNumTHETA1 = 1;
+        model.evaluateEndpoint({});
+        model.colNumTHETA1 = 21; // bound anew
+        const Numbers row = numberedRow(rowSize);
+        QCOMPARE(model.evaluateEndpoint(2.0, row), result);
+        QCOMPARE(model.evaluateEndpoint(row).last(), result);
+        QCOMPARE(model.numEtas, 0);
     }
 
+    void bindsWeights_data()
+    {
+        const auto row = rowsOf<QString, int, double>("expression", "ofvColumn", "result");
+        row("OFV", "(0-ofv/2)", 21, -10.5);
+        row("column", "(col20)", 21, 20);
+        row("OFV beyond the row", "(ofv)", 26, none);
+        row("malformed", "exp(-ofv/2)", 20, 0);
+        row("blank", "  ", 20, none);
+    }
     void bindsWeights()
     {
-        // clang-format off
-        const std::tuple<const char*, int, double> rows[] = { // column of the OFV, result
-            {"(ofv)", 20, 20}, {"(0-ofv/2)", 21, -10.5}, {"(col20)", 21, 20}, {"(ofv)", 26, qQNaN()},
-            {"(ofv)", 0, qQNaN()}, {"(THETA1)", 20, qQNaN()}, {"(DOSE)", 20, qQNaN()},
-            {"exp(-ofv/2)", 20, 0}, {"  ", 20, qQNaN()}};
-        // clang-format on
-        endPoint model; // one for all, to be bound anew
-        for (const auto& [expression, ofvColumn, result] : rows) {
-            model.weightParser.expression = expression;
+        QFETCH(QString, expression);
+        QFETCH(int, ofvColumn);
+        const LogCapture log;
+        endPoint model;
+        for (const QString& text : {QString("(ofv)"), expression}) { // bound anew
+            model.weightParser.expression = text;
             model.weightParser.generate_tree();
+            model.evaluateWeight(numberedRow(25));
             model.colNumOFV = ofvColumn;
-            QVERIFY2(almostEqual(model.evaluateWeight(numberedRow(25)), result), expression);
         }
+        QTEST(model.evaluateWeight(numberedRow(25)), "result");
     }
 
+    void simulatesPopulations_data()
+    {
+        const auto row = rowsOf<int, int>("summary", "count");
+        for (const int summary : {-1, 0, 25, 50, 75, 100}) {
+            for (const int count : {-1, 0, 1, 2, 3, 97, 100, 2000}) { // the last in parallel
+                const QString name = summary < 0 ? "mean" : QString("percentile %1").arg(summary);
+                row(qPrintable(name + QString(" of %1").arg(count)), summary, count);
+            }
+        }
+    }
     /// Bit for bit what individuals drawn one after the other give, the rest of the division
     /// among the processors left out.
     void simulatesPopulations()
     {
-        const Numbers doses = numberedRow(2 * QThread::idealThreadCount() + 1); // some share a task
+        QFETCH(int, summary);
+        QFETCH(int, count);
+        const int processors = QThread::idealThreadCount();
+        const int drawnCount = count < 2 ? count : count / processors * processors;
+        const Numbers doses = numberedRow(2 * processors + 1); // some share a task
         endPoint model = definition("ETA2*DOSE-ETA1", doses, {{4, 1}, {1, 2}});
-        const auto expected = [&model](double dose, int drawn, int count) {
+        model.populationSummary = summary;
+        model.numSimulations = count;
+        const auto expected = [&](double dose, int drawn, int counted) {
             Numbers individuals;
             for (int i = 0; i < drawn; ++i) {
                 const Numbers etas = randomNG().multiNormal(model.omega);
                 individuals.append(etas.at(1) * dose - etas.at(0));
             }
-            if (model.populationSummary < 0) {
-                return std::accumulate(individuals.begin(), individuals.end(), 0.0) / count;
+            if (summary < 0) {
+                return std::accumulate(individuals.begin(), individuals.end(), 0.0) / counted;
             }
             std::sort(individuals.begin(), individuals.end());
-            return individuals.value(count * model.populationSummary / 100, qQNaN());
+            return individuals.value(counted * summary / 100, none);
         };
-        for (const int percentile : {-1, 0, 25, 50, 75, 100}) {
-            model.populationSummary = percentile;
-            for (const int count : {-1, 0, 1, 2, 3, 97, 100, 2000}) { // the last in parallel
-                model.numSimulations = count;
-                seedRandomNumbers(7);
-                const Numbers simulated = model.evaluateEndpoint(Numbers());
-                const double single = model.evaluateEndpoint(3.0, {});
-                const int processors = count < 2 ? 1 : QThread::idealThreadCount();
-                const int drawn = count / processors * processors;
-                seedRandomNumbers(7);
-                for (const double dose : doses) {
-                    QVERIFY(almostEqual(simulated.at(dose - 1), expected(dose, drawn, count), 0));
-                }
-                QVERIFY(almostEqual(single, expected(3, 100, 100), 0));
-            }
+        seedRandomNumbers(7);
+        const Numbers simulated = model.evaluateEndpoint(Numbers());
+        const double single = model.evaluateEndpoint(3.0, {});
+        seedRandomNumbers(7);
+        for (const double dose : doses) {
+            QVERIFY(almostEqual(simulated.at(dose - 1), expected(dose, drawnCount, count), 0));
         }
+        QVERIFY(almostEqual(single, expected(3, 100, 100), 0));
     }
 
+    void takesOmegaFromTheRow_data()
+    {
+        const auto row = rowsOf<Matrix, Columns, Matrix>("omega", "columns", "taken");
+        row("one side for both", {{5, 1}, {1, 6}}, {{0, 2}, {-1, 1}}, {{4, -3}, {-3, 9}});
+        row("column beyond the row", {{5, 1}, {1, 6}}, {{3, 2}, {-1, -1}}, {{none, -3}, {-3, 6}});
+        row("fewer columns than rows", {{5, 1}, {1, 6}}, {{0, 2}}, {{4, -3}, {-3, 6}});
+        row("short row of omega", {{1}, {2, 5}}, {{0, 2}}, {{4}, {-3, 5}});
+    }
     void takesOmegaFromTheRow()
     {
-        const QVector<Numbers> entered{{5, 0.5}, {0.5, 6}};
-        endPoint model = definition("ETA1+2*ETA2", {0}, entered);
-        model.omegaColumns = {{0, 2}, {-1, 1}}; // one side serves for both
+        QFETCH(Matrix, omega);
+        QFETCH(Columns, columns);
+        QFETCH(Matrix, taken);
+        endPoint model = definition("ETA1+2*ETA2", {0}, omega);
+        model.omegaColumns = columns;
+        QVERIFY(almostEqual(model.omegaOf({4, 9, -3}), taken, 0));
         seedRandomNumbers(3);
         const Numbers simulated = model.evaluateEndpoint({4, 9, -3});
+        QVERIFY(almostEqual(model.omega, omega, 0));
         seedRandomNumbers(3);
-        endPoint numbers = definition("ETA1+2*ETA2", {0}, {{4, -3}, {-3, 9}});
-        QVERIFY(almostEqual(simulated, numbers.evaluateEndpoint(Numbers()), 0));
-        QVERIFY(almostEqual(model.evaluateEndpoint({4, 9}), {qQNaN()})); // outside the row
-        QVERIFY(almostEqual(model.omega, entered, 0));
+        endPoint plain = definition("ETA1+2*ETA2", {0}, taken);
+        QVERIFY(almostEqual(simulated, plain.evaluateEndpoint(Numbers()), 0));
+    }
 
-        // Uneven, as a damaged project may have it.
-        model.omegaColumns.removeLast();
-        QVERIFY(almostEqual(model.omegaOf({4, 9, -3}), {{4, -3}, {-3, 6}}, 0));
-        model.omega = {{1}};
-        QVERIFY(almostEqual(model.evaluateEndpoint(Numbers{4, 9, -3}), {qQNaN()}));
-        model.omega = {{1}, {2, 5}};
-        QVERIFY(almostEqual(model.omegaOf({4, 9, -3}), {{4}, {-3, 5}}, 0));
-
-        model = definition("ETA3+THETA1", {0}, {{1, 2}, {2, 5}}); // grows
+    void growsOmega()
+    {
+        endPoint model = definition("ETA3+THETA1", {0}, {{1, 2}, {2, 5}});
         model.evaluateEndpoint(numberedRow(25));
-        QVERIFY(almostEqual(model.omega, {{1, 2, 0}, {2, 5, 0}, {0, 0, 0}}, 0));
-        QCOMPARE(model.omegaColumns, QVector<QVector<int>>(3, {-1, -1, -1}));
+        QCOMPARE(model.omega, Matrix({{1, 2, 0}, {2, 5, 0}, {0, 0, 0}}));
+        QCOMPARE(model.omegaColumns, Columns(3, {-1, -1, -1}));
         model.endPointParser.expression = "ETA1*2";
         model.checkETA();
         QVERIFY(model.highestEta == 1 && model.numEtas == 3);
-    }
-
-    void forgetsWhatWasTypedBefore()
-    {
-        endPoint model = definition("1", {}, {{4, 1}, {1, 5}});
-        TypedOmega typed;
-        typed.resize(model, 1);
-        model.omega[0][0] = 9; // not by typing
-        typed.resize(model, 2);
-        QCOMPARE(model.omega, (QVector<Numbers>{{9, 0}, {0, 0}}));
-    }
-
-    void evaluatesContainers()
-    {
-        endPointParserContainer container;
-        container.setParser(definition("x*DOSE", {}).endPointParser);
-        container.addVariable({0, 0, 2, 10});
-        container.addVariable({0, 0, 3, 10});
-        evaluateEPParser(container);
-        QCOMPARE(container.results, Numbers({20, 30}));
-        container.clearVariables();
-        evaluateEPParser(container);
-        QVERIFY(container.results.isEmpty());
     }
 };
 
