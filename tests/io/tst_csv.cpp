@@ -3,10 +3,9 @@
 #include "io/csv.h"
 #include "io/csvexport.h"
 #include "tests/support/studyfiles.h"
+#include "tests/support/testrows.h"
 
 #include <QTableWidget>
-#include <QTemporaryDir>
-#include <QtTest>
 
 #include <sys/stat.h>
 
@@ -16,67 +15,77 @@ class TestCsv : public QObject
 {
     Q_OBJECT
 
-    QTemporaryDir folder;
-    const QString path = folder.filePath("table.csv");
-    QByteArray content() const { return contentOf(path); }
+    const StudyFiles files;
+    const QString path = files.path("table.csv");
+
+    QByteArray written(const Table& table) const
+    {
+        csvwrite(path, table);
+        return contentOf(path);
+    }
+    QByteArray shown(QTableWidget& widget, int firstRow = 0) const
+    {
+        csvwrite(path, &widget, firstRow);
+        return contentOf(path);
+    }
 
 private slots:
+    void initTestCase() { QCOMPARE(mkfifo(qPrintable(files.path("pipe")), 0600), 0); }
+
+    void reads_data()
+    {
+        const auto row = rowsOf<QByteArray, QByteArray>("file", "rows"); // as csvwrite gives them
+        const QByteArray toBorder((1 << 20) - 3, 'x'); // files are read in pieces of this size
+        row("line break at the border", toBorder + ",1\r\n2,\n3", "nan,1\n2,nan\n3\n");
+        row("field across the border", "4\n" + toBorder + "56", "4\nnan\n");
+        row("line of two pieces", toBorder + toBorder + "\n7,\n", "nan\n7,nan\n");
+        row("umlaut behind the border", "8\n" + toBorder + "\xc3\xa4,9", "8\nnan,9\n");
+        row("nothing", "", "");
+        row("line breaks", "\n1,2\r\n3\r\n\r\n4\r", "nan\n1,2\n3\nnan\n4\n");
+        row("lone returns", "1\r2,3\r,\r4\r\r\n", "nan,3,4\n");
+        row("no numbers", "x,,\"5\",- 3,0x1p3,1e,1e400,1e-400\n7",
+            "nan,nan,nan,nan,nan,nan,nan,nan\n7\n");
+        row("numbers", " 1\t,+2,-4.5,1E-2,0,0.0,0e9,-inf", "1,2,-4.5,0.01,0,0,0,-inf\n");
+        row("mark of UTF-8", "\xef\xbb\xbf\x31,2\r\n3,\n\n", "1,2\n3,nan\nnan\n");
+    }
     void reads()
     {
-        // clang-format off
-        const QByteArray toBorder((1 << 20) - 3, 'x'); // files are read in pieces of this size
-        const std::pair<QByteArray, QByteArray> files[] = { // and rows, as csvwrite gives them
-            {toBorder + ",1\r\n2,\n3", "nan,1\n2,nan\n3\n"}, {"4\n" + toBorder + "56", "4\nnan\n"},
-            {toBorder + toBorder + "\n7,\n", "nan\n7,nan\n"}, {"8\n" + toBorder + "\xc3\xa4,9", "8\nnan,9\n"},
-            {"", ""}, {"1,2,,x", "1,2,nan,nan\n"}, {"\"a\",b\n3,-4.5\n", "nan,nan\n3,-4.5\n"},
-            {"\n1,2\r\n3\r\n\r\n4\r", "nan\n1,2\n3\nnan\n4\n"}, {"1,\n2,", "1,nan\n2,nan\n"},
-            {"1\r2,3\r,\r4\r\r\n", "nan,3,4\n"}, {" 1\t,+2,- 3,-4,\"5\"", "1,2,nan,-4,nan\n"},
-            {"1e2,1E-2,1e,e1,1e400", "100,0.01,nan,nan,nan\n"}, {"0,0.0,0e9,1e-400", "0,0,0,nan\n"},
-            {"inf,-inf,nan,0x1p3", "inf,-inf,nan,nan\n"}, {QByteArray("1\0,2", 4), "nan,2\n"},
-            {"\xef\xbb\xbf\x31,2\r\n3,\n\n", "1,2\n3,nan\nnan\n"},
-            {QByteArray("\xff\xfe\x37\0,\0\x38\0\n\0\x39\0", 12), "7,8\n9\n"}};
-        // clang-format on
-        const QString source = folder.filePath("source.csv");
-        for (const auto& [file, rows] : files) {
-            QFile written(source);
-            QVERIFY(written.open(QIODevice::WriteOnly) && written.write(file) == file.size());
-            written.close();
-            csvwrite(path, csvReadToDouble(source));
-            QCOMPARE(content(), rows);
-            csvwrite(path, csvWithHeaderReadToDouble(source));
-            QCOMPARE(content(), rows.mid(rows.indexOf('\n') + 1));
-            const QStringList header = csvWithHeaderReadHeader(source);
-            QCOMPARE(header.isEmpty(), file.isEmpty());
-            QVERIFY(!file.startsWith('"') || header == QStringList({"\"a\"", "b"}));
+        QFETCH(QByteArray, file);
+        QFETCH(QByteArray, rows);
+        const QString source = files.write("source.csv", file);
+        QCOMPARE(written(csvReadToDouble(source)), rows);
+        QCOMPARE(written(csvWithHeaderReadToDouble(source)), rows.mid(rows.indexOf('\n') + 1));
+        QCOMPARE(csvWithHeaderReadHeader(source).size(), csvReadToDouble(source).value(0).size());
+    }
+
+    void readsNothing()
+    {
+        for (const QString& name : {QString(), files.path(), files.path("pipe")}) {
+            QVERIFY2(csvReadToDouble(name).isEmpty(), qPrintable(name));
+            QVERIFY2(csvWithHeaderReadHeader(name).isEmpty(), qPrintable(name));
         }
     }
+
     void writes()
     {
-        const QString pipe = folder.filePath("pipe");
-        QCOMPARE(mkfifo(qPrintable(pipe), 0600), 0);
-        for (const QString& name : {QString(), folder.path(), folder.filePath("missing"), pipe}) {
-            QVERIFY(csvReadToDouble(name).isEmpty() && csvWithHeaderReadHeader(name).isEmpty());
-        }
+        QCOMPARE(written({{1, 2.5}, {}, {1234567, 1e-5}}), "1,2.5\n\n1.23457e+06,1e-05\n");
+        csvwrite(path, Table{{1}}, {"a", "b", "c"});
+        QCOMPARE(contentOf(path), "c\n1\n");
+        csvwrite(path, Table{{1}}, {});
+        QCOMPARE(contentOf(path), "\n1\n");
+        csvwrite(path, Table(), {"a"});
+        QCOMPARE(contentOf(path), "");
         QTableWidget widget; // without rows
+        QCOMPARE(shown(widget), "");
         for (int writer = 0; writer < 4; ++writer) {
             QTest::ignoreMessage(QtDebugMsg, "Error, unable to save");
         }
-        csvwrite(folder.path(), Table{{1}});
-        csvwrite(folder.path(), Table{{1}}, {});
-        csvwrite(folder.path(), &widget);
-        csvwrite(folder.path(), &widget, 0);
-
-        csvwrite(path, Table{{1, 2.5}, {}, {1234567, 1e-5}});
-        QCOMPARE(content(), QByteArray("1,2.5\n\n1.23457e+06,1e-05\n"));
-        csvwrite(path, Table{{1}}, {"a", "b", "c"});
-        QCOMPARE(content(), QByteArray("c\n1\n"));
-        csvwrite(path, Table{{1}}, {});
-        QCOMPARE(content(), QByteArray("\n1\n"));
-        csvwrite(path, Table(), {"a"});
-        QVERIFY(content().isEmpty());
-        csvwrite(path, &widget);
-        QVERIFY(content().isEmpty());
+        csvwrite(files.path(), Table{{1}});
+        csvwrite(files.path(), Table{{1}}, {});
+        csvwrite(files.path(), &widget);
+        csvwrite(files.path(), &widget, 0);
     }
+
     void exports()
     {
         const TextRows rows{{"ofv", "a,b", "\"q\""}, {"1\t2", "", "x\r\ny"}, {}, {u8"θ\n"}};
@@ -84,38 +93,36 @@ private slots:
         const QByteArray lines =
             u8"ofv,\"a,b\",\"\"\"q\"\"\"\r\n1\t2,,\"x\r\ny\"\r\n\r\n\"θ\n\"\r\n";
         QCOMPARE(commaSeparated(rows), lines);
-        QVERIFY(tabSeparated({}).isEmpty() && commaSeparated({}).isEmpty());
-
-        QVERIFY(writeFile(path, "old and long") && writeFile(path, lines) && content() == lines);
-        for (const QString& name :
-             {folder.path(), folder.filePath("none/a"), QString("/dev/full")}) {
-            QVERIFY(!writeFile(name, "1"));
+        QVERIFY(writeFile(path, "old and long") && writeFile(path, lines));
+        QCOMPARE(contentOf(path), lines);
+        for (const QString& name : {files.path(), files.path("none/a"), files.path("pipe")}) {
+            QVERIFY2(!writeFile(name, "1"), qPrintable(name));
         }
+    }
+
+    void displays_data()
+    {
+        const auto row = rowsOf<Table, QByteArray>("table", "cells");
+        row("last row is short", {{1234567, 0.25, qQNaN()}, {4, 5}},
+            "1.23457e+06,0.25,nan\n4,5,NaN");
+        row("row in between is longest", {{1, 2}, {1, 2, 3, 4}, {5, 6, 7}},
+            "1,2,NaN, \n1,2,3,4\n5,6,7,NaN");
     }
     void displays()
     {
-        const std::pair<Table, QByteArray> tables[] = {
-            {{{1, 2}, {3, 4, 5}}, "1,2,NaN\n3,4,5"},
-            {{{1234567, 0.25, qQNaN()}, {4, 5}}, "1.23457e+06,0.25,nan\n4,5,NaN"},
-            {{{1, 2}, {1, 2, 3, 4}, {5, 6, 7}}, "1,2,NaN, \n1,2,3,4\n5,6,7,NaN"},
-        };
-        for (const auto& [table, cells] : tables) {
-            QTableWidget widget;
-            // Nothing of the larger table before is left, but the current cell stays.
-            csvDisplay(&widget, {{8, 8, 8, 8}, {9}, {9}}, {"a", "b", "c", "d", "e"});
-            csvwrite(path, &widget);
-            QCOMPARE(content(), QByteArray("8,8,8,8, \n9,NaN,NaN,NaN, \n9,NaN,NaN,NaN, "));
-            widget.setCurrentCell(0, 1);
-            csvDisplay(&widget, table);
-            csvwrite(path, &widget);
-            QCOMPARE(content(), cells);
-            QCOMPARE(widget.currentColumn(), 1);
-            csvDisplayAppend(&widget, {1, 2, 3, 4, 5});
-            csvDisplayAppend(&widget, {6});
-            csvwrite(path, &widget, table.size());
-            QCOMPARE(content(), QByteArray("1,2,3,4,5\n6,NaN,NaN,NaN,NaN"));
-        }
+        QFETCH(Table, table);
+        QTableWidget widget;
+        csvDisplay(&widget, {{8, 8, 8, 8}, {9}, {9}}, {"a", "b", "c", "d", "e"});
+        QCOMPARE(shown(widget), "8,8,8,8, \n9,NaN,NaN,NaN, \n9,NaN,NaN,NaN, ");
+        widget.setCurrentCell(0, 1);
+        csvDisplay(&widget, table); // nothing of the larger one is left but the current cell
+        QTEST(shown(widget), "cells");
+        QCOMPARE(widget.currentColumn(), 1);
+        csvDisplayAppend(&widget, {1, 2, 3, 4, 5});
+        csvDisplayAppend(&widget, {6});
+        QCOMPARE(shown(widget, table.size()), "1,2,3,4,5\n6,NaN,NaN,NaN,NaN");
     }
+
     void displaysLargeTables()
     {
         QTableWidget widget;
@@ -126,46 +133,38 @@ private slots:
         table.append(QVector<double>{1234567});
         csvDisplay(&widget, table, {"a"});
         QVERIFY(widget.item(1, 0) == nullptr && widget.currentRow() == 1);
-        for (const auto& [row, column, text] : {std::tuple(0, 999, "0.1"),
-                                                {0, 1000, ""},
-                                                {1, 1000, "2"},
-                                                {999, 1000, "NaN"},
-                                                {1000, 0, "1.23457e+06"}}) {
-            QCOMPARE(csvCellText(&widget, row, column), QString(text));
-        }
-        const auto width = [&widget](int row, int column) {
-            return widget.itemDelegate()->sizeHint({}, widget.model()->index(row, column)).width();
+        const auto cell = [&widget](int row, int column) {
+            return csvCellText(&widget, row, column);
+        };
+        QCOMPARE(cell(0, 999) + ' ' + cell(0, 1000) + ' ' + cell(1, 1000), "0.1  2");
+        QCOMPARE(cell(999, 1000) + ' ' + cell(1000, 0), "NaN 1.23457e+06");
+        const auto* delegate = widget.itemDelegate();
+        const auto width = [&](int row, int column) {
+            return delegate->sizeHint({}, widget.model()->index(row, column)).width();
         };
         QVERIFY(width(1000, 0) > width(0, 0) && width(0, 0) > width(0, 1000));
-        const QModelIndex first = widget.model()->index(0, 0);
-        QVERIFY(widget.itemDelegate()->createEditor(&widget, {}, first) == nullptr);
+        QVERIFY(delegate->createEditor(&widget, {}, widget.model()->index(0, 0)) == nullptr);
         csvDisplayAppend(&widget, {8});
-        QVERIFY(widget.item(1001, 0) == nullptr && widget.item(0, 0) == nullptr);
-        QCOMPARE(csvCellText(&widget, 1001, 0) + csvCellText(&widget, 0, 0), QString("80.1"));
+        QCOMPARE(cell(1001, 0) + ' ' + cell(0, 0), "8 0.1");
+        widget.setRowCount(1);
+        QVERIFY(cell(0, 0).isNull());
+        csvDisplay(&widget, {{3}, {4, 5}, {6}});
+        QCOMPARE(widget.item(0, 0)->text(), "3");
+        QVERIFY(widget.item(2, 1) != nullptr && cell(0, 1).isNull());
+    }
 
-        table.fill({qQNaN()}, 18000);
+    void displaysInPart()
+    {
+        Table table(18000, {qQNaN()});
         table.append(QVector<double>(9000, 1)); // a few bytes, 162 million cells
-        for (const bool named : {false, true}) {
-            named ? csvDisplay(&widget, table, {"a"}) : csvDisplay(&widget, table);
-            QCOMPARE(csvFullSize(&widget), QSize(9000, 18001));
-            QCOMPARE(csvCellText(&widget, 18000, 54), QString("1"));
-        }
+        QTableWidget widget;
+        csvDisplay(&widget, table, {"a"});
         csvDisplayAppend(&widget, {8});
         QCOMPARE(csvFullSize(&widget), QSize(9000, 18002));
-        QCOMPARE(csvCellText(&widget, 18001, 0) + csvCellText(&widget, 17999, 0), QString("8nan"));
+        QCOMPARE(csvCellText(&widget, 18001, 0) + csvCellText(&widget, 17999, 0), "8nan");
         widget.setCurrentCell(17000, 0);
         csvDisplay(&widget, Table(18000, {1, 2}), {"a", "b", "c"}); // with items, others go
         QVERIFY(widget.currentRow() == 17000 && !csvFullSize(&widget).isValid());
-
-        csvDisplay(&widget, table, {"a"});
-        widget.setRowCount(1);
-        QVERIFY(csvCellText(&widget, 0, 0).isNull());
-        csvDisplay(&widget, {QVector<double>(200'001, 3)});
-        widget.setRowCount(0);
-        QVERIFY(!csvFullSize(&widget).isValid());
-        csvDisplay(&widget, {{3}, {4, 5}, {6}});
-        QCOMPARE(widget.item(0, 0)->text(), QString("3"));
-        QVERIFY(widget.item(2, 1) != nullptr && csvCellText(&widget, 0, 1).isNull());
     }
 };
 
