@@ -3,10 +3,8 @@
 #include "io/csvexport.h"
 #include "tests/support/projectbytes.h"
 #include "tests/support/studyfiles.h"
+#include "tests/support/testrows.h"
 
-#include <QtTest>
-
-#include <numeric>
 #include <sys/resource.h>
 
 class TestProjectFile : public QObject
@@ -35,74 +33,76 @@ class TestProjectFile : public QObject
     }
 
 private slots:
-    void reads()
+    void readsWhatIsThere()
     {
         const auto [full, itemEnds] = ProjectBytes(someItems());
+        QVERIFY(startsAsProject(full.left(16), full.size()));
         QCOMPARE(decode(full + "more"), 17);
         for (int size = 0, item = 0; size <= full.size(); ++size) {
             item += int(item < 17 && size == itemEnds.at(item + 1));
             QCOMPARE(decode(full.left(size)), item);
         }
-        // clang-format off
-        const std::pair<const char*, int> files[] = {
-            {"00000002 00000000 00000000", 1}, {"00000003 00000000 00000000", 0}, // one model too many
-            {"00000001 00000001 00000001 ffffffff 00", 0}, {"00000000 00000000 00000003 61626364", 2},
-            {"00000000 00000000 fffffffe 61626364", 2}};
-        // clang-format on
-        for (const auto& [hex, items] : files) {
-            QCOMPARE(decode(QByteArray::fromHex(hex)), items);
-        }
-        QRandomGenerator random(7);
-        for (int round = 0; round < 6000; ++round) {
-            QByteArray file = full;
-            for (char& byte : file) { // small counts go deepest
-                const int noise = random.bounded(256) >> random.bounded(31);
-                byte = char(round % 2 == 0 ? noise : byte ^ (random.bounded(99) == 0 ? noise : 0));
-            }
-            QVERIFY2(decode(file) >= 0, file.toHex());
-        }
+    }
+
+    void refusesWhatCannotBe_data()
+    {
+        const auto row = rowsOf<QByteArray, int>("hex", "items");
+        row("as many models as can be", "00000002 00000000 00000000", 1);
+        row("one model too many", "00000003 00000000 00000000", 0);
+        row("negative count", "00000001 00000001 00000001 ffffffff 00", 0);
+        row("half a character", "00000000 00000000 00000003 61626364", 2);
+        row("text longer than the file", "00000000 00000000 fffffffe 61626364", 2);
+    }
+    void refusesWhatCannotBe()
+    {
+        QFETCH(QByteArray, hex);
+        QTEST(decode(QByteArray::fromHex(hex)), "items");
+    }
+
+    void knowsProjectsByTheirStart_data()
+    {
+        const auto row = rowsOf<QByteArray, bool>("file", "isProject");
+        row("project without results", ProjectBytes({}).bytes, true);
+        row("part of a count", QByteArray(3, '\0'), false);
+        row("number missing", QByteArray("\0\0\0\1\0\0\0\1\0\0\0\1\0\0\0\2 one double", 27), false);
+        row("film", QByteArray("\0\0\0\1ftypmp42 and a whole film", 29), false);
     }
     void knowsProjectsByTheirStart()
     {
-        const QByteArray full = ProjectBytes(someItems()).bytes;
-        const QByteArray none = ProjectBytes({}).bytes;
-        for (const int size : {16, 17, full.size()}) {
-            QVERIFY(startsAsProject(full.left(size), full.size()));
-        }
-        QVERIFY(startsAsProject(none, none.size()));
-        // clang-format off
-        for (const QByteArray& file : {QByteArray(), full.left(3), QByteArray("ofv,THETA1\n1,2\n"),
-                 QByteArray("\0\0\0\1\0\0\0\1\0\0\0\1\0\0\0\2 one double", 27),
-                 QByteArray("\0\0\0\1ftypmp42 and a whole film", 29)}) {
-            QVERIFY2(!startsAsProject(file, file.size()), file);
-        }
-        // clang-format on
+        QFETCH(QByteArray, file);
+        QTEST(startsAsProject(file.left(16), file.size()), "isProject");
     }
+
     void writes()
     {
-        ProjectItems items;
-        QVector<int> sizes(288); // with which what comes behind crosses the end of a buffer
-        std::iota(sizes.begin(), sizes.end(), 524000);
-        for (const int large : sizes + QVector<int>{0, 700000}) { // that is several buffers
-            items = someItems();
-            items.upperBound = QString(large, 'x');
-            items.doseChoiceVector += QVector<double>(large == 700000 ? large : 0, 0.1);
+        // Texts with which what comes behind crosses the end of a buffer, and several buffers.
+        for (int length = 524000; length <= 524290; ++length) {
+            ProjectItems items = someItems();
+            items.upperBound = QString(length < 524290 ? length : 0, 'x');
+            items.doseChoiceVector += QVector<double>(length < 524290 ? 0 : 700000, 0.1);
             QBuffer buffer;
-            QVERIFY(!writeProject(items, &buffer) && buffer.open(QIODevice::WriteOnly));
-            QVERIFY(writeProject(items, &buffer) && buffer.data() == ProjectBytes(items).bytes);
-            QFile disk("/dev/full");
-            QVERIFY(!disk.open(QIODevice::WriteOnly) || !writeProject(items, &disk));
+            QVERIFY(!writeProject(items, &buffer)); // not open yet
+            buffer.open(QIODevice::WriteOnly);
+            QVERIFY(writeProject(items, &buffer));
+            QVERIFY2(buffer.data() == ProjectBytes(items).bytes, QByteArray::number(length));
         }
-        const QTemporaryDir folder;
-        const QString path = folder.filePath("export.csv");
-        QTemporaryFile limited;
+        QFile full("/dev/full");
+        QVERIFY(!full.open(QIODevice::WriteOnly) || !writeProject(someItems(), &full));
+    }
+
+    void givesUpAtALimitOfSizes()
+    {
+        const StudyFiles files;
+        const QString path = files.path("export.csv");
+        QFile limited(files.path("project"));
         rlimit usual{};
-        QVERIFY(limited.open() && getrlimit(RLIMIT_FSIZE, &usual) == 0 && writeFile(path, "old"));
-        const rlimit small{1000, usual.rlim_max};
+        QVERIFY(limited.open(QIODevice::WriteOnly) && writeFile(path, "old"));
+        QCOMPARE(getrlimit(RLIMIT_FSIZE, &usual), 0);
+        const rlimit small{100, usual.rlim_max};
         setrlimit(RLIMIT_FSIZE, &small);
         // The signal that a write beyond the limit sends would end the test.
         const bool isWritten =
-            writeProject(items, &limited) || writeFile(path, QByteArray(2000, 'x'));
+            writeProject(someItems(), &limited) || writeFile(path, QByteArray(2000, 'x'));
         setrlimit(RLIMIT_FSIZE, &usual);
         QVERIFY(!isWritten && contentOf(path) == "old");
     }
