@@ -3,6 +3,8 @@
 #ifndef VELMORA_TESTS_SUPPORT_COMPARE_H
 #define VELMORA_TESTS_SUPPORT_COMPARE_H
 
+#include <QRegularExpression>
+#include <QStringList>
 #include <QVector>
 
 #include <algorithm>
@@ -27,6 +29,15 @@ bool almostEqual(const QVector<T>& actual, const QVector<T>& expected, double to
 {
     const auto agree = [tolerance](const T& a, const T& b) { return almostEqual(a, b, tolerance); };
     return std::equal(actual.begin(), actual.end(), expected.begin(), expected.end(), agree);
+}
+
+/// Texts in a line, "first|second"; the pattern itself where it fits, in which "*" stands for
+/// anything.
+inline QString told(const QStringList& texts, const QString& pattern)
+{
+    const QString line = texts.join('|');
+    const QString expression = QRegularExpression::wildcardToRegularExpression(pattern);
+    return QRegularExpression(expression).match(line).hasMatch() ? pattern : line;
 }
 
 #endif
