@@ -3,8 +3,7 @@
 #include "analysis/endpointcache.h"
 #include "analysis/projectstudy.h"
 #include "analysis/results.h"
-
-#include <QtTest>
+#include "tests/support/testrows.h"
 
 #include <functional>
 
@@ -35,11 +34,6 @@ static endPoint& first(Study& study)
     return study.endPoints.first();
 }
 
-static Edit withExpression(int number)
-{
-    return [number](Study& s) { s.endPoints[number].endPointParser.expression = "ETA1"; };
-}
-
 class TestProvenance : public QObject
 {
     Q_OBJECT
@@ -47,62 +41,43 @@ class TestProvenance : public QObject
 private slots:
     void namesWhatChanged_data()
     {
-        QTest::addColumn<Edit>("edit");
-        QTest::addColumn<QString>("ofDoses");
-        QTest::addColumn<QString>("ofTypicalCurve");
-        const std::tuple<const char*, Edit, const char*, const char*> rows[] = {
-            {"number", [](Study& s) { s.rawResults[1][1][2][0] = 2; }, "results", "results."},
-            {"sample", [](Study& s) { s.rawResults[1][1].removeLast(); }, "results", "results."},
-            {"heading", [](Study& s) { s.rawResultsHeaders = {{"a"}}; }, "", ""},
-            {"dose", [](Study& s) { s.doses[1] = 0.6; }, "doses", "doses."},
-            {"endpoint", withExpression(1), "endpoints", ""},
-            {"endpoint drawn", withExpression(0), "endpoints", "endpoints."},
-            {"omega", [](Study& s) { first(s).omega[0][0] = 1; }, "endpoints", "endpoints."},
-            {"column", [](Study& s) { first(s).omegaColumns[0][0] = 1; }, "endpoints",
-             "endpoints."},
-            {"ETA that is always 0", [](Study& s) { first(s).resizeOmega(2); }, "", ""},
-            {"number below a column", [](Study& s) { s.endPoints[1].omega[0][0] = 4; }, "", ""},
-            {"summary", [](Study& s) { first(s).populationSummary = 50; }, "endpoints",
-             "endpoints."},
-            {"THETA1", [](Study& s) { first(s).colNumTHETA1 = 9; }, "endpoints", "endpoints."},
-            {"people", [](Study& s) { first(s).numSimulations = 9; }, "individuals",
-             "individuals."},
-            {"weight", [](Study& s) { first(s).weightParser.expression = "1"; }, "weights", ""},
-            {"OFV column", [](Study& s) { first(s).colNumOFV = 9; }, "weights", ""},
-            {"log scale", [](Study& s) { s.logScale = false; }, "weights", ""},
-            {"shown model", [](Study& s) { s.shownModel = 7; }, "weights", ""},
-            {"lower bound", [](Study& s) { s.target.lower = 0; }, "interval", ""},
-            {"upper bound", [](Study& s) { s.target.upper = 9; }, "interval", ""},
-            {"method", [](Study& s) { s.selecting = true; }, "choices", ""},
-            {"OFV use", [](Study& s) { s.individualOfv = false; }, "choices", ""},
-            {"level", [](Study& s) { s.levels.removeLast(); }, "levels", ""},
-            {"model", [](Study& s) { s.endPoints.removeLast(); }, "endpoints, weights", ""},
-        };
-        for (const auto& [name, edit, ofDoses, ofTypicalCurve] : rows) {
-            QTest::newRow(name) << edit << QString(ofDoses) << QString(ofTypicalCurve);
-        }
+        const auto row = rowsOf<QString, bool, Edit>("changed", "ofTypicalCurve", "edit");
+        row("number", "results", true, [](Study& s) { s.rawResults[1][1][2][0] = 2; });
+        row("dose", "doses", true, [](Study& s) { s.doses[1] = 0.6; });
+        row("other model's endpoint", "endpoints", false,
+            [](Study& s) { s.endPoints[1].endPointParser.expression = "1"; });
+        row("omega", "endpoints", true, [](Study& s) { first(s).omega[0][0] = 1; });
+        row("column", "endpoints", true, [](Study& s) { first(s).omegaColumns[0][0] = 1; });
+        row("ETA that is always 0", "", false, [](Study& s) { first(s).resizeOmega(2); });
+        row("number below a column", "", false, [](Study& s) { s.endPoints[1].omega[0][0] = 4; });
+        row("summary", "endpoints", true, [](Study& s) { first(s).populationSummary = 50; });
+        row("people", "individuals", true, [](Study& s) { first(s).numSimulations = 9; });
+        row("OFV column", "weights", false, [](Study& s) { first(s).colNumOFV = 9; });
+        row("shown model", "weights", false, [](Study& s) { s.shownModel = 7; });
+        row("upper bound", "interval", false, [](Study& s) { s.target.upper = 9; });
+        row("OFV use", "choices", false, [](Study& s) { s.individualOfv = false; });
+        row("model", "endpoints, weights", false, [](Study& s) { s.endPoints.removeLast(); });
     }
     void namesWhatChanged()
     {
         QFETCH(Edit, edit);
-        QFETCH(QString, ofDoses);
-        StudyResults results;
+        QFETCH(QString, changed);
+        QFETCH(bool, ofTypicalCurve);
         CurrentInputs now;
         now.study = wholeStudy();
         now.typicalModel = 0;
+        now.trueRows = {{1}};
+        StudyResults results;
         results.typicalCurve = typicalCurveProvenance(now.study, 0);
         results.curve.made = probabilityProvenance(now.study, 0);
-        results.selection.made = doseProvenance(now.study);
-        results.truth.chosen = results.selection.made;
-        results.truth.made = truthProvenance(now.study, {{1}}, {"0"}, {{0.5}});
-        now.trueRows = {{1}};
-        now.trueModels = QStringList("0");
-        results.selection.doses = {{0.5}};
+        results.selection.made = results.truth.chosen = doseProvenance(now.study);
+        results.truth.made = truthProvenance(now.study, {{1}}, {}, {});
         edit(now.study);
-        QCOMPARE(kindNames(selectionChanges(results, now)), ofDoses);
-        QCOMPARE(kindNames(comparedDosesChanges(results, now)), ofDoses);
-        QCOMPARE(kindNames(curveChanges(results, now)), ofDoses == "levels" ? "" : ofDoses);
-        QTEST(typicalCurveRemarks(results, now).join("").section("changed: ", 1), "ofTypicalCurve");
+        QCOMPARE(kindNames(selectionChanges(results, now)), changed);
+        QCOMPARE(kindNames(comparedDosesChanges(results, now)), changed);
+        QCOMPARE(kindNames(curveChanges(results, now)), changed);
+        const QString remarks = typicalCurveRemarks(results, now).join("");
+        QCOMPARE(remarks.section("changed: ", 1), ofTypicalCurve ? changed + '.' : "");
         now.study = wholeStudy(); // changed back, in memory of its own
         QCOMPARE(curveRemarks(results, now) + selectionRemarks(results, now)
                      + truthRemarks(results, now) + typicalCurveRemarks(results, now),
@@ -118,7 +93,6 @@ private slots:
         results.curve.samples = 2;
         results.curve.sampleCount = 3;
         now.study.individualOfv = false;
-        now.curveDataSet = 0;
         QCOMPARE(curveRemarks(results, now),
                  QStringList({"The curve was calculated for data set 1, 0.4 < endpoint <= inf, "
                               "model average; since changed: data set, choices.",
@@ -129,7 +103,6 @@ private slots:
         results.truth.made = truthProvenance(now.study, {{1}}, {}, {});
         now.trueRows.clear(); // and back
         QCOMPARE(kindNames(truthChanges(results, now)), "true models");
-        now.study = wholeStudy();
         now.study.selecting = true;
         results.selection.made = doseProvenance(now.study);
         now.study.logScale = false; // which selection does not depend on
@@ -141,27 +114,25 @@ private slots:
         QVector<QVector<Table>> entries;
         EndpointCache cache(entries);
         Study study = wholeStudy();
-        study.rawResultsHeaders = {{}, {}};
         const QVector<Table> whole(2, Table(3, {1, 2, 3}));
         QVector<Table> averaged = whole;
         averaged[1][2].clear(); // of a model that had no weight
         cache.keep(1, averaged, endpointProvenance(study));
         QVERIFY(!cache.averaged(0, 2) && !cache.selected(1, 2, {0, 0, 1}));
         QVERIFY(cache.averaged(1, 2) == averaged && cache.selected(1, 2, {0, 1, 0}));
-        const auto misfitsAfter = [&cache, &study](const Edit& edit) {
-            Study changed = study;
-            edit(changed);
-            return cache.misfits(changed);
-        };
-        const Edit weight = [](Study& s) { s.endPoints[0].weightParser.expression = "2+0"; };
-        const Edit dose = [](Study& s) { s.doses[0] = 1; };
-        QCOMPARE(misfitsAfter([](Study& s) { s.levels = {1}; }), 0);
-        QCOMPARE(misfitsAfter(weight), 1);
-        QCOMPARE(misfitsAfter(dose), 1);
+        Study otherLevel = study;
+        otherLevel.levels = {1};
+        Study otherWeight = study;
+        first(otherWeight).weightParser.expression = "2+0";
+        Study otherDose = study;
+        otherDose.doses[0] = 1;
+        QCOMPARE(cache.misfits(otherLevel), 0);
+        QCOMPARE(cache.misfits(otherWeight), 1);
+        QCOMPARE(cache.misfits(otherDose), 1);
         cache.keep(1, whole, endpointProvenance(study));
-        QCOMPARE(misfitsAfter(weight), 0);
+        QCOMPARE(cache.misfits(otherWeight), 0);
         cache.restore({whole, whole}, endpointProvenance(study));
-        QCOMPARE(misfitsAfter(dose), 2);
+        QCOMPARE(cache.misfits(otherDose), 2);
         QVERIFY(!cache.averaged(0, 3) && entries.first().isEmpty()); // another number of models
         cache.clear();
         QVERIFY(entries.isEmpty());
@@ -169,31 +140,25 @@ private slots:
 
     void appliesProjects()
     {
-        ProjectStudy before{wholeStudy(), {"0.4", false, 0.4}, {"inf", false, qInf()}};
+        const ProjectStudy before{wholeStudy(), {"0.4", false, 0.4}, {"inf", false, qInf()}};
         DecodedProject project;
-        project.completeItems = 13;
-        project.items.rawResults = {{{{7}}}};
-        project.items.possibleDoses = "3,1";
-        project.items.endPointExpressions = QStringList{"ETA3", "beyond the models"};
-        project.items.omegas = {{{1, 2}, {2, 5}, {9}}};
-        project.items.omegaColumns = {{{-1, 4}, {4, -1}}};
-        project.items.populationSummary = 2;
-        project.items.weightExpressions = QStringList{"w"};
-        project.items.averageOrSelection = 1;
-        project.items.oneOrIndividualOfv = 7; // names no choice
-        project.items.lowerBound = "-inf";
-        project.items.upperBound = "1e3";
+        project.completeItems = 12;
+        ProjectItems& items = project.items;
+        items.rawResults = {{{{7}}}};
+        items.endPointExpressions = QStringList{"ETA3", "beyond the models"};
+        items.omegas = {{{1, 2}, {2, 5}, {9}}};
+        items.omegaColumns = {{{-1, 4}, {4, -1}}};
+        items.populationSummary = 2;
+        items.averageOrSelection = 1;
+        items.oneOrIndividualOfv = 7; // names no choice
+        items.lowerBound = "-inf";
         const ProjectStudy after = appliedProject(before, project);
-        QCOMPARE(after.study.doses, QVector<double>({1, 3}));
-        QCOMPARE(after.study.endPoints.size(), 1);
         const endPoint& model = after.study.endPoints.first();
         QCOMPARE(model.omega, Table({{1, 2, 0}, {2, 5, 0}, {0, 0, 0}}));
         QCOMPARE(model.omegaColumns.first(), QVector<int>({-1, 4, -1}));
         QCOMPARE(model.populationSummary, 75);
-        QVERIFY(model.name == "model 0" && model.weightParser.expression == "w");
         QVERIFY(after.study.selecting && after.study.individualOfv && !after.study.logScale);
         QVERIFY(after.lowerBound.placed && after.study.target.lower == -10);
-        QCOMPARE(after.study.target.upper, 1e3);
         QCOMPARE(after.study.levels, before.study.levels); // of items that are not there
     }
 };
