@@ -51,6 +51,7 @@ private slots:
         row("signs of exponents", "1.5e-3*x+2e+3", "0+6 (1.5/1e3); 9+4 write 2e3");
         row("infinite", "1-inf", "2+3 number inf");
         row("product without star", "2x+1", "0+2 \"2*x\"");
+        row("two points", "1.2.3+1", "0+5 no number");
         row("dollar", "a$b", "1+1 taken for ^");
         row("decimal comma", "0,5*x", "1+1 \".\"");
         row("dashes", u8"x−1+x‒1+x–1", "1+1 \"-\"; 5+1 \"-\"; 9+1 \"-\"");
