@@ -15,7 +15,7 @@ class TestCsv : public QObject
 {
     Q_OBJECT
 
-    const StudyFiles files;
+    const StudyFiles files{};
     const QString path = files.path("table.csv");
 
     QByteArray written(const Table& table) const

@@ -92,7 +92,7 @@ private slots:
 
     void givesUpAtALimitOfSizes()
     {
-        const StudyFiles files;
+        const StudyFiles files{};
         const QString path = files.path("export.csv");
         QFile limited(files.path("project"));
         rlimit usual{};
