@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/endpoint.h"
 #include "model/randomng.h"
+#include "model/typedomega.h"
 #include "tests/support/compare.h"
 #include "tests/support/logcapture.h"
 #include "tests/support/randomnumbers.h"
@@ -55,10 +56,10 @@ private slots:
         QCOMPARE(generator.multiNormal({{0, 0}, {0, 0}}), Numbers({0, 0})); // draws nothing
         QVERIFY(almostEqual(generator.normal(), deviate, 0));
 
-        seedRandomNumbers(1);
+        seedRandomNumbers(3); // for which the order of the sum tells
         const Matrix covariance{{4, 2, 0, 6}, {2, 5, 0, 1}, {0, 0, 0, 0}, {6, 1, 0, 14}};
         const Numbers drawn = generator.multiNormal(covariance);
-        seedRandomNumbers(1);
+        seedRandomNumbers(3);
         const double z[] = {generator.normal(), generator.normal(), generator.normal()};
         QCOMPARE(drawn, Numbers({2 * z[0], z[0] + 2 * z[1], 0, 3 * z[0] - z[1] + 2 * z[2]}));
     }
@@ -70,6 +71,7 @@ private slots:
         row("THETA0 is the column before", "(THETA0)", 25, 20);
         row("OFV", "(ofv)", 20, 20);
         row("spellings of columns", "col1+Col2*10+COL3*100+column4*1e3+Column5*1e4", 5, 54321);
+        row("column in capitals", "(COLUMN3)", 3, none);
         row("column 0", "(COL0)", 3, none);
         row("column beyond the row", "(COL4)", 3, none);
         row("largest THETA", "(THETA2147483647)", 25, none);
@@ -192,6 +194,16 @@ private slots:
         model.endPointParser.expression = "ETA1*2";
         model.checkETA();
         QVERIFY(model.highestEta == 1 && model.numEtas == 3);
+    }
+
+    void forgetsWhatWasTypedBefore()
+    {
+        endPoint model = definition("1", {}, {{4, 1}, {1, 5}});
+        TypedOmega typed;
+        typed.resize(model, 1);
+        model.omega[0][0] = 9; // not by typing
+        typed.resize(model, 2);
+        QCOMPARE(model.omega, Matrix({{9, 0}, {0, 0}}));
     }
 };
 
