@@ -113,21 +113,21 @@ private slots:
         const auto row = rowsOf<Table, QString>("samples", "findings");
         const Table good = samples(0, 9);
         row("original fit failed", with(good, 0, 1, 0),
-            "1 of 10 samples (10 %) did not converge|the original fit did not converge");
+            "1 of 10 samples (10 %) did not converge/the original fit did not converge");
         row("convergence unknown", with(good, 2, 1, none),
             "1 of 10 samples (10 %) left open whether they converged");
         row("run that failed", samples(0, 3) + samples(4, 4, 3) + samples(5, 9),
-            "1 of 10 samples (10 %) came without an OFV|1 of 10*another number of columns than 6 "
+            "1 of 10 samples (10 %) came without an OFV/1 of 10*another number of columns than 6 "
             "(3)");
         row("wide rows", samples(0, 0) + samples(1, 1, 9) + samples(2, 2, 7) + samples(3, 9),
             "2 of 10 samples (20 %) came with another number of columns than 6 (7 to 9)");
         row("number left out", samples(0, 3) + samples(5, 9),
-            "5 of 9 samples (55.6 %) fell into a row with another sample number of linear|"
-            "not as many samples as linear (9, not 10)|sample numbers left out: 1");
+            "5 of 9 samples (55.6 %) fell into a row with another sample number of linear/"
+            "not as many samples as linear (9, not 10)/sample numbers left out: 1");
         row("no original fit", with(samples(1, 10), 0, 1, 0),
-            "10*|1 of *|the original fit is missing");
+            "10*/1 of */the original fit is missing");
         row("strange numbers", with(with(good, 9, 0, none), 0, 0, -1e300),
-            "1 of 10*|sample numbers left out: 1000000000|samples without a number: 1");
+            "1 of 10*/sample numbers left out: 1000000000/samples without a number: 1");
     }
     void findsFaultsOfSamples()
     {
@@ -144,7 +144,7 @@ private slots:
         row("OFV elsewhere", usualHeading, 3, 5,
             "ofv is column 4, weights read column 3, named estimate_near_boundary");
         row("no OFV", "model,a,b,c,d,e", 20, 5,
-            "no column is named ofv; weights read column 20|10 of 10*");
+            "no column is named ofv; weights read column 20/10 of 10*");
         row("THETA1 elsewhere", "model,a,b,ofv,THETA1,x", 4, 6,
             "THETA1 is column 5, endpoints read*");
         row("THETA1 at the OFV", usualHeading, 4, 4,
@@ -180,14 +180,22 @@ private slots:
         const ImportCheckUp result = checkUsual({first, second});
         QCOMPARE(result.models.first().findings, QStringList());
         const QString findings =
-            "no samples in data set 400|not as many samples as linear in 2 of 500 data sets|"
-            "2 of 10 samples (20 %) did not converge in data set 7|"
-            "5 of 4991 samples (0.1 %) ended near * in 3 of 500 data sets, most * set 100 (2)|"
-            "sample numbers used again: 1 in data set 300|"
+            "no samples in data set 400/not as many samples as linear in 2 of 500 data sets/"
+            "2 of 10 samples (20 %) did not converge in data set 7/"
+            "5 of 4991 samples (0.1 %) ended near * in 3 of 500 data sets, most * set 100 (2)/"
+            "sample numbers used again: 1 in data set 300/"
             "the same samples as in the data set before in data set 200";
         QCOMPARE(told(result.models.last().findings, findings), findings);
         QCOMPARE(result.summary, "2 models, 500 data sets, 0 to 11 samples each; emax: no samples; "
                                  "5 more findings");
+    }
+
+    void summarisesTheGravest()
+    {
+        const Table one = with(samples(0, 9), 3, 1, 0);
+        QCOMPARE(checkUsual({{one}, {with(one, 4, 1, 0)}}).summary,
+                 "2 models, 1 data set, 10 samples each; 2 samples of emax did not converge; "
+                 "1 more finding");
     }
 
     void remarksOnInputs_data()
@@ -197,10 +205,10 @@ private slots:
         row("beyond the end", checkDoses("0:3:10"),
             "The last dose, 12, lies beyond the end of the range, 10.");
         row("falling beyond the end", checkDoses("9:-2:4"), "The last dose, 3, lies*, 4.");
-        row("leading away", checkDoses("10:1:0"), "There are no doses.|*leads away*");
-        row("step of 0", checkDoses("0:0:1"), "There are no doses.|*is 0.");
-        row("endless range", checkDoses("0:1:inf"), "There are no doses.|*more than 100000*");
-        row("incomplete range", checkDoses("0:x:"), "There*|*\"0:x:\"*|*start:step:end*");
+        row("leading away", checkDoses("10:1:0"), "There are no doses./*leads away*");
+        row("step of 0", checkDoses("0:0:1"), "There are no doses./*is 0.");
+        row("endless range", checkDoses("0:1:inf"), "There are no doses./*more than 100000*");
+        row("incomplete range", checkDoses("0:x:"), "There*/*\"0:x:\"*/*start:step:end*");
         row("words in a list", checkDoses("1,x,2,x,1 2"), "Left out, *: \"x\", \"1 2\".");
         row("repeated", checkDoses("1,2,2,2"), "Repeated*: \"2\".");
         row("equal", checkDoses("1,1.0, 1"), "Equal to another dose*: \"1.0\", \"1\".");

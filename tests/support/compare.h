@@ -31,11 +31,11 @@ bool almostEqual(const QVector<T>& actual, const QVector<T>& expected, double to
     return std::equal(actual.begin(), actual.end(), expected.begin(), expected.end(), agree);
 }
 
-/// Texts in a line, "first|second"; the pattern itself where it fits, in which "*" stands for
-/// anything.
+/// Texts in a line, "first/second"; the pattern itself where it fits, in which "*" stands for
+/// anything within one text.
 inline QString told(const QStringList& texts, const QString& pattern)
 {
-    const QString line = texts.join('|');
+    const QString line = texts.join('/');
     const QString expression = QRegularExpression::wildcardToRegularExpression(pattern);
     return QRegularExpression(expression).match(line).hasMatch() ? pattern : line;
 }
