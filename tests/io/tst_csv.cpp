@@ -39,7 +39,11 @@ private slots:
         row("line break at the border", toBorder + ",1\r\n2,\n3", "nan,1\n2,nan\n3\n");
         row("field across the border", "4\n" + toBorder + "56", "4\nnan\n");
         row("line of two pieces", toBorder + toBorder + "\n7,\n", "nan\n7,nan\n");
-        row("umlaut behind the border", "8\n" + toBorder + "\xc3\xa4,9", "8\nnan,9\n");
+        row("no-break space behind the border",
+            "8\n" + toBorder
+                + ",\xc2\xa0"
+                  "9",
+            "8\nnan,9\n");
         row("nothing", "", "");
         row("line breaks", "\n1,2\r\n3\r\n\r\n4\r", "nan\n1,2\n3\nnan\n4\n");
         row("lone returns", "1\r2,3\r,\r4\r\r\n", "nan,3,4\n");
