@@ -82,6 +82,7 @@ MainWindow::MainWindow(QWidget* parent)
     ui->setupUi(this);
     heldInput = new HeldInput(this);
     fitFonts();
+    unifyNumbers();
     connectPlots();
     openKeyboardWays();
     addExports();
@@ -143,6 +144,14 @@ void MainWindow::fitFonts()
     ui->_1_tw_endPoints->verticalHeader()->setMaximumWidth(widestModelName);
     ui->_2_tw_weightDefinition->verticalHeader()->setMaximumWidth(2 * widestModelName);
     ui->__lb_directory->setMaximumHeight(2 * ui->__lb_directory->fontMetrics().lineSpacing());
+}
+
+/// Lets spin boxes write numbers as tables do, in every language: 1000, in these digits.
+void MainWindow::unifyNumbers()
+{
+    for (QAbstractSpinBox* box : findChildren<QAbstractSpinBox*>()) {
+        box->setLocale(QLocale::c());
+    }
 }
 
 /// Lets files that are dropped on the page be imported as though chosen by its buttons, and

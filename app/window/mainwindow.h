@@ -252,6 +252,7 @@ private:
     // Looks
     void openKeyboardWays();
     void fitFonts();
+    void unifyNumbers();
     void acceptDrops();
     void connectPlots();
 };

@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/support/windowtest.h"
+
+class TestNumbers : public WindowTest
+{
+    Q_OBJECT
+
+private slots:
+    void readAlikeInEveryLanguage_data()
+    {
+        QTest::addColumn<QLocale>("language");
+        QTest::newRow("Persian digits") << QLocale("fa_IR");
+        QTest::newRow("Arabic digits") << QLocale("ar_EG");
+    }
+    void readAlikeInEveryLanguage()
+    {
+        QFETCH(QLocale, language);
+        QLocale::setDefault(language);
+        openWindow();
+        importPairs();
+        edit("_1_tw_endPoints", 0, 0, "THETA1*exp(ETA1)"); // asks for individuals
+        const auto* individuals = the<QSpinBox>("_1_sb_numSimulations");
+        QCOMPARE(individuals->text(), "100");
+        type("_1_sb_numSimulations", "1050");
+        QCOMPARE(individuals->text(), "1050");
+        QCOMPARE(individuals->value(), 1050);
+    }
+};
+
+QTEST_MAIN(TestNumbers)
+#include "tst_numbers.moc"
