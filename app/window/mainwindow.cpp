@@ -146,11 +146,15 @@ void MainWindow::fitFonts()
     ui->__lb_directory->setMaximumHeight(2 * ui->__lb_directory->fontMetrics().lineSpacing());
 }
 
-/// Lets spin boxes write numbers as tables do, in every language: 1000, in these digits.
+/// Lets spin boxes and charts write numbers as tables do, in every language: 1000.5, in these
+/// digits.
 void MainWindow::unifyNumbers()
 {
-    for (QAbstractSpinBox* box : findChildren<QAbstractSpinBox*>()) {
-        box->setLocale(QLocale::c());
+    for (QWidget* widget : findChildren<QWidget*>()) {
+        if (qobject_cast<QAbstractSpinBox*>(widget) != nullptr
+            || qobject_cast<QCustomPlot*>(widget) != nullptr) {
+            widget->setLocale(QLocale::c());
+        }
     }
 }
 

@@ -12,6 +12,7 @@ private slots:
         QTest::addColumn<QLocale>("language");
         QTest::newRow("Persian digits") << QLocale("fa_IR");
         QTest::newRow("Arabic digits") << QLocale("ar_EG");
+        QTest::newRow("decimal comma") << QLocale("de_DE");
     }
     void readAlikeInEveryLanguage()
     {
@@ -25,6 +26,7 @@ private slots:
         type("_1_sb_numSimulations", "1050");
         QCOMPARE(individuals->text(), "1050");
         QCOMPARE(individuals->value(), 1050);
+        QCOMPARE(the<QCustomPlot>("_0_cp_rawResHistoGram")->locale().toString(0.5), "0.5");
     }
 };
 
