@@ -110,6 +110,7 @@ ProjectStudy appliedProject(const ProjectStudy& before, const DecodedProject& pr
     study.fingerprint = 0;
     if (project.completeItems >= 2 || project.endsInsideItem) {
         study.rawResultsHeaders = items.rawResultsHeaders;
+        study.headings.clear();
     }
     if (!study.rawResults.isEmpty()) {
         defineModels(study, numberedModelNames(study.rawResults.size()));

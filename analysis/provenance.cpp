@@ -204,6 +204,7 @@ Provenance provenance(const Study& study, const QVector<InputKind>& kinds)
     }
     made.inputs.rawResults.clear();
     made.inputs.rawResultsHeaders.clear();
+    made.inputs.headings.clear();
     return made;
 }
 

@@ -43,6 +43,12 @@ private:
 
 } // namespace
 
+QStringList Study::columnNamesOf(int model) const
+{
+    return model >= 0 && model < headings.size() ? headings.at(model).names
+                                                 : columnNames(rawResultsHeaders.value(model));
+}
+
 QStringList numberedModelNames(int count)
 {
     QStringList names;

@@ -4,6 +4,7 @@
 #define VELMORA_ANALYSIS_STUDY_H
 
 #include "analysis/bound.h"
+#include "analysis/checkup/heading.h"
 #include "analysis/target.h"
 #include "model/endpoint.h"
 #include "model/tables.h"
@@ -20,6 +21,7 @@ struct Study
 {
     RawResults rawResults;                  ///< [model][dataSet][sample][column]
     QVector<QStringList> rawResultsHeaders; ///< [model], pieces of the heading line
+    QVector<Heading> headings;              ///< [model], of those; models may be missing
     /// Of rawResults, as fingerprintOf gives it; 0 where it was not taken.
     quint64 fingerprint = 0;
     QVector<endPoint> endPoints; ///< [model]
@@ -39,6 +41,9 @@ struct Study
 
     /// The data sets of model 0, over which doses are chosen.
     int dataSetCount() const { return rawResults.isEmpty() ? 0 : rawResults.first().size(); }
+
+    /// The names of the columns of a model's results; read anew if it has no heading above.
+    QStringList columnNamesOf(int model) const;
 };
 
 /// "model 0", "model 1" and so on.

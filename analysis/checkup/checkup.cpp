@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/checkup/checkup.h"
 
-#include "analysis/checkup/heading.h"
 #include "analysis/checkup/modelcheckup.h"
 #include "analysis/checkup/wording.h"
 
@@ -10,30 +9,13 @@
 
 namespace {
 
-/// Whether a heading is a row of data; missing values tell neither way.
-bool isNumeric(const QStringList& names)
-{
-    int numbers = 0;
-    int words = 0;
-    for (const QString& name : names) {
-        bool isNumber = false;
-        name.toDouble(&isNumber);
-        const bool isMissing = name.isEmpty() || name == "NA";
-        numbers += int(isNumber);
-        words += int(!isNumber && !isMissing);
-    }
-    return numbers > words;
-}
-
-CheckedModel modelOf(const QString& name, const QStringList& pieces, int colNumOFV)
+CheckedModel modelOf(const QString& name, const Heading& heading, int colNumOFV)
 {
     CheckedModel model;
     model.name = name;
-    model.pieces = pieces;
-    model.names = columnNames(pieces);
-    model.numericHeading = isNumeric(model.names);
-    if (model.numericHeading || !foreignSeparator(pieces).isNull()) {
-        model.names.clear();
+    model.heading = heading;
+    if (!heading.isNumeric && heading.foreignSeparator.isNull()) {
+        model.names = heading.names;
     }
     model.columns = {
         columnNamed(model.names, "model"), columnNamed(model.names, "minimization_successful"),
@@ -159,6 +141,12 @@ QString summaryOf(const QVector<CheckedModel>& models)
 } // namespace
 
 ImportCheckUp checkUp(const RawResults& rawResults, const QVector<QStringList>& headings,
+                      const QStringList& modelNames, int colNumOFV, int colNumTHETA1)
+{
+    return checkUp(rawResults, headingsOf(headings), modelNames, colNumOFV, colNumTHETA1);
+}
+
+ImportCheckUp checkUp(const RawResults& rawResults, const QVector<Heading>& headings,
                       const QStringList& modelNames, int colNumOFV, int colNumTHETA1)
 {
     QVector<CheckedModel> models;

@@ -3,6 +3,7 @@
 #ifndef VELMORA_ANALYSIS_CHECKUP_CHECKUP_H
 #define VELMORA_ANALYSIS_CHECKUP_CHECKUP_H
 
+#include "analysis/checkup/heading.h"
 #include "model/tables.h"
 
 #include <QStringList>
@@ -32,6 +33,10 @@ struct ImportCheckUp
 /// where the sample numbers start above 1, or at 1 while another table starts at 0; numbers
 /// that start at 1 everywhere leave it open.
 ImportCheckUp checkUp(const RawResults& rawResults, const QVector<QStringList>& headings,
+                      const QStringList& modelNames, int colNumOFV, int colNumTHETA1);
+
+/// The same with headings that were read before.
+ImportCheckUp checkUp(const RawResults& rawResults, const QVector<Heading>& headings,
                       const QStringList& modelNames, int colNumOFV, int colNumTHETA1);
 
 #endif

@@ -6,6 +6,7 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -35,18 +36,20 @@ int quotedFieldEnd(const QString& line, int open)
 }
 
 /// A quote that was never closed, or closed amid the name, is no part of the name either.
-QString withoutQuotes(QString name)
+QString withoutQuotes(QStringRef name)
 {
     name = name.trimmed();
     if (name.size() > 1 && name.startsWith('"') && name.endsWith('"')) {
-        return name.mid(1, name.size() - 2).replace("\"\"", "\"").trimmed();
+        name = name.mid(1, name.size() - 2);
+        return name.contains('"') ? name.toString().replace("\"\"", "\"").trimmed()
+                                  : name.trimmed().toString();
     }
     if (name.startsWith('"')) {
-        name.remove(0, 1);
+        name = name.mid(1);
     } else if (name.endsWith('"')) {
         name.chop(1);
     }
-    return name.trimmed();
+    return name.trimmed().toString();
 }
 
 /// The heading line of the file, without marks of the encoding.
@@ -62,15 +65,53 @@ QString headingLine(const QStringList& headingPieces)
     return line;
 }
 
-int countOutsideQuotes(const QString& line, QChar separator)
+QStringList namesIn(const QString& line)
 {
-    int count = 0;
+    QStringList names;
+    for (int begin = 0; begin <= line.size();) {
+        const int first = skipBlanks(line, begin);
+        const bool quoted = first < line.size() && line.at(first) == '"';
+        int end = quoted ? quotedFieldEnd(line, first) : -1;
+        if (end < 0) {
+            end = line.indexOf(',', begin);
+        }
+        if (end < 0) {
+            end = line.size();
+        }
+        names.append(withoutQuotes(line.midRef(begin, end - begin)));
+        begin = end + 1;
+    }
+    return names;
+}
+
+QChar foreignSeparatorIn(const QString& line)
+{
+    int commas = 0;
+    int semicolons = 0;
+    int tabs = 0;
     bool quoted = false;
     for (const QChar letter : line) {
         quoted = quoted != (letter == '"');
-        count += int(!quoted && letter == separator);
+        commas += int(!quoted && letter == ',');
+        semicolons += int(!quoted && letter == ';');
+        tabs += int(!quoted && letter == '\t');
     }
-    return count;
+    return semicolons > commas ? ';' : tabs > commas ? '\t' : QChar();
+}
+
+/// Whether a heading is a row of data; missing values tell neither way.
+bool areNumbers(const QStringList& names)
+{
+    int numbers = 0;
+    int words = 0;
+    for (const QString& name : names) {
+        bool isNumber = false;
+        name.toDouble(&isNumber);
+        const bool isMissing = name.isEmpty() || name == QLatin1String("NA");
+        numbers += int(isNumber);
+        words += int(!isNumber && !isMissing);
+    }
+    return numbers > words;
 }
 
 /// The first column behind THETA1 whose name belongs behind the THETAs; count if none.
@@ -95,45 +136,44 @@ QString firstValue(int column, const QVector<double>& row)
 
 } // namespace
 
+Heading headingOf(const QStringList& pieces)
+{
+    Heading heading;
+    const QString line = headingLine(pieces);
+    heading.names = pieces.isEmpty() ? QStringList() : namesIn(line);
+    heading.foreignSeparator = foreignSeparatorIn(line);
+    heading.isNumeric = areNumbers(heading.names);
+    const auto withComma = std::find_if(heading.names.constBegin(), heading.names.constEnd(),
+                                        [](const QString& name) { return name.contains(','); });
+    heading.firstCut = int(withComma - heading.names.constBegin());
+    return heading;
+}
+
+QVector<Heading> headingsOf(const QVector<QStringList>& pieces)
+{
+    QVector<Heading> headings;
+    for (int model = 0; model < pieces.size(); ++model) {
+        const bool isRepeated = model > 0 && pieces.at(model) == pieces.at(model - 1);
+        headings.append(isRepeated ? headings.constLast() : headingOf(pieces.at(model)));
+    }
+    return headings;
+}
+
 QStringList columnNames(const QStringList& headingPieces)
 {
-    QStringList names;
-    if (headingPieces.isEmpty()) {
-        return names;
-    }
-    const QString line = headingLine(headingPieces);
-    for (int begin = 0; begin <= line.size();) {
-        const int first = skipBlanks(line, begin);
-        const bool quoted = first < line.size() && line.at(first) == '"';
-        int end = quoted ? quotedFieldEnd(line, first) : -1;
-        if (end < 0) {
-            end = line.indexOf(',', begin);
-        }
-        if (end < 0) {
-            end = line.size();
-        }
-        names.append(withoutQuotes(line.mid(begin, end - begin)));
-        begin = end + 1;
-    }
-    return names;
+    return headingPieces.isEmpty() ? QStringList() : namesIn(headingLine(headingPieces));
 }
 
 QChar foreignSeparator(const QStringList& headingPieces)
 {
-    const QString line = headingLine(headingPieces);
-    const int commas = countOutsideQuotes(line, ',');
-    for (const char separator : {';', '\t'}) {
-        if (countOutsideQuotes(line, separator) > commas) {
-            return separator;
-        }
-    }
-    return {};
+    return foreignSeparatorIn(headingLine(headingPieces));
 }
 
 int columnNamed(const QStringList& names, const QString& name)
 {
     for (int column = 0; column < names.size(); ++column) {
-        if (names.at(column).compare(name, Qt::CaseInsensitive) == 0) {
+        const QString& other = names.at(column);
+        if (other.size() == name.size() && other.compare(name, Qt::CaseInsensitive) == 0) {
             return column;
         }
     }

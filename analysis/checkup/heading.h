@@ -6,9 +6,25 @@
 #include "model/tables.h"
 
 #include <QStringList>
+#include <QVector>
 
 // Headings of raw_results files. They are kept cut at every comma, so that names that hold
 // commas, such as "OMEGA(2,1)", fall apart and the pieces drift away from their columns.
+
+/// What a heading says, kept since one of a million names takes its time to read.
+struct Heading
+{
+    QStringList names;      ///< of the columns, as columnNames gives them
+    QChar foreignSeparator; ///< as the function of that name gives it
+    bool isNumeric = false; ///< whether a row of data stands in its place
+    int firstCut = 0;       ///< column of the first name with a comma, which is cut at it where
+                            ///< pieces are shown; the number of names if there is none
+};
+
+Heading headingOf(const QStringList& pieces);
+
+/// The same of each model. One that repeats the heading before shares its memory.
+QVector<Heading> headingsOf(const QVector<QStringList>& pieces);
 
 /// The true names of the columns, [column]: the pieces joined again, cut at the commas
 /// outside of quotes, without quotes and outer blanks. A quote that does not close before a

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/checkup/modelcheckup.h"
 
-#include "analysis/checkup/heading.h"
 #include "analysis/checkup/wording.h"
 #include "model/binding.h"
 
@@ -124,7 +123,7 @@ QString nameAt(const CheckedModel& model, int column)
 /// Whether the samples can be looked at any further.
 bool checkReadable(CheckedModel& model)
 {
-    const QChar separator = foreignSeparator(model.pieces);
+    const QChar separator = model.heading.foreignSeparator;
     if (model.dataSets.isEmpty()) {
         addFinding(model, Kind::Unreadable, "no data set was read");
     } else if (!separator.isNull()) {
@@ -173,7 +172,7 @@ void addSampleFact(CheckedModel& model, bool zeroSeen)
 /// The heading against the data, and where the shown headings leave their columns.
 void checkHeading(CheckedModel& model)
 {
-    if (model.numericHeading) {
+    if (model.heading.isNumeric) {
         addFinding(model, Kind::Unreadable,
                    "the heading is made of numbers: the first row of data was taken for it");
         return;
@@ -189,16 +188,11 @@ void checkHeading(CheckedModel& model)
     } else {
         model.facts.append("the heading has " + names + " for " + columns);
     }
-    int drift = 0;
-    while (drift < model.names.size()
-           && columnNames({model.pieces.value(drift)}).value(0) == model.names.at(drift)) {
-        ++drift;
-    }
-    if (drift < model.names.size()) {
+    if (model.heading.firstCut < model.names.size()) {
         model.facts.append(
             QString("names that hold commas cut and shift the headings shown from column "
                     "%1 on")
-                .arg(drift + 1));
+                .arg(model.heading.firstCut + 1));
     }
 }
 

@@ -3,6 +3,7 @@
 #ifndef VELMORA_ANALYSIS_CHECKUP_MODELCHECKUP_H
 #define VELMORA_ANALYSIS_CHECKUP_MODELCHECKUP_H
 
+#include "analysis/checkup/heading.h"
 #include "analysis/checkup/samplecounts.h"
 
 #include <QStringList>
@@ -36,9 +37,8 @@ struct Finding
 struct CheckedModel
 {
     QString name;
-    QStringList pieces;          ///< of the heading line
-    QStringList names;           ///< of the columns; empty if the file has no readable heading
-    bool numericHeading = false; ///< a row of data stands in place of the heading
+    Heading heading;
+    QStringList names; ///< of the columns; empty if the file has no readable heading
     SampleColumns columns;
     QVector<SampleCounts> dataSets;
     int width = 0;     ///< columns of most samples

@@ -3,7 +3,6 @@
 #include "analysis/checkup/modelfindings.h"
 
 #include "analysis/checkup/definitioncheck.h"
-#include "analysis/checkup/heading.h"
 #include "analysis/checkup/inputcheck.h"
 #include "model/diagnosis.h"
 
@@ -94,8 +93,7 @@ QStringList endpointFindings(const Study& study, int model)
     const QString& expression = study.endPoints.at(model).endPointParser.expression;
     const RowColumns columns = columnsOf(study, model);
     return lines(diagnoseEndpoint(expression, columns))
-           + lines(diagnoseThetas(expression, columnNames(study.rawResultsHeaders.value(model)),
-                                  columns));
+           + lines(diagnoseThetas(expression, study.columnNamesOf(model), columns));
 }
 
 QStringList weightFindings(const Study& study, int model, const QString& placed)
@@ -125,8 +123,7 @@ QStringList omegaFindings(const Study& study, int model)
         return checkEtaVariances(definition);
     }
     return covarianceFindings(definition, samples) + checkEtaVariances(definition)
-           + checkOmegaColumns(definition, columnNames(study.rawResultsHeaders.value(model)),
-                               widestRow(study, model));
+           + checkOmegaColumns(definition, study.columnNamesOf(model), widestRow(study, model));
 }
 
 QStringList omegaElementFindings(const Study& study, int model)

@@ -136,6 +136,7 @@ private:
     /// chosen doses and their levels, which results() adds.
     StudyResults shown;
     EndpointCache cache{doseChoiceCash};
+    QVector<Heading> headings;       ///< [model], what rawResultsHeaders say
     mutable quint64 fingerprint = 0; ///< of rawResults; 0 until it is asked for
     ImportCheckUp importCheckUp;     ///< of rawResults
     UsableWeights usableWeights;
@@ -161,6 +162,7 @@ private:
     void importFiles(QStringList paths);
     void importFolder(const QString& directory);
     void clearResults(const QString& place);
+    void readHeading(const QString& path);
     QString fileNameTemplate(int model, const QString& dataSet) const;
     QString rawResultsFileName(const QString& directory, int model, int dataSet) const;
     void readFirstModel(const QString& directory, ProgressLoop& progress);

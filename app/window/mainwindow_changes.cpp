@@ -84,6 +84,7 @@ Study MainWindow::study() const
     Study now;
     now.rawResults = rawResults;
     now.rawResultsHeaders = rawResultsHeaders;
+    now.headings = headings;
     now.fingerprint = fingerprint;
     now.endPoints = endPoints;
     now.doses = possibleDoses;

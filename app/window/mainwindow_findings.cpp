@@ -204,7 +204,7 @@ QStringList MainWindow::checkedNames() const
 void MainWindow::renewCheckUp()
 {
     const QStringList names = checkedNames();
-    importCheckUp = checkUp(rawResults, rawResultsHeaders, names, colNumOFV, colNumTHETA1);
+    importCheckUp = checkUp(rawResults, headings, names, colNumOFV, colNumTHETA1);
     QStringList summedUp;
     for (int model = 0; model < importCheckUp.models.size(); ++model) {
         for (const QString& finding : importCheckUp.models.at(model).findings) {
@@ -292,11 +292,10 @@ void MainWindow::renewOmegaFindings()
 void MainWindow::nameColumns()
 {
     const auto nameItems = [this](int model, int dataSet, const auto& itemOf) {
-        const QStringList pieces = rawResultsHeaders.value(model);
-        const int count = qMin(pieces.size(), mostDescribed);
+        const int count = qMin(rawResultsHeaders.value(model).size(), mostDescribed);
         const QStringList descriptions =
-            describeColumns(count, columnNames(pieces), rawResults.value(model).value(dataSet),
-                            colNumOFV, colNumTHETA1);
+            describeColumns(count, headings.value(model).names,
+                            rawResults.value(model).value(dataSet), colNumOFV, colNumTHETA1);
         for (int column = 0; column < count; ++column) {
             if (QTableWidgetItem* item = itemOf(column)) {
                 item->setToolTip(plainToolTip(descriptions.at(column).left(longestName)));

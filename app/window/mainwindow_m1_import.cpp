@@ -55,7 +55,7 @@ void MainWindow::importFiles(QStringList paths)
                               ProgressLoop::Construction::WhenNeeded);
         bool goesOn = true;
         for (int model = 0; goesOn && model < paths.size(); ++model) {
-            rawResultsHeaders.append(csvWithHeaderReadHeader(paths.at(model)));
+            readHeading(paths.at(model));
             rawResults[model].append(csvWithHeaderReadToDouble(paths.at(model)));
             goesOn = progress.advance(model + 1);
         }
@@ -117,6 +117,7 @@ void MainWindow::clearResults(const QString& place)
 {
     rawResults.clear();
     rawResultsHeaders.clear();
+    headings.clear();
     source = {};
     source.place = place;
     changed(Change::ResultsCleared);
@@ -142,10 +143,19 @@ QString MainWindow::fileNameTemplate(int model, const QString& dataSet) const
            + ui->_m1_le_dataNumberPrefex->text() + dataSet + ui->_m1_le_dataNumberSuffix->text();
 }
 
+/// Reads the heading of a further model. One that repeats the heading before shares its memory.
+void MainWindow::readHeading(const QString& path)
+{
+    const QStringList pieces = csvWithHeaderReadHeader(path);
+    const bool isRepeated = !headings.isEmpty() && pieces == rawResultsHeaders.constLast();
+    rawResultsHeaders.append(isRepeated ? rawResultsHeaders.constLast() : pieces);
+    headings.append(isRepeated ? headings.constLast() : headingOf(pieces));
+}
+
 /// Reads the data sets of model 0, whose number is that of every model.
 void MainWindow::readFirstModel(const QString& directory, ProgressLoop& progress)
 {
-    rawResultsHeaders.append(csvWithHeaderReadHeader(rawResultsFileName(directory, 0, 0)));
+    readHeading(rawResultsFileName(directory, 0, 0));
     for (int dataSet = 0;; ++dataSet) {
         const QString path = rawResultsFileName(directory, 0, dataSet);
         if (!QFile::exists(path)) {
@@ -168,7 +178,7 @@ void MainWindow::readFirstModel(const QString& directory, ProgressLoop& progress
 void MainWindow::readFurtherModel(const QString& directory, int model, int dataSetCount,
                                   ProgressLoop& progress)
 {
-    rawResultsHeaders.append(csvWithHeaderReadHeader(rawResultsFileName(directory, model, 0)));
+    readHeading(rawResultsFileName(directory, model, 0));
     for (int dataSet = 0; dataSet < dataSetCount; ++dataSet) {
         const QString path = rawResultsFileName(directory, model, dataSet);
         if (QFile::exists(path)) {

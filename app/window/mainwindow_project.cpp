@@ -160,6 +160,7 @@ void MainWindow::loadResults(const DecodedProject& project)
     rawResults = project.items.rawResults;
     if (project.completeItems >= 2 || project.endsInsideItem) {
         rawResultsHeaders = project.items.rawResultsHeaders;
+        headings = headingsOf(rawResultsHeaders);
     }
     if (rawResults.isEmpty()) {
         changed(Change::ResultsCleared);
