@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/checkup/heading.h"
-
 #include "model/binding.h"
 
 #include <QRegularExpression>
+#include <QSet>
 
 #include <algorithm>
 #include <cmath>
@@ -114,15 +114,49 @@ bool areNumbers(const QStringList& names)
     return numbers > words;
 }
 
+/// What a name says that its column holds other than a THETA. isNamed tells whether a column
+/// has a name.
+template <typename IsNamed>
+QString kindOf(const QString& name, IsNamed isNamed)
+{
+    static const QRegularExpression parameter("^(THETA\\d+$|(OMEGA|SIGMA)\\()");
+    static const QRegularExpression eigenvalue("^EI\\d+$");
+    const QString ofError = name.startsWith("se") ? name.mid(2) : QString();
+    if (!ofError.isEmpty() && (parameter.match(ofError).hasMatch() || isNamed(ofError))) {
+        return "a standard error";
+    }
+    return name.startsWith("OMEGA(")           ? "an OMEGA"
+           : name.startsWith("SIGMA(")         ? "a SIGMA"
+           : name.startsWith("shrinkage_")     ? "a shrinkage"
+           : eigenvalue.match(name).hasMatch() ? "an eigenvalue"
+                                               : "";
+}
+
 /// The first column behind THETA1 whose name belongs behind the THETAs; count if none.
 int thetasEnd(const QStringList& names, int colNumTHETA1, int count)
 {
-    int column = qMax(0, colNumTHETA1);
+    const int begin = qMax(0, colNumTHETA1);
     const int end = qMin(names.size(), count);
-    while (column < end && otherThanTheta(names, column).isEmpty()) {
-        ++column;
+    // Any number of names may begin as those of standard errors do.
+    QSet<QString> sought;
+    for (int column = begin; column < end; ++column) {
+        if (names.at(column).startsWith("se")) {
+            sought.insert(names.at(column).mid(2));
+        }
     }
-    return column < end ? column : count;
+    QSet<QString> found;
+    for (const QString& name : names) {
+        if (sought.contains(name)) {
+            found.insert(name);
+        }
+    }
+    const auto isNamed = [&found](const QString& name) { return found.contains(name); };
+    for (int column = begin; column < end; ++column) {
+        if (!kindOf(names.at(column), isNamed).isEmpty()) {
+            return column;
+        }
+    }
+    return count;
 }
 
 QString firstValue(int column, const QVector<double>& row)
@@ -182,18 +216,8 @@ int columnNamed(const QStringList& names, const QString& name)
 
 QString otherThanTheta(const QStringList& names, int column)
 {
-    static const QRegularExpression parameter("^(THETA\\d+$|(OMEGA|SIGMA)\\()");
-    static const QRegularExpression eigenvalue("^EI\\d+$");
-    const QString name = names.value(column);
-    const QString ofError = name.startsWith("se") ? name.mid(2) : QString();
-    if (!ofError.isEmpty() && (names.contains(ofError) || parameter.match(ofError).hasMatch())) {
-        return "a standard error";
-    }
-    return name.startsWith("OMEGA(")           ? "an OMEGA"
-           : name.startsWith("SIGMA(")         ? "a SIGMA"
-           : name.startsWith("shrinkage_")     ? "a shrinkage"
-           : eigenvalue.match(name).hasMatch() ? "an eigenvalue"
-                                               : "";
+    return kindOf(names.value(column),
+                  [&names](const QString& name) { return names.contains(name); });
 }
 
 QStringList describeColumns(int count, const QStringList& names, const Table& rows, int colNumOFV,
