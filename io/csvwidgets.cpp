@@ -6,6 +6,7 @@
 
 #include <QDebug>
 #include <QFile>
+#include <QSignalBlocker>
 #include <QTableWidget>
 #include <QTextStream>
 
@@ -159,10 +160,19 @@ void csvDisplay(QTableWidget* widget, QVector<QVector<double>> table)
 void csvDisplay(QTableWidget* widget, QVector<QVector<double>> table, QStringList header)
 {
     showTable(*widget, table, header.size(), LargeTableUse::WithoutItems);
-    for (int column = 0; column < std::min(header.size(), widget->columnCount()); ++column) {
-        widget->setHorizontalHeaderItem(column,
-                                        new QTableWidgetItem(header.at(column).left(longestName)));
+    const int named = std::min(header.size(), widget->columnCount());
+    if (named == 0) {
+        return;
     }
+    {
+        // The heading lays itself out anew at each signal, of which one tells of all names.
+        const QSignalBlocker quiet(widget->model());
+        for (int column = 0; column < named; ++column) {
+            auto* name = new QTableWidgetItem(header.at(column).left(longestName));
+            widget->setHorizontalHeaderItem(column, name);
+        }
+    }
+    emit widget->model()->headerDataChanged(Qt::Horizontal, 0, named - 1);
 }
 
 void csvDisplayAppend(QTableWidget* widget, const QVector<double>& row)

@@ -6,6 +6,7 @@
 #include "analysis/numberlist.h"
 #include "app/aplot.h"
 #include "app/findings/findingsview.h"
+#include "app/tables/columnwidths.h"
 #include "app/widgets/progressloop.h"
 #include "app/window/mainwindow.h"
 #include "io/csv.h"
@@ -88,7 +89,7 @@ void MainWindow::refresh_1_tw_rawResLabels()
     for (int column = 0; column < names.size(); ++column) {
         table->setItem(0, column, new QTableWidgetItem(names.at(column).left(longestName)));
     }
-    table->resizeColumnsToContents();
+    fitColumnsToTexts(table);
 }
 
 /// Shows the selected model's number of ETAs and omega, and the widgets for them where the
