@@ -164,7 +164,8 @@ void MainWindow::readFirstModel(const QString& directory, ProgressLoop& progress
         // Compared under the default name by intent, whatever the template says.
         const QString defaultPath =
             directory + "/raw_results_estimation_model0_data" + QString::number(dataSet) + ".csv";
-        if (csvWithHeaderReadHeader(defaultPath) != rawResultsHeaders.first()) {
+        const bool isRead = dataSet == 0 && path == defaultPath;
+        if (!isRead && csvWithHeaderReadHeader(defaultPath) != rawResultsHeaders.first()) {
             showMessage(this, headerMismatchText);
             return;
         }
