@@ -24,9 +24,9 @@ if(VELMORA_SANITIZE)
 endif()
 
 # A library of the project: its sources, the shared settings, the project's root
-# as include path.
+# as include path. Static, unless BUILD_SHARED_LIBS is set to build only a part anew.
 function(velmora_add_library name)
-  add_library(${name} STATIC ${ARGN})
+  add_library(${name} ${ARGN})
   target_link_libraries(${name} PRIVATE velmora_options)
   target_include_directories(${name} PUBLIC "${PROJECT_SOURCE_DIR}")
 endfunction()
