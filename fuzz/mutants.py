@@ -256,7 +256,8 @@ class Workshop:
         with tempfile.TemporaryDirectory(dir=self.place) as temporary:
             process = subprocess.Popen(
                 test["command"], cwd=test["cwd"], stdin=subprocess.DEVNULL, preexec_fn=restrict,
-                env={**os.environ, **test["environment"], "TMPDIR": temporary},
+                env={**os.environ, **test["environment"], "TMPDIR": temporary,
+                     "QTEST_DISABLE_STACK_DUMP": "1", "QTEST_DISABLE_CORE_DUMP": "1"},
                 stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, start_new_session=True)
             try:
                 return process.wait(limit) != 0
