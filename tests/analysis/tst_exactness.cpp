@@ -24,11 +24,11 @@ private slots:
         QTest::addColumn<Numbers>("selected");
         QTest::addColumn<Numbers>("averaged");
         QTest::newRow("38") << 38 << Numbers{100.00000000000001, 49.99999999999998}
-                            << Numbers{99.99999999999973, 49.99999999999993};
+                            << Numbers{99.9999999999998, 49.99999999999996};
         QTest::newRow("142") << 142 << Numbers{99.99999999999997, 50.00000000000009}
-                             << Numbers{99.9999999999993, 50.00000000000015};
+                             << Numbers{99.99999999999973, 49.999999999999986};
         QTest::newRow("335") << 335 << Numbers{100.00000000000054, 49.85074626865671}
-                             << Numbers{100.00000000000149, 49.85074626865732};
+                             << Numbers{99.99999999999945, 49.850746268656984};
     }
     /// Dose 0 hits in all samples, dose 1 in every other one; for the average in three models.
     void addsStepsUp()
@@ -40,25 +40,31 @@ private slots:
         }
         QTEST(probabilityBySelection(endpoints, 2, {0, 2}), "selected");
         QTEST(probabilityByAveraging(QVector<Table>(3, endpoints),
-                                     Table(samples, Numbers(3, 1 / 3.0)), true, 2, {0, 2}),
+                                     Table(samples, {1 / 3.0, 1 / 6.0, 0.5}), true, 2, {0, 2}),
               "averaged");
     }
 
     void drawsThreeCorrelated()
     {
-        seedRandomNumbers(1);
-        const Numbers drawn = randomNG().multiNormal({{2, 1, 0.5}, {1, 3, 0.7}, {0.5, 0.7, 1.9}});
-        seedRandomNumbers(1);
-        const double x = randomNG().normal();
-        const double y = randomNG().normal();
-        const double z = randomNG().normal();
-        const double root = std::sqrt(2.0);
-        const double second = std::sqrt(3 - 1 / root * (1 / root));
-        const double middle = (0.7 - 0.5 / root * (1 / root)) / second;
-        const double third = std::sqrt(1.9 - (0.5 / root * (0.5 / root) + middle * middle));
-        const Numbers expected{root * x, 1 / root * x + second * y,
-                               0.5 / root * x + middle * y + third * z};
-        QCOMPARE(drawn, expected);
+        const double a = std::sqrt(1.8);
+        const double b = 0.6 / a;
+        const double c = 0.1 / a;
+        const double d = std::sqrt(1.1 - b * b);
+        const double e = (0.5 - c * b) / d;
+        const double f = std::sqrt(1.2 - (c * c + e * e));
+        for (int seed = 1; seed < 20; ++seed) {
+            seedRandomNumbers(seed);
+            const Numbers drawn =
+                randomNG().multiNormal({{1.8, 0.6, 0.1}, {0.6, 1.1, 0.5}, {0.1, 0.5, 1.2}});
+            seedRandomNumbers(seed);
+            const double x = randomNG().normal();
+            const double y = randomNG().normal();
+            const double z = randomNG().normal();
+            QCOMPARE(drawn, Numbers({a * x, b * x + d * y, c * x + e * y + f * z}));
+        }
+        QCOMPARE(randomNG().choleskyDecomposition(
+                     {{4, 2, 6, 2}, {2, 5, 1, 3}, {6, 1, 14, 4}, {2, 3, 4, 4}}),
+                 Table({{2, 0, 0, 0}, {1, 2, 0, 0}, {3, -1, 2, 0}, {1, 1, 1, 1}}));
     }
 
     /// The parenthesis is found last, and told in its place.
