@@ -271,7 +271,7 @@ class Workshop:
         path = self.source / fault.source.name
         path.write_text(fault.text)
         try:
-            if self.run(self.ninja(), env=self.compiling(), timeout=1800).returncode != 0:
+            if self.run(self.ninja(), env=self.compiling()).returncode != 0:
                 return "does not compile"
             if self.built() == self.original:
                 return "no other code"
