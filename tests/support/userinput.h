@@ -73,6 +73,14 @@ inline void showPage(const QWidget& window, int page)
     require(toolBox->currentIndex() == page, toolBox, "does not open the page");
 }
 
+/// Turns a tab widget to a page of it.
+inline void showTab(const QTabWidget* tabs, int page)
+{
+    QTabBar* bar = tabs->tabBar();
+    QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(page).center());
+    require(tabs->currentIndex() == page, tabs, "does not open the tab");
+}
+
 /// Replaces the text of a line edit or spin box and presses Return; an empty text clears it.
 inline void typeText(QWidget* editor, const QString& text)
 {
@@ -116,6 +124,38 @@ inline void chooseItem(QComboBox* box, int index)
     }
     QTest::keyClick(box->view(), Qt::Key_Return);
     require(box->currentIndex() == index, box, "does not take the item");
+}
+
+/// Lets the mouse rest at a place of a widget, where a tooltip may come.
+inline void rest(QWidget* widget, const QPoint& place)
+{
+    QHelpEvent help(QEvent::ToolTip, place, widget->mapToGlobal(place));
+    QApplication::sendEvent(widget, &help);
+}
+
+/// Clicks a chart or the current cell of a table with the right button and chooses an entry
+/// of the menu that opens.
+inline void chooseEntry(QWidget* widget, const QString& text)
+{
+    reach(widget);
+    const auto* table = qobject_cast<QTableWidget*>(widget);
+    QWidget* area = table ? table->viewport() : widget;
+    const QPoint place =
+        table ? table->visualRect(table->currentIndex()).center() : area->rect().center();
+    QTest::mouseClick(area, Qt::RightButton, {}, place);
+    QContextMenuEvent request(QContextMenuEvent::Mouse, place, area->mapToGlobal(place));
+    QApplication::sendEvent(area, &request);
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    require(menu, widget, "has no menu");
+    for (QAction* action : menu->actions()) {
+        if (action->text() == text && action->isEnabled()) {
+            QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
+            QCoreApplication::processEvents(); // the menu goes
+            reach(widget);
+            return;
+        }
+    }
+    require(false, widget, qPrintable("does not offer " + text));
 }
 
 } // namespace user

@@ -6,6 +6,7 @@
 #include "app/window/mainwindow.h"
 #include "tests/support/compare.h"
 #include "tests/support/dialogdriver.h"
+#include "tests/support/rows.h"
 #include "tests/support/studyfiles.h"
 #include "tests/support/userinput.h"
 
@@ -39,14 +40,18 @@ protected:
     T* reach(const char* name) const
     {
         T* found = the<T>(name);
-        auto* toolBox = the<QToolBox>("__mainToolBox");
-        auto* tabs = the<QTabWidget>("tabWidget");
+        const auto* toolBox = the<QToolBox>("__mainToolBox");
+        const auto* tabs = the<QTabWidget>("tabWidget");
+        int tab = -1;
         for (QWidget* parent = found; parent != nullptr; parent = parent->parentWidget()) {
             const int page = toolBox->indexOf(parent);
             if (page >= 0 && page != toolBox->currentIndex()) {
                 user::showPage(*window, page);
             }
-            tabs->setCurrentIndex(tabs->indexOf(parent)); // without effect for no tab
+            tab = qMax(tab, tabs->indexOf(parent));
+        }
+        if (tab >= 0) {
+            user::showTab(tabs, tab);
         }
         return found;
     }
@@ -61,6 +66,29 @@ protected:
     }
     void choose(const char* box, int index) { user::chooseItem(reach<QComboBox>(box), index); }
     void press(const char* button) { user::click(reach<QAbstractButton>(button)); }
+
+    /// Changes an input: types a text, chooses an item by its number, presses a box, or edits
+    /// the first cell of a table.
+    void set(const char* input, const QString& value)
+    {
+        auto* widget = reach<QWidget>(input);
+        if (qobject_cast<QTableWidget*>(widget)) {
+            edit(input, 0, 0, value);
+        } else if (qobject_cast<QComboBox*>(widget)) {
+            choose(input, value.toInt());
+        } else if (qobject_cast<QCheckBox*>(widget)) {
+            press(input);
+        } else {
+            type(input, value);
+        }
+    }
+
+    /// What an entry of a widget's menu copies.
+    QString copied(const char* widget, const QString& entry)
+    {
+        user::chooseEntry(reach<QWidget>(widget), entry);
+        return QApplication::clipboard()->text();
+    }
 
     /// Presses a button; the file dialog that follows takes the paths, the message box after
     /// it, if any, is to have the text, and a progress dialog is aborted at the value, if any.
@@ -151,6 +179,9 @@ protected:
     {
         return the<QTableWidget>(table)->model()->index(row, column).data().toString();
     }
+
+    QString tip(const char* widget) const { return the<QWidget>(widget)->toolTip(); }
+    QString status() const { return the<QStatusBar>("statusBar")->currentMessage(); }
 
     QVector<double> curve(const char* plot, int graph = 0) const
     {

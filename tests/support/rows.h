@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_TESTS_SUPPORT_ROWS_H
+#define VELMORA_TESTS_SUPPORT_ROWS_H
+
+#include <QTest>
+
+/// Makes the columns of a data-driven test by their names, and then its rows, each by a call
+/// with its name and what stands in the columns.
+template <typename... Columns>
+class Rows
+{
+public:
+    template <typename... Names>
+    explicit Rows(Names... names)
+    {
+        (QTest::addColumn<Columns>(names), ...);
+    }
+    void operator()(const char* name, const Columns&... cells) const
+    {
+        (QTest::newRow(name) << ... << cells);
+    }
+};
+
+#endif
