@@ -6,16 +6,17 @@ class TestDropTarget : public WindowTest
 {
     Q_OBJECT
 
-    /// Drags files over the page and drops them on a widget of it; false if they are refused.
-    bool drop(const QStringList& paths, QWidget* target)
+    /// Drags files of the folder over the page and drops them on a widget of it; false if they
+    /// are refused.
+    bool drop(const QStringList& names, QWidget* target)
     {
         QMimeData data;
         QList<QUrl> urls;
-        for (const QString& path : paths) {
-            urls.append(QUrl::fromLocalFile(path));
+        for (const QString& name : names) {
+            urls.append(QUrl::fromLocalFile(name.startsWith('/') ? name : files.path(name)));
         }
         data.setUrls(urls);
-        data.setText(paths.join('\n')); // as file managers do
+        data.setText(names.join('\n')); // as file managers do
         const QPoint place = target->rect().center();
         QDragEnterEvent enter(place, Qt::MoveAction | Qt::CopyAction, &data, Qt::LeftButton, {});
         QDragMoveEvent move(place, Qt::MoveAction | Qt::CopyAction, &data, Qt::LeftButton, {});
@@ -33,39 +34,51 @@ class TestDropTarget : public WindowTest
     }
 
 private slots:
-    void init() { openWindow(); }
+    void initTestCase()
+    {
+        files.writeRawResults("raw_results_estimation_model0_data0.csv", {{5, 1}});
+        files.writeRawResults("raw_results_b.csv", {{7, 1}});
+        files.writeRawResults("raw_results_a.csv", {{8, 1}});
+        files.write("wide.csv", "a," + QByteArray(70000, 'b') + '\n' + QByteArray(19, ',') + "6\n");
+        files.write("picture.csv", QByteArray("\x89PNG,\0\n", 7));
+        openWindow();
+        pressAndAnswer("__pb_import", {files.path()});
+        pressShortcut(Qt::Key_S, files.path("project"));
+    }
 
+    void takesDroppedFiles_data()
+    {
+        const Rows<QStringList, QByteArray, QString> row("names", "target", "ofv");
+        row("files in the order of their names", {"raw_results_b.csv", "raw_results_a.csv"},
+            "__pb_importFbF", "8");
+        row("file on an input", {"raw_results_b.csv"}, "_m1_le_colNumOFV", "7");
+        row("folder on a label", {"./"}, "label_20", "5");
+        row("file of a long heading", {"wide.csv"}, "page_6", "6");
+        row("project", {"project"}, "tabWidget", "5");
+        row("results and a project", {"raw_results_b.csv", "project"}, "page_6", "");
+        row("no file", {}, "page_6", "");
+        row("results and a folder", {"raw_results_b.csv", "./"}, "page_6", "");
+        row("picture", {"picture.csv"}, "page_6", "");
+        row("missing file on an input", {"missing.csv"}, "_m1_le_colNumOFV", "");
+        row("device", {"/dev/null"}, "page_6", "");
+    }
     void takesDroppedFiles()
     {
-        const QString first = files.writeRawResults("raw_results_b.csv", {{7, 1}});
-        const QString second = files.writeRawResults("raw_results_a.csv", {{8, 1}});
-        const QString picture = files.write("picture.csv", QByteArray("\x89PNG,\0\n", 7));
-        const QString wide = files.write("raw_results_c.csv", "a," + QByteArray(70000, 'b') + '\n'
-                                                                  + QByteArray(19, ',') + "6\n");
-        const StudyFiles folder;
-        folder.writeRawResults("raw_results_estimation_model0_data0.csv", {{5, 1}});
-        const QString project = folder.path("analysis");
-        pressAndAnswer("__pb_import", {folder.path()});
-        pressShortcut(Qt::Key_S, project);
-        // clang-format off
-        const std::tuple<QStringList, const char*, QString> drops[] = { // with model 0's OFV
-            {{first, second}, "__pb_importFbF", "8"}, {{first}, "_m1_le_colNumOFV", "7"},
-            {{folder.path() + '/'}, "label_20", "5"}, {{second}, "tabWidget", "8"}, {{wide}, "page_6", "6"},
-            {{project}, "page_6", "5"}, {{first, project}, "page_6", ""}, {{}, "page_6", ""},
-            {{first, folder.path()}, "page_6", ""}, {{picture}, "page_6", ""},
-            {{files.path("missing.csv")}, "_m1_le_colNumOFV", ""}, {{"/dev/null"}, "page_6", ""}};
-        // clang-format on
-        QString shown = "5";
-        for (const auto& [paths, target, ofv] : drops) {
-            QCOMPARE(drop(paths, reach<QWidget>(target)), !ofv.isEmpty());
-            shown = ofv.isEmpty() ? shown : ofv;
-            QCOMPARE(cell("_0_tw_RawResults", 0, 19), shown);
-            QCOMPARE(the<QLineEdit>("_m1_le_colNumOFV")->text(), "20");
-        }
+        QFETCH(QStringList, names);
+        QFETCH(QByteArray, target);
+        QFETCH(QString, ofv);
+        openWindow();
+        QCOMPARE(drop(names, reach<QWidget>(target)), !ofv.isEmpty());
+        QCOMPARE(cell("_0_tw_RawResults", 0, 19), ofv);
+        QCOMPARE(the<QLineEdit>("_m1_le_colNumOFV")->text(), "20");
+    }
+
+    void refusesFilesBelowADialog()
+    {
         QProgressDialog busy(window.get());
         busy.setWindowModality(Qt::WindowModal);
         busy.show();
-        QVERIFY(!drop({first}, the<QWidget>("page_6")));
+        QVERIFY(!drop({"raw_results_b.csv"}, the<QWidget>("page_6")));
     }
 };
 
