@@ -4,44 +4,69 @@
 
 const char trueModels[] = "_5_tw_trueModelTMED";
 
-/// What the tables of results let the user do, beside copying them.
+/// What the tables of results let the user do.
 class TestTables : public WindowTest
 {
     Q_OBJECT
+
+    /// Presses a key where the keyboard is.
+    static void pressKey(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
+    {
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+        QCoreApplication::processEvents(); // an editor hands its text over later
+    }
+    static QString copiedByKeys(Qt::KeyboardModifiers more = {})
+    {
+        pressKey(Qt::Key_C, Qt::ControlModifier | more);
+        return QApplication::clipboard()->text();
+    }
 
 private slots:
     void init()
     {
         openWindow();
-        calculateDoses(0);
+        calculateDoses(1);
         compareWithTruth();
     }
 
-    void keepResults_data()
+    void copyAndKeepNumbers_data()
     {
-        QTest::addColumn<QByteArray>("name");
-        QTest::addColumn<int>("column");
-        QTest::newRow("bootstrap results") << QByteArray("_0_tw_RawResults") << 20;
-        QTest::newRow("relative weights") << QByteArray("_2_tw_relativeWeight") << 1;
-        QTest::newRow("dose choice") << QByteArray("_4_tw_doseChoice") << 0;
-        QTest::newRow("theoretical MEDs") << QByteArray(trueModels) << 1;
-        QTest::newRow("summary") << QByteArray("_5_tw_Summary") << 1;
-        QTest::newRow("errors") << QByteArray("_5_tw_aveUnderEstOverEst") << 0;
+        const Rows<QByteArray, int, QString, QString> row("table", "column", "shown", "exact");
+        row("bootstrap results", "_0_tw_RawResults", 20, "0.333333", "0.33333333333333331\n2");
+        row("relative weights", "_2_tw_relativeWeight", 1, "0.268941", // 1 / (1 + e)
+            "0.2689414213699951\n0.7310585786300049");
+        row("chosen doses", "_4_tw_doseChoice", 1, "nan", "nan\n2");
+        row("theoretical MEDs", trueModels, 1, "0.1", "0.10000000000000001\n0");
+        row("summary", "_5_tw_Summary", 0, "0.1", "0.099999999999999978\n0.5");
+        row("errors", "_5_tw_aveUnderEstOverEst", 0, "0.1", "0.10000000000000001\n2");
     }
-    void keepResults()
+    void copyAndKeepNumbers()
     {
-        QFETCH(QByteArray, name);
+        QFETCH(QByteArray, table);
         QFETCH(int, column);
-        auto* table = reach<QTableWidget>(name);
-        const QStringList before = rows(name);
-        QVERIFY(before.size() > 1);
-        const QPoint place = user::clickCell(table, 1, column);
-        QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, place);
+        auto* cells = reach<QTableWidget>(table);
+        const QStringList before = rows(table);
+        const QPoint place = user::clickCell(cells, 0, column);
+        QTEST(copiedByKeys(), "shown");
+        pressKey(Qt::Key_Down, Qt::ShiftModifier);
+        QTEST(copied(table, "Copy with full precision"), "exact");
+        QTest::mouseDClick(cells->viewport(), Qt::LeftButton, {}, place);
         for (const Qt::Key key : {Qt::Key_7, Qt::Key_Return, Qt::Key_F2, Qt::Key_8, Qt::Key_Tab}) {
-            QTest::keyClick(QApplication::focusWidget(), key);
-            QCoreApplication::processEvents(); // an editor hands its text over later
+            pressKey(key);
         }
-        QCOMPARE(rows(name), before);
+        QCOMPARE(rows(table), before);
+    }
+
+    void copyTheSelection()
+    {
+        auto* table = reach<QTableWidget>("_0_tw_RawResults");
+        user::clickCell(table, 0, 20);
+        pressKey(Qt::Key_Down, Qt::ShiftModifier);
+        pressKey(Qt::Key_Left, Qt::ShiftModifier);
+        QCOMPARE(copiedByKeys(), "2\t0.333333\n2\t2");
+        const QPoint first = table->visualItemRect(table->item(0, 19)).center();
+        QTest::mouseClick(table->viewport(), Qt::LeftButton, Qt::ControlModifier, first);
+        QCOMPARE(copiedByKeys(Qt::ShiftModifier), "\"ofv\"\t\"THETA1\"\n\t0.333333\n2\t2");
     }
 
     void takeTrueModels()
@@ -49,35 +74,30 @@ private slots:
         auto* table = reach<QTableWidget>(trueModels);
         user::editCell(table, 1, 0, "7");
         QCOMPARE(rows(trueModels), QStringList({"0 0.1", "7 0"}));
+        QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, user::clickCell(table, 1, 0));
+        QTest::keyClicks(QApplication::focusWidget(), "0.5");
+        pressKey(Qt::Key_Left, Qt::ShiftModifier);
+        QCOMPARE(copiedByKeys(), "5"); // an editor has the keys itself
+        pressKey(Qt::Key_Return);
+        user::clickCell(table, 1, 0);
+        QCOMPARE(copied(trueModels, "Copy with full precision"), "0.5");
         pressAndAnswer("_5_pb_importSimRawRes", {files.writeRawResults("simulation.csv", {{0}})});
-        delete table->takeItem(0, 0);
-        user::clickCell(reach<QTableWidget>(trueModels), 0, 0);
-        QTest::keyClick(table, Qt::Key_8); // opens the editor
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-        QTRY_COMPARE(rows(trueModels), QStringList("8 0.1"));
+        QTRY_COMPARE(rows(trueModels), QStringList("0 0.1"));
     }
 
     void tellDataSets_data()
     {
-        QTest::addColumn<QByteArray>("name");
-        QTest::newRow("dose choice") << QByteArray("_4_tw_doseChoice");
-        QTest::newRow("true models") << QByteArray(trueModels);
+        const Rows<QByteArray> row("table");
+        row("chosen doses", "_4_tw_doseChoice");
+        row("true models", trueModels);
     }
     void tellDataSets()
     {
-        QFETCH(QByteArray, name);
-        const QHeaderView* headings = reach<QTableWidget>(name)->verticalHeader();
-        const auto pointAt = [headings](int y) {
-            QWidget* place = headings->viewport();
-            const QPoint point(3, y);
-            QHelpEvent hover(QEvent::ToolTip, point, place->mapToGlobal(point));
-            QApplication::sendEvent(place, &hover);
-        };
-        pointAt(headings->sectionViewportPosition(0) + 1);
-        QTRY_COMPARE(QToolTip::text(), "data set 0");
-        pointAt(headings->sectionViewportPosition(1) + 1);
+        QFETCH(QByteArray, table);
+        const QHeaderView* headings = reach<QTableWidget>(table)->verticalHeader();
+        user::rest(headings->viewport(), {3, headings->sectionViewportPosition(1) + 1});
         QTRY_COMPARE(QToolTip::text(), "data set 1");
-        pointAt(headings->length() + 1); // below the rows
+        user::rest(headings->viewport(), {3, headings->length() + 1}); // below the rows
         QVERIFY(QToolTip::text() != "data set -1");
     }
 };
