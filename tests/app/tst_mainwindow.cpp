@@ -6,7 +6,11 @@
 #include "tests/support/windowtest.h"
 
 const char mismatch[] = "Headers of the raw_results files do not match.";
+const char endpoints[] = "_1_tw_endPoints";
+const char omega[] = "_1_tw_etaDefinition";
+const char weights[] = "_2_tw_weightDefinition";
 
+/// From imports to doses, page by page.
 class TestMainWindow : public WindowTest
 {
     Q_OBJECT
@@ -36,6 +40,15 @@ class TestMainWindow : public WindowTest
             press("_3_pb_calculatePoS");
         }
     }
+    /// Empties a field by a key and types, without Return.
+    void retype(const char* field, const QString& keys)
+    {
+        auto* editor = reach<QWidget>(field);
+        editor->setFocus(Qt::MouseFocusReason);
+        QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(editor, Qt::Key_Delete);
+        QTest::keyClicks(editor, keys);
+    }
 
 private slots:
     void init() { openWindow(); }
@@ -46,8 +59,8 @@ private slots:
         const MainWindow fresh;
         QCOMPARE(log.messages(), QStringList()); // a slot without its widget, or the reverse
         visitAllPages();
-        the<QAction>("actionCopySummary")->trigger();
-        QVERIFY(rows("_2_tw_weightDefinition").isEmpty());
+        QVERIFY(copied("_2_tw_relativeWeight", "Copy analysis summary").startsWith("Velmora"));
+        QCOMPARE(rows(weights), QStringList());
     }
 
     void importsPickedFiles()
@@ -57,45 +70,49 @@ private slots:
                         files.write("raw_results_emax.csv", "\"a\",b,c\r\n1,NA\r\n2,3,4")});
         QCOMPARE(the<QLabel>("__lb_directory")->text(), files.path());
         QVERIFY(the<QSpinBox>("_0_sb_data")->isHidden());
-        QCOMPARE(the<QTableWidget>("_1_tw_endPoints")->verticalHeaderItem(0)->text(), "emax");
+        QCOMPARE(the<QTableWidget>(endpoints)->verticalHeaderItem(0)->text(), "emax");
         QCOMPARE(rows("_0_tw_RawResults"), QStringList({"1 nan NaN", "2 3 4"}));
         type("_0_sb_model", "1");
-        user::clickCell(the<QTableWidget>("_0_tw_RawResults"), 1, 20);
-        QCOMPARE(the<QCustomPlot>("_0_cp_rawResHistoGram")->xAxis->label(), "\"THETA1\"");
+        QCOMPARE(cell("_0_tw_RawResults", 1, 20), "3");
         pressAndAnswer("__pb_importFbF", {}, "raw results file cannot be found"); // the data stay
         QCOMPARE(cell("_0_tw_RawResults", 1, 20), "3");
     }
 
-    void importsFolders()
+    void importsFolders_data()
     {
         const char usual[] = "estimation_model";
-        // model and data set of the files, "w" for wide; prefix, message, highest model and data
-        // set, and the OFV of model 1 in its last data set
-        const std::tuple<const char*, const char*, const char*, int, int, QString> studies[] = {
-            // clang-format off
-            {"00 10 30", usual, "", 1, 0, "10"}, // a gap ends the models
-            {"00 01 02 10 11", usual, "", 1, 2, "11"}, {"00 01 11", usual, "", 0, 1, ""},
-            {"00 01w 10 11", usual, mismatch, 1, 0, "10"}, {"00 10", "run", mismatch, 1, -1, ""},
-            {"10", usual, notFound, 99, 99, ""}};
-        // clang-format on
-        for (const auto& [names, prefix, message, highestModel, highestDataSet, ofv] : studies) {
-            openWindow();
-            const StudyFiles folder;
-            for (const QString& file : QString(names).split(' ')) {
-                const QString name = "raw_results_%1%2_data%3.csv";
-                Table data{{file.leftRef(2).toDouble(), 1}};
-                data.first().resize(file.endsWith('w') ? 3 : 2);
-                folder.writeRawResults(name.arg(prefix, file.at(0), file.at(1)), data);
-            }
-            type("_m1_le_modelNumPrefex", prefix);
-            pressAndAnswer("__pb_import", {folder.path()}, message);
-            QCOMPARE(the<QSpinBox>("_0_sb_model")->maximum(), highestModel);
-            QCOMPARE(the<QSpinBox>("_0_sb_data")->maximum(), highestDataSet);
-            type("_0_sb_model", "1");
-            type("_0_sb_data", "2");
-            QVERIFY(ofv.isEmpty() || cell("_0_tw_RawResults", 0, 19) == ofv);
-            visitAllPages();
+        // Model and data set of each file, "w" for a wide one; what is in the selectors then,
+        // and the OFV of model 1 in the last data set.
+        const Rows<QString, QString, QString, int, int, QString> row(
+            "names", "prefix", "message", "highestModel", "highestDataSet", "ofv");
+        row("a gap ends the models", "00 10 30", usual, "", 1, 0, "10");
+        row("the last data set stands for more", "00 01 02 10 11", usual, "", 1, 2, "11");
+        row("a model without data set 0", "00 01 11", usual, "", 0, 1, "");
+        row("other columns end the data sets", "00 01w 10 11", usual, mismatch, 1, 0, "10");
+        row("another prefix", "00 10", "run", mismatch, 1, -1, "");
+        row("no model 0", "10", usual, notFound, 99, 99, "");
+    }
+    void importsFolders()
+    {
+        QFETCH(QString, names);
+        QFETCH(QString, prefix);
+        QFETCH(QString, message);
+        QFETCH(QString, ofv);
+        const StudyFiles folder;
+        for (const QString& file : names.split(' ')) {
+            const QString name = "raw_results_%1%2_data%3.csv";
+            Table data{{file.leftRef(2).toDouble(), 1}};
+            data.first().resize(file.size());
+            folder.writeRawResults(name.arg(prefix, file.at(0), file.at(1)), data);
         }
+        type("_m1_le_modelNumPrefex", prefix);
+        pressAndAnswer("__pb_import", {folder.path()}, message);
+        QTEST(the<QSpinBox>("_0_sb_model")->maximum(), "highestModel");
+        QTEST(the<QSpinBox>("_0_sb_data")->maximum(), "highestDataSet");
+        type("_0_sb_model", "1");
+        type("_0_sb_data", "2");
+        QVERIFY(ofv.isEmpty() || cell("_0_tw_RawResults", 0, 19) == ofv);
+        visitAllPages();
     }
 
     void staysUsableAfterAnAbort()
@@ -105,7 +122,7 @@ private slots:
                                   Table(3 - model, {5, 1}));
         }
         pressAndAnswer("__pb_import", {files.path()}, {}, 2);
-        QVERIFY(the<QTableWidget>("_1_tw_endPoints")->rowCount() == 0);
+        QCOMPARE(the<QTableWidget>(endpoints)->rowCount(), 0);
         visitAllPages();
         pressAndAnswer("__pb_import", {files.path()});
         visitAllPages();
@@ -115,8 +132,7 @@ private slots:
     void definesVariability()
     {
         defineStudy();
-        const char omega[] = "_1_tw_etaDefinition";
-        edit("_1_tw_endPoints", 0, 0, "THETA1+ETA2");
+        edit(endpoints, 0, 0, "THETA1+ETA2");
         edit(omega, 0, 1, "Col2");
         edit(omega, 0, 1, "col3"); // not accepted
         QCOMPARE(rows(omega), QStringList({"0 COL2", "COL2 0"}));
@@ -126,154 +142,144 @@ private slots:
         edit(omega, 0, 1, "0");
 
         // The rounded text never becomes the variance.
-        user::clickCell(the<QTableWidget>("_1_tw_endPoints"), 1, 0);
+        user::clickCell(the<QTableWidget>(endpoints), 1, 0);
         QVERIFY(the<QTableWidget>(omega)->isHidden());
-        user::clickCell(the<QTableWidget>("_1_tw_endPoints"), 0, 0);
+        user::clickCell(the<QTableWidget>(endpoints), 0, 0);
         user::clickCell(the<QTableWidget>(omega), 1, 1);
-        type("_1_cb_numEtas", "3");
-        QCOMPARE(rows(omega).last(), "0 0 0");
         type("_1_sb_numSimulations", "1");
-        user::clickCell(the<QTableWidget>("_1_tw_endPoints"), 1, 0);
+        user::clickCell(the<QTableWidget>(endpoints), 1, 0);
         seedRandomNumbers(1);
-        user::clickCell(the<QTableWidget>("_1_tw_endPoints"), 0, 0);
+        user::clickCell(the<QTableWidget>(endpoints), 0, 0);
         seedRandomNumbers(1);
         const double eta = std::sqrt(1234567.89) * randomNG().normal();
         QVERIFY(almostEqual(curve("_1_cp_typicalDRPlot").first(), 1 + eta, 1e-12));
     }
 
+    void typesNumbersOfEtas_data()
+    {
+        const Rows<QString, QString> row("keys", "covariance");
+        row("a second digit", "12\r", "0.5");
+        row("another number", "1\r\b3", "0");
+    }
     void typesNumbersOfEtas()
     {
+        QFETCH(QString, keys);
         defineStudy();
-        edit("_1_tw_endPoints", 0, 0, "THETA1+ETA1");
+        edit(endpoints, 0, 0, "THETA1+ETA1");
         type("_1_cb_numEtas", "3");
-        edit("_1_tw_etaDefinition", 1, 2, "0.5");
-        auto* number = the<QSpinBox>("_1_cb_numEtas");
-        for (const auto& [keys, covariance] :
-             {std::pair("12\r", "0.5"), {"1\r3", "0"}}) { // a second digit, and another number
-            number->setFocus();
-            number->selectAll();
-            QTest::keyClicks(number, QString(keys).section('\r', 0, 0));
-            if (!QString(keys).endsWith('\r')) {
-                QTest::keyClick(number, Qt::Key_Return);
-                QTest::keyClick(number, Qt::Key_Backspace);
-                QTest::keyClick(number, Qt::Key_3);
-            }
-            QCOMPARE(cell("_1_tw_etaDefinition", 1, 2), covariance);
-        }
+        edit(omega, 1, 2, "0.5");
+        retype("_1_cb_numEtas", keys);
+        QTEST(cell(omega, 1, 2), "covariance");
     }
 
     void keepsTypedWeights()
     {
         defineStudy();
-        QTableWidget* relative = reach<QTableWidget>("_2_tw_relativeWeight");
-        QCOMPARE(cell("_2_tw_weightDefinition", 1, 0), "(0-1-ofv/2)");
+        const auto* relative = reach<QTableWidget>("_2_tw_relativeWeight");
+        QCOMPARE(cell(weights, 1, 0), "(0-1-ofv/2)");
         QCOMPARE(cell("_2_tw_relativeWeight", 0, 0), "0.731059"); // 1 / (1 + exp(-1))
         const auto selectedOf = [relative](int sample) {
             return relative->item(sample, 1)->background().color() == QColor(Qt::red);
         };
-        QVERIFY(!selectedOf(0) && selectedOf(2));
+        QVERIFY(!selectedOf(0));
+        QVERIFY(selectedOf(2));
         type("_2_sb_dataNumber", "1");
         QCOMPARE(rows("_2_tw_relativeWeight").first(), "0.0179862 0.982014");
         QVERIFY(selectedOf(0));
-        edit("_2_tw_weightDefinition", 0, 0, "");
+        edit(weights, 0, 0, "");
         reach<QWidget>("_3_cp_PoS");
-        reach<QWidget>("_2_tw_weightDefinition");
-        QCOMPARE(cell("_2_tw_weightDefinition", 0, 0), "");
+        reach<QWidget>(weights);
+        QCOMPARE(cell(weights, 0, 0), "");
         press("_2_cb_logScale");
         QCOMPARE(rows("_2_tw_relativeWeight").first(), "nan nan");
         press("_2_cb_logScale");
         QCOMPARE(rows("_2_tw_relativeWeight").first(), "0 1");
+    }
 
-        QTest::keyClicks(reach<QLineEdit>("_m1_le_colNumTHETA1"), "2a");
-        QCOMPARE(the<QLineEdit>("_m1_le_colNumTHETA1")->text(), "212");
+    void readsColumns()
+    {
+        defineStudy();
         type("_m1_le_colNumTHETA1", "20"); // THETA1 is what was the OFV
         QCOMPARE(curve("_1_cp_typicalDRPlot"), QVector<double>({4, 5, 6}));
-        edit("_2_tw_weightDefinition", 0, 0, "(ofv)");
+        edit(weights, 0, 0, "(ofv)");
         type("_m1_le_colNumOFV", "21");
-        QCOMPARE(rows("_2_tw_relativeWeight").first(), "0.880797 0.119203");
+        QCOMPARE(rows("_2_tw_relativeWeight").first(), "0.924142 0.0758582"); // 1 / (1 + exp(-2.5))
     }
 
+    void replacesColumnNumbers_data()
+    {
+        const Rows<QByteArray> row("field");
+        row("OFV", "_m1_le_colNumOFV");
+        row("THETA1", "_m1_le_colNumTHETA1");
+    }
     void replacesColumnNumbers()
     {
-        for (const char* field : {"_m1_le_colNumOFV", "_m1_le_colNumTHETA1"}) {
-            auto* edit = reach<QLineEdit>(field);
-            edit->setFocus();
-            edit->selectAll();
-            QTest::keyClick(edit, Qt::Key_Delete);
-            QVERIFY(!edit->text().isEmpty());
-            QTest::keyClicks(edit, "35");
-            QCOMPARE(edit->text(), "35");
-            QTest::keyClicks(edit, "a1"); // the number put back is not selected
-            QCOMPARE(edit->text(), "351");
-        }
+        QFETCH(QByteArray, field);
+        retype(field, "35");
+        QCOMPARE(the<QLineEdit>(field)->text(), "35");
+        QTest::keyClicks(the<QWidget>(field), "a1"); // the number put back is not selected
+        QCOMPARE(the<QLineEdit>(field)->text(), "351");
     }
 
+    void readsBounds_data()
+    {
+        const Rows<QString, double> row("bound", "probability");
+        row("placed by the program, inf stands for 10", "", 0);
+        row("typed by the user, inf is infinite", "inf", 100);
+        row("no number", "x", 0);
+        row("number", "1e9", 100);
+    }
     void readsBounds()
     {
+        QFETCH(QString, bound);
         defineStudy();
         type("_3_le_lowerBound", "-1");
         type("_1_le_possibleDoses", "0,1,11");
-        QCOMPARE(the<QLineEdit>("_3_le_upperBound")->text(), "inf");
-        // Placed by the program, "inf" stands for 10; typed by the user, it is infinite.
-        const std::pair<const char*, double> bounds[] = {
-            {nullptr, 0}, {"inf", 100}, {"x", 0}, {"1e9", 100}};
-        for (const auto& [text, probability] : bounds) {
-            QLineEdit* upper = reach<QLineEdit>("_3_le_upperBound");
-            text ? user::typeText(upper, text) : QTest::keyClick(upper, Qt::Key_Return);
-            press("_3_pb_calculatePoS");
-            QCOMPARE(curve("_3_cp_PoS").last(), probability);
-        }
-        type("_3_le_upperBound", "inf"); // a project has it as if it was placed
-        pressShortcut(Qt::Key_S, files.path("project"));
-        pressShortcut(Qt::Key_O, files.path("project"));
+        type("_3_le_upperBound", bound);
         press("_3_pb_calculatePoS");
-        QCOMPARE(curve("_3_cp_PoS").last(), 0.0);
+        QTEST(curve("_3_cp_PoS").last(), "probability");
+        QTest::keyClick(reach<QWidget>("_3_le_upperBound"), Qt::Key_Return);
+        press("_3_pb_calculatePoS");
+        QTEST(curve("_3_cp_PoS").last(), "probability");
     }
 
     /// At dose 1 the endpoint of model 0 lies in the interval in samples 1 and 3 of data set 0
     /// and in sample 3 of data set 1, that of model 1 in all and in the last; at dose 2 all do.
-    void judgesDataSets()
+    void judgesDataSets_data()
     {
-        defineStudy();
         const auto weight = [](double ofv) { return 1 / (1 + std::exp(ofv / 2)); };
         const double individual = 25 * (weight(2) + 1 + weight(-1) + 1);
-        // clang-format off
-        const std::tuple<int, int, double, const char*> methods[] = { // averaging, then selection
-            {0, 0, 50 + 50 * weight(2), "1 1 2 2"}, {0, 1, individual, "1 1 1 2"},
-            {1, 0, 50, "1 2 2 2"}, {1, 1, 75, "1 1 1 1"}};
-        // clang-format on
-        for (const auto& [method, ofv, probability, meds] : methods) {
-            choose("_3_cb_aveORselect", method);
-            choose("_3_cb_indOFVone", ofv);
-            for (const int dataSet : {1, 0}) {
-                type("_3_cb_dataNumber", QString::number(dataSet));
-                press("_3_pb_calculatePoS");
-                const double atDose1 = dataSet == 0 ? probability : 25;
-                QVERIFY(almostEqual(curve("_3_cp_PoS"), {0, atDose1, 100}));
-            }
-            const QStringList expected{meds, "2 2 2 2"};
-            QCOMPARE(chooseDoses("40,74,55,70"), expected);
-            press("_4_pb_clearCash");
-            press("_4_cb_useCash");
-            QCOMPARE(chooseDoses("40,55,70,74"), expected);
-            edit("_1_tw_endPoints", 0, 0, "THETA1*0"); // the cache is trusted as it is
-            QCOMPARE(chooseDoses("40,55,70,74"), expected);
-            press("_4_pb_clearCash");
-            QVERIFY(chooseDoses("40,55,70,74") != expected);
-            press("_4_cb_useCash");
-            edit("_1_tw_endPoints", 0, 0, "THETA1*DOSE");
-        }
-        QCOMPARE(the<QCustomPlot>("_3_cp_PoS")->xAxis->label(), "DOSE");
+        const Rows<int, int, double, QString> row("method", "ofv", "atDose1", "meds");
+        row("averaging, one OFV", 0, 0, 50 + 50 * weight(2), "1 1 2 2");
+        row("averaging, individual OFV", 0, 1, individual, "1 1 1 2");
+        row("selection, one OFV", 1, 0, 50, "1 2 2 2");
+        row("selection, individual OFV", 1, 1, 75, "1 1 1 1");
+    }
+    void judgesDataSets()
+    {
+        QFETCH(int, method);
+        QFETCH(int, ofv);
+        QFETCH(double, atDose1);
+        QFETCH(QString, meds);
+        defineStudy();
+        choose("_3_cb_aveORselect", method);
+        choose("_3_cb_indOFVone", ofv);
+        press("_3_pb_calculatePoS");
+        QVERIFY(almostEqual(curve("_3_cp_PoS"), {0, atDose1, 100}));
+        type("_3_cb_dataNumber", "1");
+        press("_3_pb_calculatePoS");
+        QVERIFY(almostEqual(curve("_3_cp_PoS"), {0, 25, 100}));
+        const QStringList expected{meds, "2 2 2 2"};
+        QCOMPARE(chooseDoses("40,74,55,70"), expected);
         QCOMPARE(the<QTableWidget>("_4_tw_doseChoice")->horizontalHeaderItem(1)->text(), "55");
-        press("_4_pb_clearCash");
         press("_4_cb_useCash");
-        for (const int method : {0, 1}) { // but not for another number of models
-            choose("_3_cb_aveORselect", method);
-            importStudy({{{{2, 2}}}, {{{4, 2}}}});
-            QVERIFY(chooseDoses("10") != QStringList("nan"));
-            importStudy({{{{2, 0}}}});
-            QCOMPARE(chooseDoses("10"), QStringList("nan"));
-        }
+        QCOMPARE(chooseDoses("40,55,70,74"), expected);
+        edit(endpoints, 0, 0, "THETA1*0"); // the cache is trusted as it is
+        QCOMPARE(chooseDoses("40,55,70,74"), expected);
+        press("_4_pb_clearCash");
+        QVERIFY(chooseDoses("40,55,70,74") != expected);
+        importStudy({{{{2, 0}}}}); // but not for another number of models
+        QCOMPARE(chooseDoses("10"), QStringList("nan"));
         QCOMPARE(chooseDoses("80:10:95,"), QStringList()); // no number
     }
 
