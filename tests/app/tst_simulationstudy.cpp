@@ -14,6 +14,7 @@ const char formatText[] =
     "with either one row or column.";
 const char headersText[] = "Some of the headers for the raw_results files for the simulation "
                            "models do not match with the estimation models.  Please double check.";
+const char endpoints[] = "_1_tw_endPoints";
 const char trueModels[] = "_5_tw_trueModelTMED"; // number and theoretical MED per simulation
 
 /// Simulation studies from import to comparison, and analyses saved and opened again.
@@ -56,27 +57,42 @@ class TestSimulationStudy : public WindowTest
 private slots:
     void init() { openWindow(); }
 
+    void importsSimulationFiles_data()
+    {
+        const Rows<int, QString, int> row("count", "message", "simulations");
+        row("one file for all data sets", 1, "", 1);
+        row("a file too few", 2, simulationCountText, 0);
+        row("a file for each data set", 3, "", 3);
+    }
     void importsSimulationFiles()
     {
+        QFETCH(int, count);
+        QFETCH(QString, message);
+        const StudyFiles folder;
         importSlopes();
         QStringList paths;
-        for (const char* message : {"", simulationCountText, ""}) { // one and three files fit
-            paths += files.writeRawResults(QString("simulation%1").arg(paths.size()), {{0}});
-            pressAndAnswer("_5_pb_importSimRawRes", paths, message);
-            QCOMPARE(rows(trueModels).size(), *message ? 0 : paths.size());
+        while (paths.size() < count) {
+            paths += folder.writeRawResults(QString("simulation%1").arg(paths.size()), {{0}});
         }
-        // clang-format off
-        const std::pair<QByteArray, QStringList> imports[] = {
-            {"0\r\n1.9\r\n-0.5", {"0", "1", "0"}},
-            {"\xef\xbb\xbf\x31,0,1\n", {"1", "0", "1"}}, // a byte order mark
-            {"model\n0\n1\n1\n", {}}, {"", {}}};
-        // clang-format on
-        for (const auto& [content, numbers] : imports) {
-            the<QTableWidget>(trueModels)->setRowCount(0);
-            pressAndAnswer("_5_pb_simTrueModel", {files.write("true_models.csv", content)},
-                           numbers.isEmpty() ? formatText : headersText);
-            QCOMPARE(rows(trueModels).join(' ').simplified(), numbers.join(' '));
-        }
+        pressAndAnswer("_5_pb_importSimRawRes", paths, message);
+        QTEST(rows(trueModels).size(), "simulations");
+    }
+
+    void importsTrueModels_data()
+    {
+        const Rows<QByteArray, QString, QString> row("content", "message", "numbers");
+        row("a column", "0\r\n1.9\r\n-0.5", headersText, "0 1 0");
+        row("a row behind a byte order mark", "\xef\xbb\xbf\x31,0,1\n", headersText, "1 0 1");
+        row("a heading", "model\n0\n1\n1\n", formatText, "");
+        row("an empty file", "", formatText, "");
+    }
+    void importsTrueModels()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QString, message);
+        importSlopes();
+        pressAndAnswer("_5_pb_simTrueModel", {files.write("true_models.csv", content)}, message);
+        QTEST(rows(trueModels).join(' ').simplified(), "numbers");
     }
 
     void abortsImportsOfManyFiles()
@@ -90,7 +106,7 @@ private slots:
             QFile::link(file, paths.last());
         }
         pressAndAnswer("__pb_importFbF", paths, {}, 0);
-        QCOMPARE(the<QTableWidget>("_1_tw_endPoints")->rowCount(), 0);
+        QCOMPARE(the<QTableWidget>(endpoints)->rowCount(), 0);
         ProjectItems items;
         readItemCount(save(), items);
         QCOMPARE(items.rawResults.size(), paths.size());
@@ -100,9 +116,9 @@ private slots:
 
         items.rawResults = {QVector<Table>(paths.size())};
         open(ProjectBytes(items).bytes);
-        the<QTableWidget>(trueModels)->setRowCount(1);
+        pressAndAnswer("_5_pb_importSimRawRes", {files.write("bare.csv", "a,b\n")});
         pressAndAnswer("_5_pb_importSimRawRes", paths, {}, 0);
-        QCOMPARE(the<QTableWidget>(trueModels)->rowCount(), 0);
+        QCOMPARE(rows(trueModels), QStringList());
     }
 
     void comparesInBothModes()
@@ -155,22 +171,12 @@ private slots:
         const QByteArray empty = save();
         importSlopes();
         chooseDoses();
-        edit("_1_tw_endPoints", 1, 0, "THETA1+ETA2");
+        edit(endpoints, 1, 0, "THETA1+ETA2");
         edit("_1_tw_etaDefinition", 1, 1, "0.123456789");
         edit("_1_tw_etaDefinition", 0, 1, "COL20");
-        // Not the selected model, and never evaluated.
-        the<QTableWidget>("_1_tw_endPoints")->item(0, 0)->setText("THETA1*DOSE+ETA1");
-        choose("_1_cb_iivEndPoint", 2);
-        edit("_2_tw_weightDefinition", 0, 0, "");
-        press("_2_cb_logScale");
-        choose("_3_cb_aveORselect", 0);
-        choose("_3_cb_indOFVone", 0);
-        type("_3_le_upperBound", "");
         const QByteArray saved = save();
-
         openWindow();
         open(saved);
-        QCOMPARE(cell("_2_tw_relativeWeight", 0, 1), "nan");
         QCOMPARE(save(), saved);
         open(empty, {notFound});
         save();
@@ -180,22 +186,40 @@ private slots:
         QCOMPARE(save(), empty);
     }
 
-    void opensPartsOfFiles()
+    /// A file may end behind any of its items; the others are as they were.
+    void opensPartsOfFiles_data()
     {
+        const auto savedItems = [this] {
+            ProjectItems items;
+            readItemCount(save(), items);
+            return ProjectBytes(items);
+        };
+        openWindow();
         importSlopes();
         chooseDoses();
-        const QByteArray whole = save();
-        for (const int percent : {0, 1, 30, 60, 80, 90, 95, 99, 100, 99, 1}) {
-            if (percent < 95) { // else over what the last one left
-                openWindow();
-            }
-            // Less than a third of the file ends within the bootstrap results.
-            const bool hasResults = percent == 0 || percent > 30;
-            open(whole.left(whole.size() * percent / 100), QStringList(notFound).mid(hasResults));
-            press("_4_pb_startCalculation");
-            press("_3_pb_calculatePoS");
-            save();
+        edit(endpoints, 1, 0, "THETA1*DOSE*2+ETA1");
+        choose("_1_cb_iivEndPoint", 2);
+        edit("_2_tw_weightDefinition", 0, 0, "");
+        press("_2_cb_logScale");
+        choose("_3_cb_aveORselect", 1);
+        choose("_3_cb_indOFVone", 0);
+        type("_3_le_upperBound", "9");
+        const ProjectBytes whole = savedItems();
+        openWindow();
+        open(whole.bytes.left(whole.ends.at(2)));
+        const ProjectBytes results = savedItems();
+        const Rows<QByteArray, QByteArray> row("part", "saved");
+        for (int count = 6; count <= 17; ++count) {
+            const QByteArray part = whole.bytes.left(whole.ends.at(count));
+            row(qPrintable(QString("%1 items").arg(count)), part,
+                part + results.bytes.mid(results.ends.at(count)));
         }
+    }
+    void opensPartsOfFiles()
+    {
+        QFETCH(QByteArray, part);
+        open(part);
+        QTEST(save(), "saved");
     }
 
     /// The model shown with the results decides which data sets have weights.
