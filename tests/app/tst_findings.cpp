@@ -4,239 +4,246 @@
 #include "tests/support/projectbytes.h"
 #include "tests/support/windowtest.h"
 
+const char endpoints[] = "_1_tw_endPoints";
+const char weights[] = "_2_tw_weightDefinition";
+const char omega[] = "_1_tw_etaDefinition";
+const char calculate[] = "_3_pb_calculatePoS";
+const char startSelection[] = "_4_pb_startCalculation";
+
 /// What the window tells of findings, beside the checks themselves.
 class TestFindings : public WindowTest
 {
     Q_OBJECT
 
-    QString status() const { return the<QStatusBar>("statusBar")->currentMessage(); }
-    QString tipOf(const char* table, int row, int column = 0) const
+    QString tipOf(const char* table, int row) const
     {
-        return the<QTableWidget>(table)->item(row, column)->toolTip();
+        const QString tip = the<QTableWidget>(table)->item(row, 0)->toolTip();
+        return tip.startsWith("<pre>") ? QTextDocumentFragment::fromHtml(tip).toPlainText() : tip;
     }
-    bool isTinted(const char* table, int row, int column = 0) const
+    bool isTinted(const char* table, int row) const
     {
-        return the<QTableWidget>(table)->item(row, column)->data(Qt::BackgroundRole).isValid();
+        return the<QTableWidget>(table)->item(row, 0)->data(Qt::BackgroundRole).isValid();
+    }
+    void defineStudy()
+    {
+        importStudy({{{{2, 1}}}, {{{4, 1}}}});
+        define("THETA1*DOSE", "THETA1+ETA1*DOSE", "0,1,2", "1.5");
+        user::clickCell(reach<QTableWidget>(endpoints), 1, 0);
     }
 
 private slots:
     void init() { openWindow(); }
 
+    void formulas_data()
+    {
+        const Rows<QByteArray, int, QString, QString, QString> row("table", "model", "wrong",
+                                                                   "places", "finding");
+        row("several findings", endpoints, 0, "THETA2+EXP(1)", "Character 1, Character 8",
+            "THETA2");
+        row("a text like markup", endpoints, 1, "<b>(1)", "Character 1", "\"<b>(\"");
+        row("THETA1 in a weight", weights, 1, "ofv+THETA1", "Character 5", "THETA1");
+    }
     void formulas()
     {
-        importStudy({{{{2, 1}}}, {{{4, 1}}}});
-        define("0-THETA1*DOSE", "THETA1+ETA1*DOSE", "0,1,2", "1.5");
-        for (const auto& [table, row, wrong, piece, right] :
-             {std::tuple{"_1_tw_endPoints", 0, "-THETA1", "(0-x)", "(0-THETA1)"},
-              {"_1_tw_endPoints", 0, "0+THETA2", "THETA2", "(THETA1)"}, // beyond the row
-              {"_1_tw_endPoints", 1, "<b>(1)", "\"<b>(\"", "THETA1+ETA1"},
-              {"_2_tw_weightDefinition", 1, "ofv+THETA1", "THETA1", "(ofv)"}}) {
-            edit(table, row, 0, wrong);
-            QVERIFY2(tipOf(table, row).contains(QString(piece).toHtmlEscaped()), wrong);
-            QVERIFY2(isTinted(table, row), wrong);
-            QVERIFY2(status().contains(piece), qPrintable(status()));
-            edit(table, row, 0, right);
-            QVERIFY2(tipOf(table, row).isEmpty() && !isTinted(table, row), right);
-            QVERIFY2(!status().contains(piece), qPrintable(status()));
+        QFETCH(QByteArray, table);
+        QFETCH(int, model);
+        QFETCH(QString, wrong);
+        QFETCH(QString, finding);
+        defineStudy();
+        edit(table, model, 0, wrong);
+        const QStringList lines = tipOf(table, model).split('\n');
+        QStringList places;
+        for (const QString& line : lines) {
+            places.append(line.section(':', 0, 0));
         }
-        // Columns of the results count from where the settings say, as long as there are any.
-        type("_m1_le_colNumTHETA1", "22");
-        QVERIFY(tipOf("_1_tw_endPoints", 0).contains("THETA1"));
-        pressAndAnswer("__pb_import", {StudyFiles().path()}, notFound);
-        QVERIFY(tipOf("_1_tw_endPoints", 0).isEmpty());
+        QTEST(places.join(", "), "places");
+        QVERIFY2(lines.join("").contains(finding), qPrintable(lines.join("")));
+        QVERIFY(isTinted(table, model));
+        QCOMPARE(status(), lines.first());
+        edit(table, model, 0, "(ofv)");
+        QCOMPARE(tipOf(table, model), QString());
+        QVERIFY(!isTinted(table, model));
     }
 
     void findingsHaveNoEffect()
     {
-        importStudy({{{{2, 1}}}, {{{4, 1}}}});
-        define("THETA1*DOSE", "THETA1+ETA1*DOSE", "0,1,2", "1.5");
-        user::clickCell(reach<QTableWidget>("_1_tw_endPoints"), 1, 0);
+        defineStudy();
         int curves = 0;
         connect(the<QCustomPlot>("_1_cp_typicalDRPlot"), &QCustomPlot::afterReplot,
                 [&curves] { ++curves; });
-        const auto effects = [&](const char* table, const char* formula) {
+        const auto effects = [&](const char* formula) {
             setRandomPosition(1);
             curves = 0;
-            edit(table, 1, 0, formula);
+            edit(endpoints, 1, 0, formula);
             return std::pair(curves, randomPosition());
         };
-        QCOMPARE(effects("_1_tw_endPoints", "-ETA1"), effects("_1_tw_endPoints", "(0-ETA1)"));
-        QCOMPARE(effects("_2_tw_weightDefinition", "-ofv"),
-                 effects("_2_tw_weightDefinition", "(0-ofv)"));
+        QCOMPARE(effects("-ETA1"), effects("(0-ETA1)"));
     }
 
+    void inputs_data()
+    {
+        const Rows<QByteArray, QString, QString, QByteArray, QString> row("input", "right", "wrong",
+                                                                          "place", "finding");
+        const char doses[] = "_1_le_possibleDoses";
+        const char levels[] = "_4_le_probabilities";
+        const char lower[] = "_3_le_lowerBound";
+        row("dose that is no number", doses, "0,1", "0,x", doses, "\"x\"");
+        row("level out of reach", levels, "50", "50,120", levels, "120");
+        row("no lower bound", lower, "1", "", lower, "-10");
+        row("upper bound below the lower", "_3_le_upperBound", "2", "0.5", lower, "0.5");
+        if (const int threads = QThread::idealThreadCount(); threads > 1) {
+            row("individuals that threads cannot share", "_1_sb_numSimulations",
+                QString::number(2 * threads), QString::number(2 * threads + 1),
+                "_1_sb_numSimulations", "");
+        }
+        for (const char* button : {calculate, startSelection}) {
+            row("no endpoint", endpoints, "(THETA1)", "", button, "endpoint");
+            row("no weight", weights, "(0-ofv)", "ofv/0*0", button, "sample has a weight");
+        }
+    }
     void inputs()
     {
-        importStudy({{{{2, 1}, {2, -1}}}});
-        edit("_1_tw_endPoints", 0, 0, "ETA1"); // shows the number of individuals
-        const QByteArray divisible = QByteArray::number(2 * QThread::idealThreadCount());
-        const QByteArray odd = QByteArray::number(2 * QThread::idealThreadCount() + 1);
-        for (const auto& [input, wrong, piece, right] :
-             {std::tuple{"_1_le_possibleDoses", "0,x,2", "x", "0,1,2"},
-              {"_4_le_probabilities", "50,120", "120", "50"},
-              {"_3_le_lowerBound", "", "-10", "1"},
-              {"_3_le_upperBound", "0.5", "", "2"},
-              {"_1_sb_numSimulations", odd.constData(), "", divisible.constData()}}) {
-            type(input, right);
-            const QWidget* widget = the<QWidget>(input);
-            QCOMPARE(widget->toolTip(), widget->accessibleDescription());
-            const QColor plain = widget->palette().base().color();
-            if (QThread::idealThreadCount() == 1 && wrong == odd) {
-                continue; // which divides everything
-            }
-            type(input, wrong);
-            QVERIFY2(widget->toolTip().contains(piece), qPrintable(widget->toolTip()));
-            QVERIFY2(widget->toolTip() != widget->accessibleDescription(), input);
-            QVERIFY(widget->palette().base().color() != plain);
-            QCOMPARE(status(), widget->toolTip().section('\n', 0, 0));
-            type(input, right);
-            QCOMPARE(widget->palette().base().color(), plain);
-        }
+        QFETCH(QByteArray, input);
+        QFETCH(QString, right);
+        QFETCH(QString, wrong);
+        QFETCH(QByteArray, place);
+        QFETCH(QString, finding);
+        importStudy({{{{2, 1}}}});
+        edit(endpoints, 0, 0, "THETA1+ETA1");
+        reach<QWidget>(weights);
+        type("_3_le_lowerBound", "1");
+        set(input, right);
+        const QWidget* widget = the<QWidget>(place);
+        QCOMPARE(tip(place), widget->accessibleDescription());
+        const QPalette plain = widget->palette();
+        set(input, wrong);
+        QVERIFY2(tip(place).contains(finding), qPrintable(tip(place)));
+        QVERIFY(widget->palette() != plain);
+        QVERIFY(input != place || status() == tip(place).section('\n', 0, 0));
+        set(input, right);
+        QCOMPARE(tip(place), widget->accessibleDescription());
+        QCOMPARE(widget->palette(), plain);
+    }
+
+    void whileTyping()
+    {
         auto* bound = reach<QLineEdit>("_3_le_upperBound");
-        bound->setFocus();
-        bound->selectAll();
-        QTest::keyClicks(bound, "abc"); // not taken over yet
-        QVERIFY2(status().contains("\"abc\" stands for 10"), qPrintable(status()));
-        const char omega[] = "_1_tw_etaDefinition"; // of 21 columns; "abc" is not taken over
-        for (const auto& [text, piece] :
-             {std::pair("COL30", "30"), {"abc", "abc"}, {"-1", "ETA1"}}) {
-            edit(omega, 0, 0, text);
-            QVERIFY2(status().contains(piece), qPrintable(status()));
-            QVERIFY2(isTinted(omega, 0) && tipOf(omega, 0).contains(piece), text);
-        }
+        bound->setFocus(Qt::MouseFocusReason);
+        QTest::keyClicks(bound, "abc");
+        QVERIFY2(status().contains("abc\" stands for 10"), qPrintable(status()));
+    }
+
+    void omegas_data()
+    {
+        const Rows<QString, QString> row("text", "finding");
+        row("column beyond the 21 there are", "COL30", "30");
+        row("text that is not taken over", "abc", "abc");
+        row("column with a number below 0", "COL21", "In 1 of the first 2 samples");
+        row("variance of 0", "0", "ETA1");
+    }
+    void omegas()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, finding);
+        importStudy({{{{2, 1}, {2, -1}}}});
+        edit(endpoints, 0, 0, "ETA1");
+        edit(omega, 0, 0, text);
+        QVERIFY2(tipOf(omega, 0).contains(finding), qPrintable(tipOf(omega, 0)));
+        QCOMPARE(status(), tipOf(omega, 0).section('\n', 0, 0));
         edit(omega, 0, 0, "1");
         QVERIFY(!isTinted(omega, 0));
-        edit(omega, 0, 0, "COL21"); // 1, then -1
-        the<QTableWidget>(omega)->setCurrentCell(-1, -1);
-        const QString tip = tipOf(omega, 0); // whatever cell is current
-        QVERIFY2(tip.startsWith("In 1 of the first 2 samples"), qPrintable(tip));
     }
 
     void resultsAndColumns()
     {
-        QByteArray lines[] = {"model,minimization_successful,\"OMEGA(2,1)\",ofv\n", "", "", ""};
+        QByteArray lines = "model,minimization_successful,\"OMEGA(2,1)\",ofv\n";
         for (int sample = 0; sample <= 100; ++sample) {
-            lines[1] += QByteArray::number(sample) + (sample < 30 ? ",0" : ",1") + ",7.5,3\n";
+            lines += QByteArray::number(sample) + (sample < 30 ? ",0" : ",1") + ",7.5,3\n";
         }
         pressAndAnswer("__pb_importFbF",
-                       {files.write("raw_results_emax.csv", lines[0] + lines[1]),
+                       {files.write("raw_results_emax.csv", lines),
                         files.writeRawResults("raw_results_linear.csv", {{7, 1}, {7, 3}})});
         QVERIFY2(status().startsWith("2 models, 1 data set"), qPrintable(status()));
-        auto* bar = the<QStatusBar>("statusBar");
-        QVERIFY2(bar->toolTip().contains("\nemax: 30 of 101"), qPrintable(bar->toolTip()));
-        QHelpEvent hover(QEvent::ToolTip, {}, {});
-        QApplication::sendEvent(bar, &hover);
-        QVERIFY(bar->toolTip().contains("emax, endpoint: There is no endpoint expression"));
-        reach<QWidget>("_2_tw_weightDefinition");
+        QVERIFY(tip("statusBar").contains("\nemax: 30 of 101"));
+        user::rest(the<QWidget>("statusBar"), {});
+        QVERIFY(tip("statusBar").contains("emax, endpoint: There is no endpoint expression"));
+        reach<QWidget>(weights);
+        QVERIFY(tip("_0_sb_model").contains("30 of 101"));
         for (QTableWidgetItem* name :
-             {the<QTableWidget>("_1_tw_endPoints")->verticalHeaderItem(0),
-              the<QTableWidget>("_2_tw_weightDefinition")->verticalHeaderItem(0),
+             {the<QTableWidget>(endpoints)->verticalHeaderItem(0),
+              the<QTableWidget>(weights)->verticalHeaderItem(0),
               the<QTableWidget>("_2_tw_relativeWeight")->horizontalHeaderItem(0)}) {
-            QVERIFY2(name->toolTip().contains("30"), qPrintable(name->toolTip()));
+            QCOMPARE(name->toolTip(), tip("_0_sb_model"));
             QVERIFY(name->data(Qt::BackgroundRole).isValid());
         }
-        QCOMPARE(the<QWidget>("_0_sb_model")->toolTip(),
-                 the<QTableWidget>("_1_tw_endPoints")->verticalHeaderItem(0)->toolTip());
         // The third and fourth piece of the heading are one name; ofv stands in column 4.
-        const QTableWidgetItem* drifted =
-            the<QTableWidget>("_0_tw_RawResults")->horizontalHeaderItem(3);
-        QCOMPARE(drifted->text(), "1)\"");
-        QVERIFY2(drifted->toolTip().contains("COL4") && drifted->toolTip().contains("ofv"),
-                 qPrintable(drifted->toolTip()));
-        user::clickCell(reach<QTableWidget>("_1_tw_endPoints"), 0, 0);
-        QVERIFY(tipOf("_1_tw_rawResLabels", 0, 2).contains("OMEGA(2,1)"));
-        for (const int column : {2, 0}) {
-            user::clickCell(the<QTableWidget>("_1_tw_rawResLabels"), 0, column);
-            QCOMPARE(status(), tipOf("_1_tw_rawResLabels", 0, column));
-        }
+        const auto* drifted = the<QTableWidget>("_0_tw_RawResults")->horizontalHeaderItem(3);
+        QVERIFY2(drifted->toolTip().contains("ofv"), qPrintable(drifted->toolTip()));
+        type("_0_sb_model", "1");
+        QVERIFY(!tip("_0_sb_model").contains("30 of 101"));
+
+        user::clickCell(reach<QTableWidget>(endpoints), 0, 0);
+        user::clickCell(the<QTableWidget>("_1_tw_rawResLabels"), 0, 2);
+        QVERIFY(status().contains("OMEGA(2,1)"));
         QStatusTipEvent ofMenu(""); // as a menu sends it
         QApplication::sendEvent(window.get(), &ofMenu);
-        QCOMPARE(status(), tipOf("_1_tw_rawResLabels", 0));
-
-        edit("_2_tw_weightDefinition", 0, 0, "1");
-        edit("_2_tw_weightDefinition", 1, 0, "2");
-        QCOMPARE(tipOf("_2_tw_relativeWeight", 0, 0), "");
-        user::clickCell(the<QTableWidget>("_2_tw_relativeWeight"), 0, 1);
-        QCOMPARE(status(), tipOf("_2_tw_relativeWeight", 0, 1));
-        QVERIFY(!status().isEmpty());
+        QVERIFY(status().contains("OMEGA(2,1)"));
+        edit(weights, 1, 0, "2");
+        user::clickCell(reach<QTableWidget>("_2_tw_relativeWeight"), 0, 1);
+        QCOMPARE(status(), "Selected model of this bootstrap sample");
     }
 
     void cacheThatNoLongerFits()
     {
-        importStudy({{{{2, 1}}}, {{{4, 1}}}});
-        define("THETA1*DOSE", "THETA1", "0,1,2", "1.5");
-        press("_4_cb_useCash");
-        const QWidget* box = the<QWidget>("_4_cb_useCash");
-        const QString help = box->accessibleDescription();
-        for (const int method : {0, 1}) {
-            choose("_3_cb_aveORselect", method);
-            edit("_2_tw_weightDefinition", 1, 0, ""); // averaging leaves the model out
-            press("_4_pb_clearCash");
-            press("_4_pb_startCalculation");
-            QCOMPARE(box->toolTip(), help);
-            edit("_2_tw_weightDefinition", 1, 0, "(ofv)");
-            reach<QWidget>("_4_cb_useCash");
-            QVERIFY2((box->toolTip() == help) == (method == 1), qPrintable(box->toolTip()));
-            type("_1_le_possibleDoses", QString("0,%1").arg(method + 1));
-            reach<QWidget>("_4_cb_useCash");
-            QVERIFY(box->toolTip() != help);
-        }
+        const char box[] = "_4_cb_useCash";
+        defineStudy();
+        press(box);
+        const QString help = the<QWidget>(box)->accessibleDescription();
+        press(startSelection);
+        QCOMPARE(tip(box), help);
+        type("_1_le_possibleDoses", "0,1");
+        reach<QWidget>(box);
+        QVERIFY(tip(box) != help);
+        press("_4_pb_clearCash");
+        QCOMPARE(tip(box), help);
     }
 
     void definitionsThatLookForgotten()
     {
-        const auto tip = [this](const char* widget) { return the<QWidget>(widget)->toolTip(); };
         const auto write = [this](const char* name, double theta) {
             return files.writeRawResults(name, {{2, theta}, {2, theta}});
         };
         const QStringList paths{write("raw_results_b.csv", 1), write("raw_results_c.csv", 2)};
         pressAndAnswer("__pb_importFbF", paths);
-        user::clickCell(reach<QTableWidget>("_1_tw_endPoints"), 1, 0);
+        user::clickCell(reach<QTableWidget>(endpoints), 1, 0);
         QVERIFY2(status().contains("no endpoint expression"), qPrintable(status()));
-        for (const char* widget :
-             {"_3_pb_calculatePoS", "_4_pb_startCalculation", "_2_tw_weightDefinition"}) {
-            QVERIFY2(tip(widget).contains("every probability will be 0"), widget);
-        }
-        reach<QWidget>("_2_tw_weightDefinition");
-        QVERIFY(!tip("_2_tw_weightDefinition").contains("probability will be 0"));
-        QVERIFY(tip("_3_pb_calculatePoS").contains("endpoint")); // which b and c still lack
-        edit("_1_tw_endPoints", 0, 0, "THETA1*DOSE+ETA1");
-        edit("_1_tw_endPoints", 1, 0, "THETA1+DOSE");
-        QVERIFY2(tipOf("_2_tw_weightDefinition", 1).contains("K = 0"),
-                 qPrintable(tipOf("_2_tw_weightDefinition", 1)));
-        edit("_2_tw_weightDefinition", 1, 0, "(0-9-ofv/2)"); // another K of the user's own
-        QVERIFY(!isTinted("_2_tw_weightDefinition", 1));
+        QVERIFY(tip(weights).contains("every probability will be 0"));
+        reach<QWidget>(weights);
+        QVERIFY(!tip(weights).contains("every probability will be 0"));
+        edit(endpoints, 1, 0, "THETA1+DOSE");
+        QVERIFY(tipOf(weights, 1).contains("K = 0"));
+        edit(weights, 1, 0, "exp((0-ofv)/2)");
+        QVERIFY(!isTinted(weights, 1));
         choose("_3_cb_aveORselect", 0);
-        edit("_2_tw_weightDefinition", 1, 0, "exp((0-ofv)/2)");
-        QVERIFY(tipOf("_2_tw_weightDefinition", 1).contains("log"));
+        QVERIFY(tipOf(weights, 1).contains("log"));
         press("_2_cb_logScale");
-        QVERIFY(!isTinted("_2_tw_weightDefinition", 1));
-        edit("_2_tw_weightDefinition", 0, 0, "ofv/0*0");
-        QVERIFY(tip("_3_pb_calculatePoS").contains("no sample has a weight", Qt::CaseInsensitive));
-        user::clickCell(reach<QTableWidget>("_1_tw_endPoints"), 0, 0);
-        QVERIFY(tipOf("_1_tw_etaDefinition", 0).contains("ETA1")); // of variance 0
+        QVERIFY(!isTinted(weights, 1));
 
         // A model in front of the others shifts their texts.
         pressAndAnswer("__pb_importFbF", QStringList(write("raw_results_a.csv", 3)) + paths);
-        for (const char* table : {"_1_tw_endPoints", "_2_tw_weightDefinition"}) {
-            QVERIFY(tipOf(table, 1).contains("Typed for c, now stands at b."));
+        for (const char* table : {endpoints, weights}) {
+            QVERIFY2(tipOf(table, 1).startsWith("Typed for c, now stands at b."), table);
         }
-        edit("_1_tw_endPoints", 1, 0, "THETA1-DOSE");
-        QVERIFY(!isTinted("_1_tw_endPoints", 1));
-        the<QAction>("actionCopyFindings")->trigger();
-        QVERIFY(QApplication::clipboard()->text().contains("\na, endpoint: Typed for b, now"));
+        edit(endpoints, 1, 0, "THETA1-DOSE");
+        QVERIFY(!isTinted(endpoints, 1));
+        QVERIFY(copied("_3_cp_PoS", "Copy all findings").contains("\nb, weight: Typed for c, "));
         pressAndAnswer("__pb_importFbF", paths);
-        QVERIFY(!tipOf("_1_tw_endPoints", 0).contains("Typed for"));
-
-        pressShortcut(Qt::Key_S, files.path("project"));
-        pressShortcut(Qt::Key_O, files.path("project"));
-        QVERIFY(tip("_1_sb_numSimulations").contains("project"));
+        QVERIFY(!tipOf(weights, 1).contains("Typed for"));
     }
 
-    void dataSetsAndSimulationsOfOtherStudies()
+    void otherStudies()
     {
-        const auto tip = [this](const char* widget) { return the<QWidget>(widget)->toolTip(); };
-        importStudy({{{{2, 1}}}, {{{4, 1}}}});
+        defineStudy();
         pressAndAnswer("_5_pb_importSimRawRes", {files.writeRawResults("sim%1.csv", {{0, 1}})});
         QVERIFY(!tip("_4_pb_compTruth").contains("sim%1.csv"));
         ProjectItems items;
@@ -245,41 +252,38 @@ private slots:
         files.write("project", ProjectBytes(items).bytes);
         pressShortcut(Qt::Key_O, files.path("project"));
         QVERIFY(tip("_4_pb_compTruth").contains("sim%1.csv"));
+        QVERIFY(tip("_1_sb_numSimulations").contains("project"));
         type("_0_sb_model", "1");
-        for (const char* widget : {"_0_sb_data", "_3_cb_dataNumber", "_4_pb_startCalculation"}) {
+        for (const char* widget : {"_0_sb_data", "_3_cb_dataNumber", startSelection}) {
             QVERIFY2(tip(widget).contains("Page \"0\""), qPrintable(tip(widget)));
         }
     }
 
     void everythingHasANameAndCanBeReached()
     {
-        importStudy({{{{2, 1}}}, {{{4, 1}}}});
-        define("THETA1*DOSE", "THETA1+ETA1", "0,1,2", "1.5");
-        user::clickCell(reach<QTableWidget>("_1_tw_endPoints"), 1, 0);
-        const QList<QWidget*> widgets = window->findChildren<QWidget*>();
+        defineStudy();
+        QStringList failed;
+        const auto widgets = window->findChildren<QWidget*>(QRegularExpression("^(?!qt_)."));
         for (QWidget* widget : widgets) {
-            const QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(widget);
-            const bool isOurs =
-                !widget->objectName().isEmpty() && !widget->objectName().startsWith("qt_");
-            QVERIFY2(!isOurs || !spoken->text(QAccessible::Name).isEmpty(),
-                     qPrintable(widget->objectName()));
+            if (QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name).isEmpty()) {
+                failed.append(widget->objectName());
+            }
         }
         for (int page = 0; page < 7; ++page) {
             user::showPage(*window, page);
-            QSet<const QWidget*> reached;
+            QWidgetList reached{window.get()};
             for (int step = 0; step < 60; ++step) {
-                QWidget* focus = QApplication::focusWidget();
-                QTest::keyClick(focus ? focus : window.get(), Qt::Key_Tab);
-                reached.insert(QApplication::focusWidget());
+                QTest::keyClick(reached.last(), Qt::Key_Tab);
+                reached.append(QApplication::focusWidget());
             }
-            for (const QWidget* widget : widgets) {
-                const bool isInput = !widget->objectName().isEmpty() && widget->isVisible()
-                                     && widget->isEnabled() && widget->focusPolicy() != Qt::NoFocus
-                                     && widget->focusProxy() == nullptr
-                                     && widget->objectName() != "qt_spinbox_lineedit";
-                QVERIFY2(!isInput || reached.contains(widget), qPrintable(widget->objectName()));
+            for (QWidget* widget : widgets) {
+                if (widget->isVisible() && widget->isEnabled() && !widget->focusProxy()
+                    && widget->focusPolicy() != Qt::NoFocus && !reached.contains(widget)) {
+                    failed.append(widget->objectName());
+                }
             }
         }
+        QCOMPARE(failed, QStringList());
     }
 };
 
