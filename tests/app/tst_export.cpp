@@ -106,27 +106,15 @@ private slots:
         QCOMPARE(plot->axisRect()->rangeDrag(), Qt::Horizontal);
     }
 
-    void savesTables_data()
-    {
-        const Rows<QByteArray, QByteArray, QByteArray> row("table", "start", "end");
-        row("bootstrap results", "_0_tw_RawResults", "\"\"\"model\"\"\",", ",0,0,2,2\r\n");
-        row("summary", "_5_tw_Summary", ",for all,>50%\r\nAve. Est MED > The MED,0.1,0\r\n",
-            ",0.2\r\n");
-    }
     void savesTables()
     {
-        QFETCH(QByteArray, table);
-        QFETCH(QByteArray, start);
-        QFETCH(QByteArray, end);
         calculateDoses(1);
         compareWithTruth();
-        const QByteArray text = saved(table, "Save as CSV...", table + ".csv");
-        QCOMPARE(text.left(start.size()), start);
-        QCOMPARE(text.right(end.size()), end);
-    }
-
-    void tellsThatAFileIsNotWritten()
-    {
+        QByteArray text = saved("_0_tw_RawResults", "Save as CSV...", "results.csv");
+        QVERIFY(text.startsWith("\"\"\"model\"\"\","));
+        QVERIFY(text.endsWith(",0,0,2,2\r\n"));
+        text = saved("_5_tw_Summary", "Save as CSV...", "summary.csv");
+        QVERIFY(text.startsWith(",for all,>50%\r\nAve. Est MED > The MED,0.1,0\r\n"));
         DialogDriver dialogs;
         dialogs.answerFiles({"/proc/table.csv"});
         dialogs.acknowledge("The file could not be written.");
@@ -148,16 +136,6 @@ private slots:
         QVERIFY(!pdf.contains("/Subtype /Image"));
         user::chooseEntry(plot, "Copy picture");
         QCOMPARE(QApplication::clipboard()->image().size(), plot->size());
-    }
-
-    void countsUpToOneWithoutDataSets()
-    {
-        calculateDoses(1);
-        compareWithTruth("0,0.05\n"); // of one data set, not of both
-        auto* plot = reach<QCustomPlot>("_5_cp_truthVisualization");
-        QCOMPARE(plot->yAxis->range(), QCPRange(0, 1));
-        user::chooseEntry(plot, "Fit to data");
-        QCOMPARE(plot->yAxis->range(), QCPRange(0, 1));
     }
 
     void summarisesTheAnalysis()

@@ -70,15 +70,13 @@ private slots:
         pressShortcut(Qt::Key_O, files.path("project"));
         QVERIFY2(!marks().join("").contains("since"), qPrintable(marks().join("|")));
         const auto* heading = the<QTableWidget>("_2_tw_relativeWeight")->horizontalHeaderItem(1);
-        QCOMPARE(heading->text(), "model 1");
         QVERIFY(!heading->toolTip().isEmpty());
         type("_1_le_possibleDoses", "0,1");
         QVERIFY(marks().at(2).contains("The doses, as the project has them, were selected for "));
         // A curve that is drawn while the items are applied shares the definitions.
         user::clickCell(reach<QTableWidget>("_1_tw_endPoints"), 1, 0);
-        for (int round = 0; round < 3; ++round) {
-            pressShortcut(Qt::Key_O, files.path("project"));
-        }
+        pressShortcut(Qt::Key_O, files.path("project"));
+        pressShortcut(Qt::Key_O, files.path("project"));
         QCOMPARE(cell("_1_tw_endPoints", 1, 0), "THETA1+DOSE");
     }
 
@@ -93,19 +91,13 @@ private slots:
         QVERIFY(summary().contains("\nmodel 2, results: no data set was read\n"));
     }
 
-    void standBelowThePointUnderTheMouse_data()
-    {
-        const Rows<QByteArray> row("chart");
-        row("probability", "_3_cp_PoS");
-        row("comparison", "_5_cp_truthVisualization");
-    }
     void standBelowThePointUnderTheMouse()
     {
-        QFETCH(QByteArray, chart);
         type("_1_le_possibleDoses", "0,1");
-        auto* plot = reach<QCustomPlot>(chart);
+        auto* plot = reach<QCustomPlot>("_3_cp_PoS");
         user::rest(plot, plot->axisRect()->center());
-        QTRY_VERIFY(QToolTip::text().endsWith("; since changed: doses."));
+        QTRY_VERIFY(QToolTip::text().startsWith("DOSE: 0.1\nProbability: "));
+        QVERIFY(QToolTip::text().endsWith("; since changed: doses."));
     }
 
     void followThePalette()
