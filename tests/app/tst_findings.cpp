@@ -241,21 +241,20 @@ private slots:
         QVERIFY(!tipOf(weights, 1).contains("Typed for"));
     }
 
-    void otherStudies()
+    void modelsWithoutResults()
     {
-        defineStudy();
-        pressAndAnswer("_5_pb_importSimRawRes", {files.writeRawResults("sim%1.csv", {{0, 1}})});
-        QVERIFY(!tip("_4_pb_compTruth").contains("sim%1.csv"));
         ProjectItems items;
-        items.rawResults = {{{{1}}}, {}};
+        items.rawResults = {{{{1}}, {{1}, {1}}}, {}};
         items.rawResultsHeaders = {{"a"}, {"a"}};
         files.write("project", ProjectBytes(items).bytes);
         pressShortcut(Qt::Key_O, files.path("project"));
-        QVERIFY(tip("_4_pb_compTruth").contains("sim%1.csv"));
-        QVERIFY(tip("_1_sb_numSimulations").contains("project"));
+        type("_2_sb_dataNumber", "1");
+        QCOMPARE(the<QTableWidget>("_2_tw_relativeWeight")->rowCount(), 2);
         type("_0_sb_model", "1");
+        press("_2_cb_logScale");
+        QCOMPARE(the<QTableWidget>("_2_tw_relativeWeight")->rowCount(), 0);
         for (const char* widget : {"_0_sb_data", "_3_cb_dataNumber", startSelection}) {
-            QVERIFY2(tip(widget).contains("Page \"0\""), qPrintable(tip(widget)));
+            QVERIFY2(tip(widget).contains("Page \"0\""), widget);
         }
     }
 

@@ -113,12 +113,15 @@ private slots:
 
     void staysUsableAfterAnAbort()
     {
+        calculateDoses(0);
         for (int model = 0; model < 3; ++model) {
             files.writeRawResults(QString("raw_results_estimation_model%1_data0.csv").arg(model),
                                   Table(3 - model, {5, 1}));
         }
         pressAndAnswer("__pb_import", {files.path()}, {}, 2);
-        QCOMPARE(the<QTableWidget>(endpoints)->rowCount(), 0);
+        const QString summary = copied("_3_cp_PoS", "Copy analysis summary");
+        QVERIFY(summary.contains("\nRelative weights\nThe weights were calculated earlier"));
+        QVERIFY(summary.contains("\nmodel 2, results: no data set was read\n"));
         visitAllPages();
         pressAndAnswer("__pb_import", {files.path()});
         visitAllPages();
@@ -132,21 +135,17 @@ private slots:
         edit(omega, 0, 1, "Col2");
         edit(omega, 0, 1, "col3"); // not accepted
         QCOMPARE(rows(omega), QStringList({"0 COL2", "COL2 0"}));
-        edit(omega, 1, 0, "0.5");
+        edit(omega, 1, 0, "0");
         edit(omega, 1, 1, "1234567.89");
-        QCOMPARE(rows(omega), QStringList({"0 0.5", "0.5 1.23457e+06"}));
-        edit(omega, 0, 1, "0");
-
-        // The rounded text never becomes the variance.
-        user::clickCell(the<QTableWidget>(endpoints), 1, 0);
-        QVERIFY(the<QTableWidget>(omega)->isHidden());
-        user::clickCell(the<QTableWidget>(endpoints), 0, 0);
-        user::clickCell(the<QTableWidget>(omega), 1, 1);
+        QCOMPARE(rows(omega), QStringList({"0 0", "0 1.23457e+06"}));
         type("_1_sb_numSimulations", "1");
         user::clickCell(the<QTableWidget>(endpoints), 1, 0);
+        QVERIFY(the<QTableWidget>(omega)->isHidden());
         seedRandomNumbers(1);
         user::clickCell(the<QTableWidget>(endpoints), 0, 0);
+        user::clickCell(the<QTableWidget>(omega), 1, 1);
         seedRandomNumbers(1);
+        // The rounded text never becomes the variance.
         const double eta = std::sqrt(1234567.89) * randomNG().normal();
         QVERIFY(almostEqual(curve("_1_cp_typicalDRPlot").first(), 1 + eta, 1e-12));
     }
@@ -246,10 +245,12 @@ private slots:
     void keepsWhatWasDoneBeforeAnAbort()
     {
         defineStudy();
+        choose("_3_cb_aveORselect", 1);
+        chooseDoses("40");
+        compareWithTruth();
         QString label;
         connect(the<QCustomPlot>("_3_cp_PoS"), &QCustomPlot::afterReplot, this,
                 [this, &label] { label = window->findChild<QProgressDialog*>()->labelText(); });
-        choose("_3_cb_aveORselect", 1);
         choose("_3_cb_indOFVone", 0);
         for (const char* button : {"_3_pb_calculatePoS", "_4_pb_startCalculation"}) {
             DialogDriver dialogs;
@@ -259,6 +260,10 @@ private slots:
         QVERIFY(almostEqual(curve("_3_cp_PoS"), {0, 50, 100}));
         QVERIFY(label.endsWith("bootstrap samples 0-1."));
         QCOMPARE(the<QTableWidget>("_4_tw_doseChoice")->rowCount(), 1);
+        QVERIFY(tip("_3_cp_PoS").contains("the curve holds 2 of 4 samples."));
+        QVERIFY(tip("_4_tw_doseChoice").contains("the table holds 1 of 2 data sets."));
+        pressAndAnswer("_4_pb_compTruth", {});
+        QVERIFY(tip("_4_pb_compTruth").contains("those of an earlier one."));
     }
 };
 

@@ -80,17 +80,6 @@ private slots:
         QCOMPARE(cell("_1_tw_endPoints", 1, 0), "THETA1+DOSE");
     }
 
-    void importsThatAreGivenUp()
-    {
-        for (int model = 0; model < 3; ++model) {
-            files.writeRawResults(QString("raw_results_estimation_model%1_data0.csv").arg(model),
-                                  {{5, 1}});
-        }
-        pressAndAnswer("__pb_import", {files.path()}, {}, 2);
-        QVERIFY(summary().contains("\nRelative weights\nThe weights were calculated earlier"));
-        QVERIFY(summary().contains("\nmodel 2, results: no data set was read\n"));
-    }
-
     void standBelowThePointUnderTheMouse()
     {
         type("_1_le_possibleDoses", "0,1");
@@ -103,27 +92,12 @@ private slots:
     void followThePalette()
     {
         type("_1_le_possibleDoses", "0,1");
-        const auto* button = the<QWidget>("_3_pb_calculatePoS");
         const QPalette light = QApplication::palette();
         QApplication::setPalette(QPalette(QColor(53, 53, 53)));
-        const QPalette dark = button->palette();
+        const QPalette dark = the<QWidget>("_3_pb_calculatePoS")->palette();
         QApplication::setPalette(light);
         QVERIFY(dark.color(QPalette::Button).lightness() < 128);
         QVERIFY(marks().first().endsWith('!'));
-    }
-
-    void tellHowMuchWasCalculated()
-    {
-        for (const char* button : {"_3_pb_calculatePoS", "_4_pb_startCalculation"}) {
-            DialogDriver dialogs;
-            dialogs.abortProgressAt(1);
-            press(button);
-        }
-        QVERIFY(marks().at(3).contains("the table holds 1 of 2 data sets."));
-        QVERIFY(summary().contains("the table holds 1 of 2 data sets.\n"));
-        QVERIFY(marks().at(5).contains("since changed: chosen doses."));
-        pressAndAnswer("_4_pb_compTruth", {});
-        QVERIFY(marks().at(4).contains("those of an earlier one."));
     }
 };
 
