@@ -58,8 +58,7 @@ private slots:
         row("project", {"project"}, "tabWidget", "5");
         row("results and a project", {"raw_results_b.csv", "project"}, "page_6", "");
         row("no file", {}, "page_6", "");
-        row("picture", {"picture.csv"}, "page_6", "");
-        row("missing file on an input", {"missing.csv"}, "_m1_le_colNumOFV", "");
+        row("picture on an input", {"picture.csv"}, "_m1_le_colNumOFV", "");
         row("device", {"/dev/null"}, "page_6", "");
     }
     void takesDroppedFiles()
