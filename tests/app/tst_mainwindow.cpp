@@ -40,15 +40,6 @@ class TestMainWindow : public WindowTest
             press("_3_pb_calculatePoS");
         }
     }
-    /// Empties a field by a key and types, without Return.
-    void retype(const char* field, const QString& keys)
-    {
-        auto* editor = reach<QWidget>(field);
-        editor->setFocus(Qt::MouseFocusReason);
-        QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClick(editor, Qt::Key_Delete);
-        QTest::keyClicks(editor, keys);
-    }
 
 private slots:
     void init() { openWindow(); }

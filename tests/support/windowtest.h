@@ -67,6 +67,16 @@ protected:
     void choose(const char* box, int index) { user::chooseItem(reach<QComboBox>(box), index); }
     void press(const char* button) { user::click(reach<QAbstractButton>(button)); }
 
+    /// Empties a field by a key and types, without Return.
+    void retype(const char* field, const QString& keys)
+    {
+        auto* editor = reach<QWidget>(field);
+        editor->setFocus(Qt::MouseFocusReason);
+        QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(editor, Qt::Key_Delete);
+        QTest::keyClicks(editor, keys);
+    }
+
     /// Changes an input: types a text, chooses an item by its number, presses a box, or edits
     /// the first cell of a table.
     void set(const char* input, const QString& value)
