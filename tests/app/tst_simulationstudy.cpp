@@ -95,7 +95,6 @@ private slots:
     {
         importSlopes();
         chooseDoses();
-        QCOMPARE(rows("_4_tw_doseChoice"), QStringList({"3 3", "2 2", "1 1"}));
         // Model 1 with slope 1 in all data sets, one file for data set 0 alone.
         pressAndAnswer("_5_pb_simTrueModel", {files.write("models.csv", "1\n1\n1\n")}, headersText);
         pressAndAnswer("_5_pb_importSimRawRes",
@@ -108,7 +107,6 @@ private slots:
         // A number that cannot be read ends the comparison silently; the plot stays.
         edit(trueModels, 0, 0, "one");
         press("_4_pb_compTruth");
-        QCOMPARE(rows("_5_tw_aveUnderEstOverEst"), QStringList());
         QCOMPARE(rows("_5_tw_Summary").first(), "nan nan");
         QVERIFY(almostEqual(curve(plot, 1), {1, 1}));
     }
