@@ -57,7 +57,6 @@ private slots:
         row("file of a long heading", {"wide.csv"}, "page_6", "6");
         row("project", {"project"}, "tabWidget", "5");
         row("results and a project", {"raw_results_b.csv", "project"}, "page_6", "");
-        row("no file", {}, "page_6", "");
         row("picture on an input", {"picture.csv"}, "_m1_le_colNumOFV", "");
         row("device", {"/dev/null"}, "page_6", "");
     }

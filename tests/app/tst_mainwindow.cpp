@@ -162,6 +162,15 @@ private slots:
         QCOMPARE(cell(weights, 0, 0), "");
     }
 
+    void readsColumns()
+    {
+        defineStudy();
+        type("_m1_le_colNumTHETA1", "20"); // THETA1 is what was the OFV
+        QCOMPARE(curve("_1_cp_typicalDRPlot"), QVector<double>({4, 5, 6}));
+        type("_m1_le_colNumOFV", "21");
+        QCOMPARE(rows("_2_tw_relativeWeight").first(), "0.5 0.5");
+    }
+
     void replacesColumnNumbers()
     {
         retype("_m1_le_colNumOFV", "35");

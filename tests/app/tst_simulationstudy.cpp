@@ -84,6 +84,7 @@ private slots:
         const int read = items.rawResultsHeaders.size();
         QVERIFY(read > 1 && read < paths.size());
 
+        // Nothing stays, as half of the simulations would fit no data set.
         items.rawResults = {QVector<Table>(paths.size())};
         open(ProjectBytes(items).bytes);
         pressAndAnswer("_5_pb_importSimRawRes", {files.write("bare.csv", "a,b\n")});

@@ -69,15 +69,8 @@ private slots:
         openWindow();
         pressShortcut(Qt::Key_O, files.path("project"));
         QVERIFY2(!marks().join("").contains("since"), qPrintable(marks().join("|")));
-        const auto* heading = the<QTableWidget>("_2_tw_relativeWeight")->horizontalHeaderItem(1);
-        QVERIFY(!heading->toolTip().isEmpty());
         type("_1_le_possibleDoses", "0,1");
         QVERIFY(marks().at(2).contains("The doses, as the project has them, were selected for "));
-        // A curve that is drawn while the items are applied shares the definitions.
-        user::clickCell(reach<QTableWidget>("_1_tw_endPoints"), 1, 0);
-        pressShortcut(Qt::Key_O, files.path("project"));
-        pressShortcut(Qt::Key_O, files.path("project"));
-        QCOMPARE(cell("_1_tw_endPoints", 1, 0), "THETA1+DOSE");
     }
 
     void standBelowThePointUnderTheMouse()
