@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/checkup/heading.h"
+
 #include "model/binding.h"
 
 #include <QRegularExpression>
