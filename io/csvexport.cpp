@@ -2,10 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "io/csvexport.h"
 
-#include "io/filesizelimit.h"
-
-#include <QFileInfo>
-#include <QSaveFile>
+#include "io/safefile.h"
 
 #include <algorithm>
 
@@ -63,13 +60,8 @@ QByteArray commaSeparated(const TextRows& rows)
 
 bool writeFile(const QString& path, const QByteArray& content)
 {
-    const QFileInfo info(path);
-    if (info.exists() && !info.isFile()) {
-        return false; // a device would be replaced by a file, a pipe would let us wait
-    }
-    const FileSizeSignalIgnored noSignal;
     // Unbuffered, so that a full disk is noticed by the write.
-    QSaveFile file(path);
+    SafeFile file(path);
     return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)
            && file.write(content) == content.size() && file.commit();
 }

@@ -7,13 +7,13 @@
 #include "app/window/mainwindow.h"
 #include "io/csv.h"
 #include "io/projectfile.h"
+#include "io/safefile.h"
 #include "ui_mainwindow.h"
 
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
-#include <QSaveFile>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -32,8 +32,8 @@ QStringList firstColumn(const QTableWidget* table, int rowCount)
     return texts;
 }
 
-/// Whether the path names something that is neither a file nor a folder: a pipe would let
-/// the window wait, and a device would be replaced by a file.
+/// Whether the path names something that is neither a file nor a folder, such as a pipe, which
+/// would let the window wait.
 bool isDevice(const QString& path)
 {
     const QFileInfo info(path);
@@ -67,13 +67,8 @@ void MainWindow::saveModels()
     if (path.isEmpty()) {
         return;
     }
-    if (isDevice(path)) {
-        showFileError("Not a regular file");
-        return;
-    }
-    // The previous file stays until the new one is complete. Unbuffered, so that a full disk
-    // is noticed by the write that it concerns.
-    QSaveFile file(path);
+    // Unbuffered, so that a full disk is noticed by the write that it concerns.
+    SafeFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)
         || !writeProject(projectItems(), &file) || !file.commit()) {
         showFileError(file.errorString());

@@ -1,0 +1,98 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "io/safefile.h"
+#include "tests/support/studyfiles.h"
+
+#include <QDir>
+#include <QtTest>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+class TestSafeFile : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void replaces_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("links"); // name>target, blanks between them
+        QTest::addColumn<QString>("written");
+        QTest::newRow("new file") << "new"
+                                  << ""
+                                  << "new";
+        QTest::newRow("older file") << "older"
+                                    << ""
+                                    << "older";
+        QTest::newRow("longest name") << QString(255, 'x') << "" << QString(255, 'x');
+        QTest::newRow("link to an older file") << "a"
+                                               << "a>older"
+                                               << "older";
+        QTest::newRow("chain of links") << "a"
+                                        << "a>folder/b folder/b>../older"
+                                        << "older";
+        QTest::newRow("link to nothing") << "a"
+                                         << "a>new"
+                                         << "new";
+        QTest::newRow("link in a linked folder") << "a/b"
+                                                 << "a>folder/in in>. folder/in/b>../new"
+                                                 << "folder/new";
+        QTest::newRow("loop of links") << "a"
+                                       << "a>b b>a"
+                                       << "";
+        QTest::newRow("folder") << "folder"
+                                << ""
+                                << "";
+        QTest::newRow("missing folder") << "missing/new"
+                                        << ""
+                                        << "";
+        QTest::newRow("no name") << ""
+                                 << ""
+                                 << "";
+    }
+    void replaces()
+    {
+        QFETCH(QString, path);
+        QFETCH(QString, links);
+        QFETCH(QString, written);
+        const StudyFiles files;
+        QVERIFY(QDir(files.path()).mkpath("folder/in"));
+        QCOMPARE(chmod(qPrintable(files.write("older", "older")), 0640), 0);
+        const QFile::Permissions permissions = QFile::permissions(files.path("older"));
+        QStringList names;
+        for (const QString& link : links.split(' ', Qt::SkipEmptyParts)) {
+            names.append(files.path(link.section('>', 0, 0)));
+            QCOMPARE(symlink(qPrintable(link.section('>', 1)), qPrintable(names.last())), 0);
+        }
+        for (const char* content : {"first", "second"}) {
+            SafeFile file(path.isEmpty() ? path : files.path(path));
+            const bool isWritten =
+                file.open(QIODevice::WriteOnly) && file.write(content) > 0 && file.commit();
+            QCOMPARE(isWritten, !written.isEmpty());
+            QVERIFY2(!isWritten || contentOf(files.path(written)) == content, content);
+            QCOMPARE(file.errorString() == "Unknown error", isWritten);
+        }
+        for (const QString& name : qAsConst(names)) {
+            QVERIFY2(QFileInfo(name).isSymLink(), qPrintable(name));
+        }
+        QVERIFY(written == "older" || contentOf(files.path("older")) == "older");
+        QCOMPARE(QFile::permissions(files.path("older")), permissions);
+        QVERIFY(QDir(files.path(), "velmora-*").isEmpty());
+    }
+    void keepsOlderFile()
+    {
+        const StudyFiles files;
+        const QString path = files.write("older", "older");
+        {
+            SafeFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write("newer") == 5);
+            QCOMPARE(QDir(files.path(), "velmora-*.tmp").count(), 1U);
+        }
+        QCOMPARE(contentOf(path), QByteArray("older"));
+        QCOMPARE(QDir(files.path()).count(), 3U); // with . and ..
+    }
+};
+
+QTEST_GUILESS_MAIN(TestSafeFile)
+#include "tst_safefile.moc"
