@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/charts/chartexport.h"
 
+#include "app/widgets/memory.h"
+
 #include <QAction>
 #include <QApplication>
 #include <QBuffer>
@@ -17,20 +19,33 @@ constexpr int printDotsPerInch = 300;
 constexpr double inchesPerMeter = 1000 / 25.4;
 constexpr int pointsPerInch = 72;
 
+/// The chart, so many times its size on the screen.
+QPixmap pictureOf(QCustomPlot* plot, double scale)
+{
+    constexpr int copies = 3; // of the picture: drawn, changed and encoded
+    constexpr int bytesPerDot = 4;
+    demandMemory(qint64(plot->width() * plot->height() * scale * scale * bytesPerDot * copies));
+    QPixmap picture = plot->toPixmap(0, 0, scale);
+    demandDone(!picture.isNull());
+    return picture;
+}
+
 /// The chart in its size on the screen, in the resolution of a printer.
 QByteArray pngOf(QCustomPlot* plot)
 {
-    QImage image = plot->toPixmap(0, 0, double(printDotsPerInch) / plot->logicalDpiX()).toImage();
+    QImage image = pictureOf(plot, double(printDotsPerInch) / plot->logicalDpiX()).toImage();
+    demandDone(!image.isNull());
     image.setDotsPerMeterX(qRound(printDotsPerInch * inchesPerMeter));
     image.setDotsPerMeterY(image.dotsPerMeterX());
     QBuffer buffer;
-    image.save(&buffer, "PNG");
+    demandDone(image.save(&buffer, "PNG"));
     return buffer.data();
 }
 
 /// A page of the chart's size on the screen, with lines and letters as such.
 QByteArray pdfOf(QCustomPlot* plot)
 {
+    demandMemory(0);
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     QPdfWriter writer(&buffer);
@@ -40,11 +55,12 @@ QByteArray pdfOf(QCustomPlot* plot)
     writer.setPageLayout(
         QPageLayout(QPageSize(size, QPageSize::Point, QString(), QPageSize::ExactMatch),
                     QPageLayout::Portrait, QMarginsF()));
-    QCPPainter painter(&writer);
+    QCPPainter painter;
+    demandDone(painter.begin(&writer));
     painter.setMode(QCPPainter::pmVectorized);
     painter.setWindow(plot->rect());
     plot->toPainter(&painter);
-    painter.end();
+    demandDone(painter.end());
     return buffer.data();
 }
 
@@ -85,7 +101,7 @@ ChartExport::ChartExport(QCustomPlot* chart, const ChartExportSettings& how,
 void ChartExport::addPictureEntries()
 {
     addEntry("CopyPicture", "Copy picture",
-             [this] { QApplication::clipboard()->setPixmap(plot->toPixmap()); });
+             [this] { QApplication::clipboard()->setPixmap(pictureOf(plot, 1)); });
     addEntry("SavePdf", "Save as PDF...", [this] {
         saveAs(plot, "Save as PDF...", settings.fileName + ".pdf", [this] { return pdfOf(plot); });
     });

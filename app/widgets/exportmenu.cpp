@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/widgets/exportmenu.h"
 
+#include "app/widgets/memory.h"
 #include "app/widgets/messagebox.h"
 
 #include <QAbstractScrollArea>
@@ -16,6 +17,17 @@
 namespace {
 
 const char writeFailedText[] = "The file could not be written.";
+
+/// Empty if the user wants none.
+QString chosenFile(QWidget* widget, const QString& title, const QString& offeredName)
+{
+    const QString suffix = QFileInfo(offeredName).suffix();
+    QFileDialog dialog(widget->window(), title, QString(), "*." + suffix);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(suffix);
+    dialog.selectFile(offeredName);
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
 
 } // namespace
 
@@ -38,7 +50,7 @@ QAction* ExportMenu::addEntry(const QString& name, const QString& text,
     action->setShortcuts(keys);
     // An editor in a cell keeps the keys for itself.
     action->setShortcutContext(Qt::WidgetShortcut);
-    connect(action, &QAction::triggered, this, act);
+    connect(action, &QAction::triggered, this, [this, act] { whileMemoryLasts(owner, act); });
     owner->addAction(action);
     menu->addAction(action);
     return action;
@@ -78,16 +90,13 @@ void copyText(const QString& text)
 void saveAs(QWidget* widget, const QString& title, const QString& offeredName,
             const std::function<std::optional<QByteArray>()>& content)
 {
-    const QString suffix = QFileInfo(offeredName).suffix();
-    QFileDialog dialog(widget->window(), title, QString(), "*." + suffix);
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(suffix);
-    dialog.selectFile(offeredName);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+    // The dialog is gone before the content takes its memory.
+    const QString path = chosenFile(widget, title, offeredName);
+    if (path.isEmpty()) {
         return;
     }
     const std::optional<QByteArray> bytes = content();
-    if (bytes && !writeFile(dialog.selectedFiles().first(), *bytes)) {
+    if (bytes && !writeFile(path, *bytes)) {
         showMessage(widget, writeFailedText);
     }
 }

@@ -219,6 +219,7 @@ private:
     void drawComparison();
 
     // Menu "File"
+    void saveProject(const QString& path);
     void openProject(const QString& path);
     void showFileError(const QString& error);
     ProjectItems projectItems() const;

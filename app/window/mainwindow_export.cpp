@@ -7,6 +7,7 @@
 #include "app/charts/chartexport.h"
 #include "app/charts/histogramview.h"
 #include "app/tables/tableexport.h"
+#include "app/widgets/memory.h"
 #include "app/window/mainwindow.h"
 #include "ui_mainwindow.h"
 
@@ -19,10 +20,12 @@ void MainWindow::addExports()
 {
     auto* summary = new QAction("Copy analysis summary", this);
     summary->setObjectName("actionCopySummary");
-    connect(summary, &QAction::triggered, this, [this] { copyText(analysisSummary()); });
+    connect(summary, &QAction::triggered, this,
+            [this] { whileMemoryLasts(this, [this] { copyText(analysisSummary()); }); });
     auto* allFound = new QAction("Copy all findings", this);
     allFound->setObjectName("actionCopyFindings");
-    connect(allFound, &QAction::triggered, this, [this] { copyText(allFindings().join('\n')); });
+    connect(allFound, &QAction::triggered, this,
+            [this] { whileMemoryLasts(this, [this] { copyText(allFindings().join('\n')); }); });
     addTableExports({summary, allFound});
     addChartExports({summary, allFound});
 }

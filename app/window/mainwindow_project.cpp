@@ -4,6 +4,7 @@
 
 #include "analysis/projectstudy.h"
 #include "app/widgets/boundedit.h"
+#include "app/widgets/memory.h"
 #include "app/window/mainwindow.h"
 #include "io/csv.h"
 #include "io/projectfile.h"
@@ -63,10 +64,16 @@ void chooseItem(QComboBox* box, int index)
 
 void MainWindow::saveModels()
 {
-    const QString path = QFileDialog::getSaveFileName(this, "Save...", "", "");
-    if (path.isEmpty()) {
-        return;
-    }
+    whileMemoryLasts(this, [this] {
+        const QString path = QFileDialog::getSaveFileName(this, "Save...", "", "");
+        if (!path.isEmpty()) {
+            saveProject(path);
+        }
+    });
+}
+
+void MainWindow::saveProject(const QString& path)
+{
     // Unbuffered, so that a full disk is noticed by the write that it concerns.
     SafeFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)
