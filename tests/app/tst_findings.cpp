@@ -120,35 +120,36 @@ private slots:
             lines += QByteArray::number(sample) + (sample < 30 ? ",0" : ",1") + ",7.5,3\n";
         }
         pressAndAnswer("__pb_importFbF",
-                       {files.write("raw_results_emax.csv", lines),
-                        files.writeRawResults("raw_results_linear.csv", {{7, 1}, {7, 3}})});
+                       {files.writeRawResults("raw_results_emax.csv", {{7, 1}, {7, 3}}),
+                        files.write("raw_results_linear.csv", lines)});
         QVERIFY2(status().startsWith("2 models, 1 data set"), qPrintable(status()));
-        QVERIFY(tip("statusBar").contains("\nemax: 30 of 101"));
+        QVERIFY(tip("statusBar").contains("linear: 30 of 101"));
         user::rest(the<QWidget>("statusBar"), {});
-        QVERIFY(tip("statusBar").contains("emax, endpoint: There is no endpoint expression"));
+        QVERIFY(tip("statusBar").contains("linear, endpoint: There is no endpoint expression"));
         reach<QWidget>(weights);
+        type("_0_sb_model", "1");
         QVERIFY(tip("_0_sb_model").contains("30 of 101"));
         for (QTableWidgetItem* name :
-             {the<QTableWidget>(endpoints)->verticalHeaderItem(0),
-              the<QTableWidget>(weights)->verticalHeaderItem(0),
-              the<QTableWidget>("_2_tw_relativeWeight")->horizontalHeaderItem(0)}) {
+             {the<QTableWidget>(endpoints)->verticalHeaderItem(1),
+              the<QTableWidget>(weights)->verticalHeaderItem(1),
+              the<QTableWidget>("_2_tw_relativeWeight")->horizontalHeaderItem(1)}) {
             QCOMPARE(name->toolTip(), tip("_0_sb_model"));
             QVERIFY(name->data(Qt::BackgroundRole).isValid());
         }
         // The third and fourth piece of the heading are one name; ofv stands in column 4.
         const auto* drifted = the<QTableWidget>("_0_tw_RawResults")->horizontalHeaderItem(3);
         QVERIFY2(drifted->toolTip().contains("ofv"), qPrintable(drifted->toolTip()));
-        type("_0_sb_model", "1");
+        type("_0_sb_model", "0");
         QVERIFY(!tip("_0_sb_model").contains("30 of 101"));
 
-        user::clickCell(reach<QTableWidget>(endpoints), 0, 0);
+        user::clickCell(reach<QTableWidget>(endpoints), 1, 0);
         user::clickCell(the<QTableWidget>("_1_tw_rawResLabels"), 0, 2);
         QVERIFY(status().contains("OMEGA(2,1)"));
         QStatusTipEvent ofMenu(""); // as a menu sends it
         QApplication::sendEvent(window.get(), &ofMenu);
         QVERIFY(status().contains("OMEGA(2,1)"));
-        edit(weights, 1, 0, "2");
-        user::clickCell(reach<QTableWidget>("_2_tw_relativeWeight"), 0, 1);
+        edit(weights, 0, 0, "2");
+        user::clickCell(reach<QTableWidget>("_2_tw_relativeWeight"), 0, 0);
         QCOMPARE(status(), "Selected model of this bootstrap sample");
     }
 
@@ -210,11 +211,11 @@ private slots:
         type("_2_sb_dataNumber", "1");
         QCOMPARE(the<QTableWidget>("_2_tw_relativeWeight")->rowCount(), 2);
         type("_0_sb_model", "1");
-        press("_2_cb_logScale");
-        QCOMPARE(the<QTableWidget>("_2_tw_relativeWeight")->rowCount(), 0);
         for (const char* widget : {"_0_sb_data", "_3_cb_dataNumber", startSelection}) {
             QVERIFY2(tip(widget).contains("Page \"0\""), widget);
         }
+        press("_2_cb_logScale");
+        QCOMPARE(the<QTableWidget>("_2_tw_relativeWeight")->rowCount(), 0);
     }
 
     void everythingHasANameAndCanBeReached()
