@@ -116,9 +116,10 @@ private slots:
         edit(omega, 0, 1, "Col2");
         edit(omega, 0, 1, "col3"); // not accepted
         QCOMPARE(rows(omega), QStringList({"0 COL2", "COL2 0"}));
-        edit(omega, 1, 0, "0");
+        edit(omega, 1, 0, "0.5");
         edit(omega, 1, 1, "1234567.89");
-        QCOMPARE(rows(omega), QStringList({"0 0", "0 1.23457e+06"}));
+        QCOMPARE(rows(omega), QStringList({"0 0.5", "0.5 1.23457e+06"}));
+        edit(omega, 0, 1, "0");
         type("_1_sb_numSimulations", "1");
         user::clickCell(the<QTableWidget>(endpoints), 1, 0);
         QVERIFY(the<QTableWidget>(omega)->isHidden());

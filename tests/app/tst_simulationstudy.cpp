@@ -121,9 +121,11 @@ private slots:
             return ProjectBytes(items);
         };
         openWindow();
+        const QByteArray fresh = save();
         importSlopes();
         chooseDoses();
         edit(endpoints, 1, 0, "THETA1*DOSE*2+ETA1");
+        edit("_1_tw_etaDefinition", 0, 0, "COL20");
         choose("_1_cb_iivEndPoint", 2);
         edit("_2_tw_weightDefinition", 0, 0, "");
         press("_2_cb_logScale");
@@ -135,6 +137,7 @@ private slots:
         open(whole.bytes.left(whole.ends.at(2)));
         const ProjectBytes results = savedItems();
         const Rows<QByteArray, QByteArray> row("part", "saved");
+        row("an empty file", "", fresh);
         for (int count = 6; count <= 17; ++count) {
             const QByteArray part = whole.bytes.left(whole.ends.at(count));
             row(qPrintable(QString("%1 items").arg(count)), part,
