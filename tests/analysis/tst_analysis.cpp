@@ -6,7 +6,7 @@
 #include "analysis/truth.h"
 #include "analysis/weights.h"
 #include "tests/support/compare.h"
-#include "tests/support/testrows.h"
+#include "tests/support/rows.h"
 
 using Numbers = QVector<double>;
 static const double none = qQNaN();
@@ -18,7 +18,7 @@ class TestAnalysis : public QObject
 private slots:
     void parsesNumberLists_data()
     {
-        const auto row = rowsOf<QString, Numbers>("text", "numbers");
+        const Rows<QString, Numbers> row("text", "numbers");
         row("range beyond its end", "0:3:10", {0, 3, 6, 9, 12});
         row("range that leads away", "10:1:0", {});
         row("range too long", "1:1:100001", {});
@@ -36,7 +36,7 @@ private slots:
 
     void weighsModels_data()
     {
-        const auto row = rowsOf<Table, bool, Numbers, int>("values", "log", "weights", "selected");
+        const Rows<Table, bool, Numbers, int> row("values", "log", "weights", "selected");
         const double e = std::exp(-1.0);
         row("logarithms", {{-100}, {-101}, {none}}, true, {1 / (1 + e), e / (1 + e), 0}, 0);
         row("first is NaN", {{none}, {-5000}, {-5000}}, true, {0, 0.5, 0.5}, 1);
@@ -68,7 +68,7 @@ private slots:
 
     void selects_data()
     {
-        const auto row = rowsOf<Table, Numbers>("endpoints", "probability"); // [sample][dose]
+        const Rows<Table, Numbers> row("endpoints", "probability"); // [sample][dose]
         row("bounds", {{0.5, 0}, {2, 1}, {0.7, none}, {0.9, 1}}, {75, 50});
         row("sample without a model", {{}, {1, 1, 1}}, {50, 50});
         row("thirds", {{1, 5}, {5, 1}, {5, 1}}, {33.33333333333333, 66.66666666666666});
@@ -84,7 +84,7 @@ private slots:
 
     void averages_data()
     {
-        const auto row = rowsOf<Table, bool, Numbers>("weights", "individual", "probability");
+        const Rows<Table, bool, Numbers> row("weights", "individual", "probability");
         row("weights of each sample", {{1, 0}, {0.25, 0.75}}, true, {87.5});
         row("weights of the first for all", {{1, 0}, {0.25, 0.75}}, false, {50});
         row("invalid weight", {{none, 1}}, true, {0});
@@ -105,7 +105,7 @@ private slots:
 
     void searchesDoses_data()
     {
-        const auto row = rowsOf<Numbers, Numbers>("probability", "doses");
+        const Rows<Numbers, Numbers> row("probability", "doses");
         row("dip", {10, 60, 40, 90}, {3, 1, none});
         row("all above", {60, 70, 80, 90}, {0, 0, none});
         row("equal at the end", {10, 20, 30, 50}, {none, 1, none});
@@ -123,7 +123,7 @@ private slots:
 
     void readsTrueModels_data()
     {
-        const auto row = rowsOf<Table, QVector<int>, bool>("table", "numbers", "isValid");
+        const Rows<Table, QVector<int>, bool> row("table", "numbers", "isValid");
         row("column", {{1}, {0, 7}, {1}}, {1, 0, 1}, true);
         row("row", {{1.9, -0.5, 0.1}}, {1, 0, 0}, true);
         row("negative", {{0}, {-1}, {1}}, {0, -1, 1}, false);
@@ -141,7 +141,7 @@ private slots:
 
     void findsTheoreticalMeds_data()
     {
-        const auto row = rowsOf<double, Numbers, double>("given", "endpoints", "med");
+        const Rows<double, Numbers, double> row("given", "endpoints", "med");
         row("between doses", 1.5, {0.2, 0.3, 0.6, 0.7}, 2);
         row("at a dose", 1, {0.2, 0.6, 0.9, 0.95}, 1);
         row("NaN, all on the upper bound", none, {1, 1, 1, 1}, 0);

@@ -6,7 +6,7 @@
 #include "analysis/probability.h"
 #include "model/randomng.h"
 #include "tests/support/compare.h"
-#include "tests/support/testrows.h"
+#include "tests/support/rows.h"
 
 static const double none = qQNaN();
 
@@ -52,7 +52,7 @@ class TestCheckUp : public QObject
 private slots:
     void readsColumnNames_data()
     {
-        const auto row = rowsOf<QString, QString>("line", "names");
+        const Rows<QString, QString> row("line", "names");
         row("commas within quotes", "'OMEGA(2,1)','V2,label=V, central',CL",
             "OMEGA(2,1)|V2,label=V, central|CL");
         row("quotes within quotes", "'a ''b'', c','''d''',e'f", "a 'b', c|'d'|e'f");
@@ -70,7 +70,7 @@ private slots:
 
     void describesColumns_data()
     {
-        const auto row = rowsOf<int, QString, QString>("colNumTHETA1", "names", "description");
+        const Rows<int, QString, QString> row("colNumTHETA1", "names", "description");
         const QString labels = "ofv,CL,IVCL,SIGMA(1;1),seCL,";
         row("no number", 2, labels, "COL3, read as THETA2, named IVCL, no number in the first row");
         row("behind the THETAs", 2, labels, "COL4, named SIGMA(1;1), first value 1");
@@ -110,7 +110,7 @@ private slots:
 
     void findsFaultsOfSamples_data()
     {
-        const auto row = rowsOf<Table, QString>("samples", "findings");
+        const Rows<Table, QString> row("samples", "findings");
         const Table good = samples(0, 9);
         row("original fit failed", with(good, 0, 1, 0),
             "1 of 10 samples (10 %) did not converge/the original fit did not converge");
@@ -140,7 +140,7 @@ private slots:
 
     void findsFaultsOfHeadings_data()
     {
-        const auto row = rowsOf<QString, int, int, QString>("heading", "ofv", "theta", "findings");
+        const Rows<QString, int, int, QString> row("heading", "ofv", "theta", "findings");
         row("OFV elsewhere", usualHeading, 3, 5,
             "ofv is column 4, weights read column 3, named estimate_near_boundary");
         row("no OFV", "model,a,b,c,d,e", 20, 5,
@@ -200,7 +200,7 @@ private slots:
 
     void remarksOnInputs_data()
     {
-        const auto row = rowsOf<QStringList, QString>("found", "remarks");
+        const Rows<QStringList, QString> row("found", "remarks");
         row("range", checkDoses("0:0.1:0.3"), "");
         row("beyond the end", checkDoses("0:3:10"),
             "The last dose, 12, lies beyond the end of the range, 10.");
@@ -241,7 +241,7 @@ private slots:
 
     void checksCovariances_data()
     {
-        const auto row = rowsOf<Table, QString>("omega", "remarks");
+        const Rows<Table, QString> row("omega", "remarks");
         row("square of 0", {{-1e-300}}, "");
         row("last ETA follows from the others", {{1, 1}, {1, 1}}, "");
         row("covariance too large", {{1, 2}, {2, 1}}, "*endpoints with ETA2 are NaN.");

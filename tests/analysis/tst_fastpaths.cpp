@@ -5,7 +5,7 @@
 #include "tests/support/compare.h"
 #include "tests/support/logcapture.h"
 #include "tests/support/randomnumbers.h"
-#include "tests/support/testrows.h"
+#include "tests/support/rows.h"
 
 constexpr int studySamples = 150; // more than are evaluated ahead at a time
 
@@ -41,7 +41,7 @@ class TestFastPaths : public QObject
 private slots:
     void evaluatesAhead_data()
     {
-        const auto row = rowsOf<int, int>("individuals", "asked");
+        const Rows<int, int> row("individuals", "asked");
         row("all samples", 31, studySamples);
         row("given up, random numbers given back", 100, 37);
         row("too much work for one piece", 60000, 2);
@@ -79,7 +79,7 @@ private slots:
 
     void boundsWhatIsAhead_data()
     {
-        const auto row = rowsOf<QString, int, int>("expression", "individuals", "samplesAhead");
+        const Rows<QString, int, int> row("expression", "individuals", "samplesAhead");
         row("without ETAs", "(DOSE)", 10000, 64);
         row("omega of zeros", "(ETA1)+DOSE", 10000, 1);
         row("long expression", QString("(DOSE)+").repeated(2000) + "1", 1, 26);

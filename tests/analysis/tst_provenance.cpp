@@ -3,7 +3,7 @@
 #include "analysis/endpointcache.h"
 #include "analysis/projectstudy.h"
 #include "analysis/results.h"
-#include "tests/support/testrows.h"
+#include "tests/support/rows.h"
 
 #include <functional>
 
@@ -41,21 +41,11 @@ class TestProvenance : public QObject
 private slots:
     void namesWhatChanged_data()
     {
-        const auto row = rowsOf<QString, bool, Edit>("changed", "ofTypicalCurve", "edit");
+        const Rows<QString, bool, Edit> row("changed", "ofTypicalCurve", "edit");
         row("number", "results", true, [](Study& s) { s.rawResults[1][1][2][0] = 2; });
-        row("dose", "doses", true, [](Study& s) { s.doses[1] = 0.6; });
-        row("other model's endpoint", "endpoints", false,
-            [](Study& s) { s.endPoints[1].endPointParser.expression = "1"; });
-        row("omega", "endpoints", true, [](Study& s) { first(s).omega[0][0] = 1; });
-        row("column", "endpoints", true, [](Study& s) { first(s).omegaColumns[0][0] = 1; });
         row("ETA that is always 0", "", false, [](Study& s) { first(s).resizeOmega(2); });
         row("number below a column", "", false, [](Study& s) { s.endPoints[1].omega[0][0] = 4; });
-        row("summary", "endpoints", true, [](Study& s) { first(s).populationSummary = 50; });
-        row("people", "individuals", true, [](Study& s) { first(s).numSimulations = 9; });
-        row("OFV column", "weights", false, [](Study& s) { first(s).colNumOFV = 9; });
         row("shown model", "weights", false, [](Study& s) { s.shownModel = 7; });
-        row("upper bound", "interval", false, [](Study& s) { s.target.upper = 9; });
-        row("OFV use", "choices", false, [](Study& s) { s.individualOfv = false; });
         row("model", "endpoints, weights", false, [](Study& s) { s.endPoints.removeLast(); });
     }
     void namesWhatChanged()

@@ -3,7 +3,7 @@
 #include "analysis/checkup/definitioncheck.h"
 #include "analysis/checkup/studycheck.h"
 #include "tests/support/compare.h"
-#include "tests/support/testrows.h"
+#include "tests/support/rows.h"
 
 using Counts = QMap<int, int>; // of missing samples, by data set
 static const double none = qQNaN();
@@ -35,8 +35,8 @@ class TestStudyCheck : public QObject
 private slots:
     void countsSamplesWithoutWeight_data()
     {
-        const auto row = rowsOf<QString, QVector<double>, QString, QString>("weights", "column",
-                                                                            "choices", "text");
+        const Rows<QString, QVector<double>, QString, QString> row("weights", "column", "choices",
+                                                                   "text");
         const QVector<double> gaps{none, 1, none, 2, 3, 4};
         const QVector<double> late{1, none, 2};
         const QString two =
@@ -72,8 +72,7 @@ private slots:
 
     void looksAtAllDataSets_data()
     {
-        const auto row =
-            rowsOf<Counts, int, bool, QString>("missing", "dataSets", "individual", "text");
+        const Rows<Counts, int, bool, QString> row("missing", "dataSets", "individual", "text");
         row("nothing missing", {}, 300, true, "");
         row("more than can be looked at", {{7, 1}}, 300, true,
             "In data set 7, 1 of 1000 *99.9 %. Data sets from 190 on were not looked at.");

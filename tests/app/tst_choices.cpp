@@ -171,19 +171,6 @@ private slots:
         user::clickCell(the<QTableWidget>("_4_tw_doseChoice"), 0, 1);
         QCOMPARE(curve(plot), QVector<double>(4, 0));
     }
-
-    void copyTheTableWithTheKeyboard()
-    {
-        openWindow();
-        calculateDoses(1);
-        compareWithTruth();
-        for (const char* name :
-             {"_5_tw_trueModelTMED", "_5_tw_Summary", "_5_tw_aveUnderEstOverEst"}) {
-            user::clickCell(reach<QTableWidget>(name), 1, 0);
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_C, Qt::ControlModifier);
-            QCOMPARE(QApplication::clipboard()->text(), cell(name, 1, 0));
-        }
-    }
 };
 
 QTEST_MAIN(TestChoices)

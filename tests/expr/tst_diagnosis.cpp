@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/diagnosis.h"
-#include "tests/support/testrows.h"
+#include "tests/support/rows.h"
 
 /// Places and messages, "5+1 no left; 7+0 missing", of a message those words alone that are
 /// expected and in it.
@@ -26,7 +26,7 @@ class TestDiagnosis : public QObject
 private slots:
     void findsFaultsOfForm_data()
     {
-        const auto row = rowsOf<QString, QString>("text", "findings");
+        const Rows<QString, QString> row("text", "findings");
         row("usual expression", "THETA2*(exp(DOSE/ED_50)-1)", "");
         row("nothing", "", "0+0 empty");
         row("minus sign", "-x", "0+1 result is 0: write (0-x)");
@@ -69,7 +69,7 @@ private slots:
 
     void cutsLongListsShort_data()
     {
-        const auto row = rowsOf<QString, int>("piece", "count");
+        const Rows<QString, int> row("piece", "count");
         row("signs", "-", 100);
         row("calls", "f(", 100);
         row("one number", "2", 1);
@@ -87,8 +87,8 @@ private slots:
     void findsFaultsOfNames_data()
     {
         const RowColumns usual{40, 21, 20};
-        const auto row = rowsOf<RowColumns, QString, QString, QString>("columns", "text",
-                                                                       "inEndpoint", "inWeight");
+        const Rows<RowColumns, QString, QString, QString> row("columns", "text", "inEndpoint",
+                                                              "inWeight");
         row("usual weight", usual, "(0-ofv/2)", "", "");
         row("blank weight", usual, " ", "0+1 blank", "");
         row("unknown number of columns", {0, 21, 20}, "COL41+COL99", "", "");

@@ -3,7 +3,7 @@
 #include "expr/parser.h"
 #include "tests/support/compare.h"
 #include "tests/support/logcapture.h"
-#include "tests/support/testrows.h"
+#include "tests/support/rows.h"
 
 static parser compiled(const QString& expression)
 {
@@ -19,7 +19,7 @@ class TestParser : public QObject
 private slots:
     void listsVariables_data()
     {
-        const auto row = rowsOf<QString, QString>("expression", "names");
+        const Rows<QString, QString> row("expression", "names");
         row("second name of the dose", "Dose*DOSE", "Time,C,DOSE,Dose");
         row("names of all three", "cp+t*IndepVariable", "t,cp,IndepVariable");
         row("blank and number", "b a+1e3*b", "Time,C,DOSE,b,a");
@@ -34,7 +34,7 @@ private slots:
 
     void evaluates_data()
     {
-        const auto row = rowsOf<QString, double>("expression", "result"); // DOSE 16, a 4, b 0.5
+        const Rows<QString, double> row("expression", "result"); // DOSE 16, a 4, b 0.5
         row("powers, products, sums", "2+3*4^2", 50);
         row("parentheses", "((2+3)*a)/b", 40);
         row("powers from the right", "2^3^2", 512);
@@ -83,7 +83,7 @@ private slots:
 
     void givesSomethingForMalformedTexts_data()
     {
-        const auto row = rowsOf<QString, double>("expression", "result"); // in slot 3: 4
+        const Rows<QString, double> row("expression", "result"); // in slot 3: 4
         row("lone name gives its slot", "a", 3);
         row("never closed", "(2+3", 5);
         row("sign in a call", "exp(-a/2)", 0);
@@ -110,47 +110,6 @@ private slots:
         QCOMPARE(inverted, QVector<double>({qInf(), -qInf()}));
         p.expression = "1+1";
         QVERIFY(!p.treeIsCurrent());
-    }
-
-    /// Tokens that no text gives, with kinds, codes and indices of any value.
-    void operatesOnAnyTokens_data()
-    {
-        const auto row = rowsOf<QString, double, QString>("tokens", "result", "message");
-        row("arc sine", "0:1 2:111", 1.5707963267948966, "");
-        row("arc cosine", "0:0 2:112", 1.5707963267948966, "");
-        row("arc tangent", "0:1 2:113", 0.7853981633974483, "");
-        row("code NaN", "0:4 2:nan", 0, "");
-        row("fractional code", "0:4 0:3 2:0.5", 64, "");
-        row("parenthesis of two", "0:4 0:3 2:100", 0, "");
-        row("slot above -1", "-1:4 1:-0.5 2:4", -3, "");
-        row("huge slot", "1:1e300 2:105", 0, "not enough");
-        row("right operand that is an operator", "0:4 2:5 2:3", 3, "Cannot");
-        row("binary operator of one", "0:4 2:1", 1, "This token");
-        row("closing parenthesis of one", "0:4 2:101", 101, "This token");
-    }
-    void operatesOnAnyTokens()
-    {
-        QFETCH(QString, tokens);
-        QFETCH(QString, message);
-        QFETCH(double, result);
-        QVector<parser_token> tree; // kind:value, the operator last
-        for (const QString& token : tokens.split(' ')) {
-            tree.append(parser_token());
-            tree.last().type = token.section(':', 0, 0).toInt();
-            tree.last().value = token.section(':', 1).toDouble();
-        }
-        const QVector<double> values{7};
-        const LogCapture log;
-        parser_token last = tree.constLast();
-        tree.size() == 2 ? last.operate(tree.at(0), values)
-                         : last.operate(tree.at(0), tree.at(1), values);
-        QCOMPARE(last.value, result);
-        QCOMPARE(log.messages().size(), message.isEmpty() ? 0 : 1);
-        QVERIFY(message.isEmpty() || log.messages().first().contains(message));
-        QCOMPARE(last.type == parser_token::Number, message.isEmpty() || message == "not enough");
-        const Program program(tree); // none where there is something to tell
-        QVERIFY(!program.isValid()
-                || (message.isEmpty() && program.evaluate(values.constData()) == result));
     }
 };
 

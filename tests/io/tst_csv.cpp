@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "io/csv.h"
 #include "io/csvexport.h"
+#include "tests/support/rows.h"
 #include "tests/support/studyfiles.h"
-#include "tests/support/testrows.h"
 
 #include <QTableWidget>
 
@@ -34,7 +34,7 @@ private slots:
 
     void reads_data()
     {
-        const auto row = rowsOf<QByteArray, QByteArray>("file", "rows"); // as csvwrite gives them
+        const Rows<QByteArray, QByteArray> row("file", "rows"); // as csvwrite gives them
         const QByteArray toBorder((1 << 20) - 3, 'x'); // files are read in pieces of this size
         row("line break at the border", toBorder + ",1\r\n2,\n3", "nan,1\n2,nan\n3\n");
         row("field across the border", "4\n" + toBorder + "56", "4\nnan\n");
@@ -106,7 +106,7 @@ private slots:
 
     void displays_data()
     {
-        const auto row = rowsOf<Table, QByteArray>("table", "cells");
+        const Rows<Table, QByteArray> row("table", "cells");
         row("last row is short", {{1234567, 0.25, qQNaN()}, {4, 5}},
             "1.23457e+06,0.25,nan\n4,5,NaN");
         row("row in between is longest", {{1, 2}, {1, 2, 3, 4}, {5, 6, 7}},

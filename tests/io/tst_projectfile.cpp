@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "io/csvexport.h"
 #include "tests/support/projectbytes.h"
+#include "tests/support/rows.h"
 #include "tests/support/studyfiles.h"
-#include "tests/support/testrows.h"
 
 #include <sys/resource.h>
 
@@ -46,7 +46,7 @@ private slots:
 
     void refusesWhatCannotBe_data()
     {
-        const auto row = rowsOf<QByteArray, int>("hex", "items");
+        const Rows<QByteArray, int> row("hex", "items");
         row("as many models as can be", "00000002 00000000 00000000", 1);
         row("one model too many", "00000003 00000000 00000000", 0);
         row("negative count", "00000001 00000001 00000001 ffffffff 00", 0);
@@ -61,7 +61,7 @@ private slots:
 
     void knowsProjectsByTheirStart_data()
     {
-        const auto row = rowsOf<QByteArray, bool>("file", "isProject");
+        const Rows<QByteArray, bool> row("file", "isProject");
         row("project without results", ProjectBytes({}).bytes, true);
         row("part of a count", QByteArray(3, '\0'), false);
         row("numbers to the end",

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "io/tablesizes.h"
-#include "tests/support/testrows.h"
+#include "tests/support/rows.h"
 
 constexpr int million = 1'000'000;
 
@@ -14,7 +14,7 @@ class TestTableSizes : public QObject
 private slots:
     void showsTables_data()
     {
-        const auto row = rowsOf<TableExtent, QSize, QSize>("extent", "withoutItems", "inPart");
+        const Rows<TableExtent, QSize, QSize> row("extent", "withoutItems", "inPart");
         row("no rows", {3, 0, 0, 3}, {3, 0}, {3, 0});
         row("a million cells", {1000, 1000, million, 0}, {1000, 1000}, {1000, 1000});
         row("one row more", {1000, 1001, 1'001'000, 0}, {1000, 1001}, {1000, 1000});

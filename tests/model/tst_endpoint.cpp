@@ -6,7 +6,7 @@
 #include "tests/support/compare.h"
 #include "tests/support/logcapture.h"
 #include "tests/support/randomnumbers.h"
-#include "tests/support/testrows.h"
+#include "tests/support/rows.h"
 
 #include <numeric>
 
@@ -66,7 +66,7 @@ private slots:
 
     void bindsNames_data()
     {
-        const auto row = rowsOf<QString, int, double>("expression", "rowSize", "result");
+        const Rows<QString, int, double> row("expression", "rowSize", "result");
         row("dose", "(DOSE)", 0, 2);
         row("THETA0 is the column before", "(THETA0)", 25, 20);
         row("OFV", "(ofv)", 20, 20);
@@ -95,7 +95,7 @@ private slots:
 
     void bindsWeights_data()
     {
-        const auto row = rowsOf<QString, int, double>("expression", "ofvColumn", "result");
+        const Rows<QString, int, double> row("expression", "ofvColumn", "result");
         row("OFV", "(0-ofv/2)", 21, -10.5);
         row("column", "(col20)", 21, 20);
         row("OFV beyond the row", "(ofv)", 26, none);
@@ -119,7 +119,7 @@ private slots:
 
     void simulatesPopulations_data()
     {
-        const auto row = rowsOf<int, int>("summary", "count");
+        const Rows<int, int> row("summary", "count");
         for (const int summary : {-1, 0, 25, 50, 75, 100}) {
             for (const int count : {-1, 0, 1, 2, 3, 97, 100, 2000}) { // the last in parallel
                 const QString name = summary < 0 ? "mean" : QString("percentile %1").arg(summary);
@@ -163,7 +163,7 @@ private slots:
 
     void takesOmegaFromTheRow_data()
     {
-        const auto row = rowsOf<Matrix, Columns, Matrix>("omega", "columns", "taken");
+        const Rows<Matrix, Columns, Matrix> row("omega", "columns", "taken");
         row("one side for both", {{5, 1}, {1, 6}}, {{0, 2}, {-1, 1}}, {{4, -3}, {-3, 9}});
         row("column beyond the row", {{5, 1}, {1, 6}}, {{3, 2}, {-1, -1}}, {{none, -3}, {-3, 6}});
         row("fewer columns than rows", {{5, 1}, {1, 6}}, {{0, 2}}, {{4, -3}, {-3, 6}});

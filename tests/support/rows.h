@@ -3,7 +3,7 @@
 #ifndef VELMORA_TESTS_SUPPORT_ROWS_H
 #define VELMORA_TESTS_SUPPORT_ROWS_H
 
-#include <QTest>
+#include <QtTest>
 
 /// Makes the columns of a data-driven test by their names, and then its rows, each by a call
 /// with its name and what stands in the columns.
