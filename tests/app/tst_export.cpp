@@ -145,7 +145,7 @@ private slots:
         type("_4_le_probabilities", "40"); // the comparison stays that of 40 and 60
         press("_4_pb_startCalculation");
         edit("_1_tw_endPoints", 1, 0, "THETA1+DOSE+ETA1");
-        edit("_1_tw_etaDefinition", 0, 0, "COL3");
+        edit("_1_tw_etaDefinition", 0, 0, "COL30");
         const QString text = copied("_4_tw_doseChoice", "Copy analysis summary");
         QVERIFY(text.startsWith("Velmora "));
         const QString made = "Model Selection, using individual ofv, 1.05 < endpoint <= 10\n";
@@ -155,7 +155,8 @@ private slots:
             "\nDoses: 0, 0.1, 2\nPopulation: Mean of the Population, 100 individuals\n",
             "\nMethod: Model Selection, using individual ofv\nLevels (%): 40\n",
             "\nmodel 1\traw_results_estimation_model1_data*.csv\t2\t2\tTHETA1+DOSE+ETA1\t(0-1-",
-            "\n\nOmega of model 1\nCOL3\n",
+            "\n\nOmega of model 1\nCOL30\n",
+            "\nmodel 1, omega: ",
             "\nRelative weights, data set 0\n",
             "\nmodel 1\t0.5\t1\n",
             "data set 0, " + made + "Stale, since changed: endpoints. It was made with:\n",

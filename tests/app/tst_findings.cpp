@@ -1,6 +1,5 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "model/randomng.h"
 #include "tests/support/projectbytes.h"
 #include "tests/support/windowtest.h"
 
@@ -90,21 +89,6 @@ private slots:
         set(input, right);
         QCOMPARE(found(place), QString());
         QVERIFY(!tip(place).contains(text.section('\n', 0, 0)));
-    }
-
-    void findingsHaveNoEffect()
-    {
-        defineStudy();
-        int curves = 0;
-        connect(the<QCustomPlot>("_1_cp_typicalDRPlot"), &QCustomPlot::afterReplot,
-                [&curves] { ++curves; });
-        const auto effects = [&](const char* formula) {
-            setRandomPosition(1);
-            curves = 0;
-            edit(endpoints, 1, 0, formula);
-            return std::pair(curves, randomPosition());
-        };
-        QCOMPARE(effects("-ETA1"), effects("(0-ETA1)"));
     }
 
     void whileTyping()

@@ -100,6 +100,7 @@ private slots:
         pressAndAnswer("_5_pb_simTrueModel", {files.write("models.csv", "1\n1\n1\n")}, headersText);
         pressAndAnswer("_5_pb_importSimRawRes",
                        {files.writeRawResults("raw_results_simulation.csv", {{0, 1}, {0, 9}})});
+        type("_4_le_probabilities", "7"); // for which no doses were selected
         press("_4_pb_compTruth");
         QCOMPARE(rows(trueModels), QStringList({"1 2"})); // 2 x 2 is the first above 2.5
         const char plot[] = "_5_cp_truthVisualization";
