@@ -5,6 +5,7 @@
 #include "model/randomng.h"
 
 #include <numeric>
+#include <utility>
 
 namespace {
 
@@ -189,13 +190,13 @@ bool EndpointRun::prepare(const GoesOn& goesOn)
                 started.containers.append(*std::move(container));
                 started.places.append({prepared.size() - 1, i, models.at(i)});
             } else {
-                const auto endpoints =
+                auto evaluated =
                     definition.evaluateEndpoint(*row, within(goesOn, definition.operationCount()));
-                if (!endpoints) {
+                if (!evaluated) {
                     giveBack();
                     return false;
                 }
-                prepared.last().endpoints[i] = *endpoints;
+                prepared.last().endpoints[i] = *std::move(evaluated);
                 // With ETAs it was too much to be one of several pieces of work.
                 numbers += definition.highestEta > 0 ? preparedNumbers : 0;
             }

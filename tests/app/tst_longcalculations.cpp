@@ -82,27 +82,27 @@ private slots:
         QFETCH(bool, waitsForDialog);
         QFETCH(Act, act);
         QFETCH(QString, text);
-        auto* edit = reach<QLineEdit>(doses);
-        edit->setFocus();
+        auto* list = reach<QLineEdit>(doses);
+        list->setFocus();
         QTimer timer;
         connect(&timer, &QTimer::timeout, [&] {
             if (visibleDialog() != nullptr || !waitsForDialog) {
                 timer.stop();
                 QVERIFY((visibleDialog() != nullptr) == waitsForDialog);
                 act();
-                QVERIFY(edit->text() == longList); // not within the handler
+                QVERIFY(list->text() == longList); // not within the handler
             }
         });
         timer.start(0);
         QApplication::clipboard()->setText(longList);
         const auto before = randomPosition();
-        QTest::keyClick(edit, Qt::Key_V, Qt::ControlModifier);
+        QTest::keyClick(list, Qt::Key_V, Qt::ControlModifier);
         QVERIFY(!timer.isActive() && visibleDialog() == nullptr);
         QCOMPARE(randomPosition(), before);
         QCOMPARE(the<QCustomPlot>(chart)->graphCount(), 0);
         QVERIFY(the<QCustomPlot>(chart)->toolTip().contains("was given up"));
 
-        QTRY_COMPARE(edit->text(), text);
+        QTRY_COMPARE(list->text(), text);
         if (text != longList) {
             const auto drawn = curve(chart);
             setRandomPosition(*before);

@@ -21,12 +21,12 @@ protected:
     void defineStudy()
     {
         openWindow();
-        RawResults results(2, QVector<Table>(3));
+        RawResults imported(2, QVector<Table>(3));
         for (int i = 0; i < 36; ++i) {
             const double ofv = i == 31 ? 9e3 : i * 7 % 11 / 2.0;
-            results[i % 2][i / 12].append({ofv, 0.5 + i * 5 % 13 / 10.0, i * 3 % 7 / 5.0});
+            imported[i % 2][i / 12].append({ofv, 0.5 + i * 5 % 13 / 10.0, i * 3 % 7 / 5.0});
         }
-        importStudy(results);
+        importStudy(imported);
         define("THETA1*DOSE+ETA1", "THETA1+DOSE*THETA2+ETA1", "0:0.5:5", "1.2");
         for (const int model : {1, 0}) {
             user::clickCell(reach<QTableWidget>("_1_tw_endPoints"), model, 0);
