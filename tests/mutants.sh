@@ -39,4 +39,4 @@ esac
 source packaging/build-steps.sh
 ensure_packages packaging/debian-packages.txt
 ensure_packages packaging/mutants-packages.txt
-exec python3 fuzz/mutants.py "$@"
+exec python3 tests/mutants.py "$@"
