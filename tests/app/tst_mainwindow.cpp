@@ -181,11 +181,11 @@ private slots:
 
     void readsBounds_data()
     {
-        const Rows<QString, double> row("bound", "probability");
-        row("placed by the program, inf stands for 10", "", 0);
-        row("typed by the user, inf is infinite", "inf", 100);
-        row("no number", "x", 0);
-        row("number", "1e9", 100);
+        const Rows<QString, double, QString> row("bound", "probability", "note");
+        row("placed by the program, inf stands for 10", "", 0, "bound stands for 10: endpoints");
+        row("typed by the user, inf is infinite", "inf", 100, "");
+        row("no number", "x", 0, "bound stands for 10: endpoints");
+        row("number", "1e9", 100, "");
     }
     void readsBounds()
     {
@@ -196,6 +196,24 @@ private slots:
         type("_3_le_upperBound", bound);
         press("_3_pb_calculatePoS");
         QTEST(curve("_3_cp_PoS").last(), "probability");
+        QFETCH(QString, note);
+        QVERIFY(tip("_3_cp_PoS").contains(note));
+        QCOMPARE(tip("_3_cp_PoS").contains("stands for"), !note.isEmpty());
+    }
+
+    void showsCurvesAndNumbersWhole()
+    {
+        defineStudy();
+        press("_3_pb_calculatePoS");
+        for (const char* chart : {"_1_cp_typicalDRPlot", "_3_cp_PoS"}) {
+            QCOMPARE(the<QCustomPlot>(chart)->graph(0)->pen(), QPen(QColor(153, 0, 0), 2));
+        }
+        type("_1_le_possibleDoses", "0,1.2345,2");
+        chooseDoses("1");
+        auto* table = the<QTableWidget>("_4_tw_doseChoice");
+        QVERIFY(table->columnWidth(0) >= table->fontMetrics().horizontalAdvance("1.2345"));
+        const auto* names = the<QTableWidget>("_2_tw_weightDefinition")->verticalHeader();
+        QVERIFY(names->maximumWidth() < window->width());
     }
 
     /// At dose 1 the endpoint of model 0 lies in the interval in samples 1 and 3 of data set 0
