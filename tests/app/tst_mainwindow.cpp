@@ -208,10 +208,10 @@ private slots:
         for (const char* chart : {"_1_cp_typicalDRPlot", "_3_cp_PoS"}) {
             QCOMPARE(the<QCustomPlot>(chart)->graph(0)->pen(), QPen(QColor(153, 0, 0), 2));
         }
-        type("_1_le_possibleDoses", "0,1.2345,2");
+        type("_1_le_possibleDoses", "1.23457e-123,2");
         chooseDoses("1");
         auto* table = the<QTableWidget>("_4_tw_doseChoice");
-        QVERIFY(table->columnWidth(0) >= table->fontMetrics().horizontalAdvance("1.2345"));
+        QVERIFY(table->columnWidth(0) >= table->fontMetrics().horizontalAdvance("1.23457e-123"));
         const auto* names = the<QTableWidget>("_2_tw_weightDefinition")->verticalHeader();
         QVERIFY(names->maximumWidth() < window->width());
     }
