@@ -66,6 +66,7 @@ private slots:
         importSimulationModels();
         calculate({toCurve, toDoses, toTruth});
         first = results();
+        QCOMPARE(cell("_1_tw_rawResLabels", 0, 20), "\"THETA1\""); // column 21
     }
 
     void changeTheirResults_data()
