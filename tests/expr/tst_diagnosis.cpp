@@ -92,7 +92,8 @@ private slots:
         row("usual weight", usual, "(0-ofv/2)", "", "");
         row("blank weight", usual, " ", "0+1 blank", "");
         row("unknown number of columns", {0, 21, 20}, "COL41+COL99", "", "");
-        row("OFV elsewhere", {40, 1, 21}, "1+ofv", "2+3 COL21", "");
+        row("OFV elsewhere", {40, 1, 21}, "1+ofv",
+            "2+3 is column 20 in an endpoint, and not the OFV column: write COL21", "");
         row("row without OFV", {19, 1, 20}, "1+ofv", "2+3 of", "2+3 of");
         row("all spellings of columns", usual, "col1+Col02+COL3+column4+Column40", "", "");
         row("columns that are none", usual, "COL41+COL0+COLUMN5+OFV",
