@@ -103,11 +103,16 @@ const char* afterLastFeed(const char* begin, const char* end)
     return feed.base();
 }
 
+enum class Reading {
+    Complete,
+    NotAscii, ///< has to be read by QTextStream
+    Failed
+};
+
 /// Reads plain ASCII text a piece at a time, so that the text never stands in memory beside
-/// all of its numbers. Nothing if there is another character.
-std::optional<QVector<QVector<double>>> readAscii(QIODevice& file, Heading heading)
+/// all of its numbers.
+Reading readAscii(QIODevice& file, Heading heading, QVector<QVector<double>>& table)
 {
-    QVector<QVector<double>> table;
     bool skip = heading == Heading::Skip;
     const auto appendLines = [&](const char* begin, const char* end) {
         if (skip && begin != end) {
@@ -122,7 +127,7 @@ std::optional<QVector<QVector<double>>> readAscii(QIODevice& file, Heading headi
     while (true) {
         const qint64 count = file.read(piece.data() + kept, piece.size() - kept);
         if (count < 0) {
-            return QVector<QVector<double>>();
+            return Reading::Failed;
         }
         if (count == 0) {
             break;
@@ -130,7 +135,7 @@ std::optional<QVector<QVector<double>>> readAscii(QIODevice& file, Heading headi
         char* const begin = piece.data();
         const char* const end = begin + kept + count;
         if (!isAscii(begin + kept, end)) {
-            return std::nullopt;
+            return Reading::NotAscii;
         }
         const char* const linesEnd = afterLastFeed(begin + kept, end);
         const char* const rest = linesEnd == begin + kept ? begin : linesEnd;
@@ -139,32 +144,38 @@ std::optional<QVector<QVector<double>>> readAscii(QIODevice& file, Heading headi
         std::memmove(begin, rest, std::size_t(kept));
         if (kept == piece.size()) {
             if (kept >= longestLine) {
-                return QVector<QVector<double>>();
+                return Reading::Failed;
             }
             piece.resize(2 * piece.size());
         }
     }
     appendLines(piece.constData(), piece.constData() + kept);
-    return table;
+    return Reading::Complete;
 }
 
-/// The next line; nothing if it is too long.
-std::optional<QString> readLine(QTextStream& stream)
+/// The next line; nothing if it is too long or cannot be read. The stream itself takes what
+/// cannot be read for the end of a line, never for that of the file.
+std::optional<QString> readLine(QTextStream& stream, const QFile& file)
 {
     const QString line = stream.readLine(longestLine);
-    return line.size() < longestLine ? std::optional(line) : std::nullopt;
+    const bool isRead = file.error() == QFile::NoError && line.size() < longestLine;
+    return isRead ? std::optional(line) : std::nullopt;
 }
 
-QVector<QVector<double>> readStream(QTextStream& stream, Heading heading)
+Reading readStream(QFile& file, Heading heading, QVector<QVector<double>>& table)
 {
-    QVector<QVector<double>> table;
-    if (heading == Heading::Skip && !readLine(stream)) {
-        return {};
+    table.clear();
+    if (!file.seek(0)) {
+        return Reading::Failed;
+    }
+    QTextStream stream(&file);
+    if (heading == Heading::Skip && !readLine(stream, file)) {
+        return Reading::Failed;
     }
     while (!stream.atEnd()) {
-        const std::optional<QString> line = readLine(stream);
+        const std::optional<QString> line = readLine(stream, file);
         if (!line) {
-            return {};
+            return Reading::Failed;
         }
         QVector<double> row;
         row.reserve(table.isEmpty() ? 0 : std::min(table.constLast().size(), line->size() + 1));
@@ -177,30 +188,43 @@ QVector<QVector<double>> readStream(QTextStream& stream, Heading heading)
         row.append(toNumber(line->midRef(begin)));
         table.append(row);
     }
-    return table;
+    return Reading::Complete;
 }
 
-bool openForReading(QFile& file)
+/// Regular files only: a pipe lets the program wait, and a device may never end. Qt warns
+/// when an empty name is opened, and a cancelled file dialog gives one.
+bool isReadable(const QString& path)
 {
-    // Regular files only: a pipe lets the program wait, and a device may never end. Qt warns
-    // when an empty name is opened, and a cancelled file dialog gives one.
-    return QFileInfo(file).isFile() && file.open(QIODevice::ReadOnly);
+    return QFileInfo(path).isFile();
 }
 
-QVector<QVector<double>> readTable(const QString& path, Heading heading)
+void noteUnread(const QString& path, QStringList* unread)
 {
+    const QString name = QFileInfo(path).fileName();
+    if (unread != nullptr && !unread->contains(name)) {
+        unread->append(name);
+    }
+}
+
+QVector<QVector<double>> readTable(const QString& path, Heading heading, QStringList* unread)
+{
+    if (!isReadable(path)) {
+        return {};
+    }
     QFile file(path);
-    if (!openForReading(file)) {
+    QVector<QVector<double>> table;
+    Reading reading = Reading::Failed;
+    if (file.open(QIODevice::ReadOnly)) {
+        reading = readAscii(file, heading, table);
+        if (reading == Reading::NotAscii) {
+            reading = readStream(file, heading, table);
+        }
+    }
+    if (reading == Reading::Failed) {
+        noteUnread(path, unread);
         return {};
     }
-    if (const auto table = readAscii(file, heading)) {
-        return *table;
-    }
-    if (!file.seek(0)) {
-        return {};
-    }
-    QTextStream stream(&file);
-    return readStream(stream, heading);
+    return table;
 }
 
 void writeRows(QTextStream& stream, const QVector<QVector<double>>& table)
@@ -218,25 +242,33 @@ void writeRows(QTextStream& stream, const QVector<QVector<double>>& table)
 
 } // namespace
 
-QVector<QVector<double>> csvReadToDouble(QString path)
+QVector<QVector<double>> csvReadToDouble(QString path, QStringList* unread)
 {
-    return readTable(path, Heading::None);
+    return readTable(path, Heading::None, unread);
 }
 
-QVector<QVector<double>> csvWithHeaderReadToDouble(QString path)
+QVector<QVector<double>> csvWithHeaderReadToDouble(QString path, QStringList* unread)
 {
-    return readTable(path, Heading::Skip);
+    return readTable(path, Heading::Skip, unread);
 }
 
-QStringList csvWithHeaderReadHeader(QString path)
+QStringList csvWithHeaderReadHeader(QString path, QStringList* unread)
 {
-    QFile file(path);
-    if (!openForReading(file)) {
+    if (!isReadable(path)) {
         return {};
     }
-    QTextStream stream(&file);
-    const std::optional<QString> line = stream.atEnd() ? std::nullopt : readLine(stream);
-    return line ? line->split(',') : QStringList();
+    QFile file(path);
+    if (file.open(QIODevice::ReadOnly)) {
+        QTextStream stream(&file);
+        if (stream.atEnd()) {
+            return {};
+        }
+        if (const std::optional<QString> line = readLine(stream, file)) {
+            return line->split(',');
+        }
+    }
+    noteUnread(path, unread);
+    return {};
 }
 
 void csvwrite(QString path, QVector<QVector<double>> table)

@@ -14,17 +14,20 @@ class QTableWidget;
 // trimming. A table is indexed [row][column]; rows may differ in length, and a
 // field that is no number (QString::toDouble) is NaN.
 
+// A reader adds the name of a file that cannot be read to its end, without folders, to unread.
+// A file that is missing is none of these.
+
 /// Every line of the file as a row of numbers.
-/// An empty line is a row of one NaN. Empty when the file cannot be read, is none, such as a
-/// pipe, or has a line of 268 million characters.
-QVector<QVector<double>> csvReadToDouble(QString path);
+/// An empty line is a row of one NaN. Empty when the file cannot be read to its end, is none,
+/// such as a pipe, or has a line of 268 million characters.
+QVector<QVector<double>> csvReadToDouble(QString path, QStringList* unread = nullptr);
 
 /// The same without the first line, the heading.
-QVector<QVector<double>> csvWithHeaderReadToDouble(QString path);
+QVector<QVector<double>> csvWithHeaderReadToDouble(QString path, QStringList* unread = nullptr);
 
 /// The fields of the first line as they stand, quotes included.
-/// Empty when the file cannot be read or has no content.
-QStringList csvWithHeaderReadHeader(QString path);
+/// Empty when the line cannot be read or the file has no content.
+QStringList csvWithHeaderReadHeader(QString path, QStringList* unread = nullptr);
 
 /// Writes the table, one line per row, numbers with at most 6 significant digits.
 /// A file that cannot be opened is reported on the debug log only; so for all writers.

@@ -147,13 +147,15 @@ ImportCheckUp checkUp(const RawResults& rawResults, const QVector<QStringList>& 
 }
 
 ImportCheckUp checkUp(const RawResults& rawResults, const QVector<Heading>& headings,
-                      const QStringList& modelNames, int colNumOFV, int colNumTHETA1)
+                      const QStringList& modelNames, int colNumOFV, int colNumTHETA1,
+                      const QVector<QStringList>& unread)
 {
     QVector<CheckedModel> models;
     for (int model = 0; model < rawResults.size(); ++model) {
         const QString name = modelNames.value(model);
         models.append(modelOf(name.isEmpty() ? QString("model %1").arg(model) : name,
                               headings.value(model), colNumOFV));
+        models.last().unread = unread.value(model);
     }
     countAll(rawResults, models);
     const bool zeroSeen = hasZero(models);

@@ -35,8 +35,10 @@ struct ImportCheckUp
 ImportCheckUp checkUp(const RawResults& rawResults, const QVector<QStringList>& headings,
                       const QStringList& modelNames, int colNumOFV, int colNumTHETA1);
 
-/// The same with headings that were read before.
+/// The same with headings that were read before. unread has the names of files that could not
+/// be read to their end, [model]; models may be missing.
 ImportCheckUp checkUp(const RawResults& rawResults, const QVector<Heading>& headings,
-                      const QStringList& modelNames, int colNumOFV, int colNumTHETA1);
+                      const QStringList& modelNames, int colNumOFV, int colNumTHETA1,
+                      const QVector<QStringList>& unread = {});
 
 #endif

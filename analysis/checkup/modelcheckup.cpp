@@ -123,6 +123,9 @@ QString nameAt(const CheckedModel& model, int column)
 /// Whether the samples can be looked at any further.
 bool checkReadable(CheckedModel& model)
 {
+    for (const QString& finding : unreadFindings(model.unread)) {
+        addFinding(model, Kind::Unreadable, finding);
+    }
     const QChar separator = model.heading.foreignSeparator;
     if (model.dataSets.isEmpty()) {
         addFinding(model, Kind::Unreadable, "no data set was read");

@@ -37,6 +37,7 @@ struct Finding
 struct CheckedModel
 {
     QString name;
+    QStringList unread; ///< files that could not be read to their end
     Heading heading;
     QStringList names; ///< of the columns; empty if the file has no readable heading
     SampleColumns columns;

@@ -318,6 +318,15 @@ QStringList checkIndividualsAfterOpening(const Study& study, bool opened)
                 .arg(study.individuals)};
 }
 
+QStringList checkReadToEnd(const QStringList& files)
+{
+    QStringList sentences;
+    for (const QString& finding : unreadFindings(files)) {
+        sentences.append(finding + '.');
+    }
+    return sentences;
+}
+
 QStringList checkSimulationModels(const QStringList& files, bool importedBeforeResults)
 {
     if (files.isEmpty() || !importedBeforeResults) {

@@ -64,6 +64,10 @@ QStringList checkEndpointsGiven(const Study& study);
 /// stands as it was in the window. Nothing where no endpoint has ETAs.
 QStringList checkIndividualsAfterOpening(const Study& study, bool opened);
 
+/// That files of simulation models, true models or true MEDs of these names could not be read to
+/// their end, and count as empty. Nothing without files.
+QStringList checkReadToEnd(const QStringList& files);
+
 /// That simulation models from files of these names are still held although they were
 /// imported before the present results. Nothing without files.
 QStringList checkSimulationModels(const QStringList& files, bool importedBeforeResults);

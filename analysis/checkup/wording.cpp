@@ -30,3 +30,16 @@ QString enumerated(const QStringList& texts)
     return texts.mid(0, most).join(", ")
            + (texts.size() > most ? QString(" and %1 more").arg(texts.size() - most) : QString());
 }
+
+QStringList unreadFindings(const QStringList& files)
+{
+    if (files.isEmpty()) {
+        return {};
+    }
+    QStringList names;
+    for (const QString& file : files) {
+        names.append(shortName(file));
+    }
+    return {enumerated(names) + " could not be read to "
+            + (files.size() == 1 ? "its end" : "their ends")};
+}

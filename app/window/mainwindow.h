@@ -130,6 +130,7 @@ private:
     HeldInput* heldInput = nullptr; ///< while the typical curve is calculated
     ResultsSource source;
     SimulationSource simulationSource;
+    QStringList unreadTruth; ///< the last file of true models or MEDs if it could not be read
     TextSources texts;
     TypedOmega typedOmega; ///< while a number of ETAs is typed
     /// What the pages show beside the members above, with what it was made from; without the
@@ -162,9 +163,11 @@ private:
     void importFiles(QStringList paths);
     void importFolder(const QString& directory);
     void clearResults(const QString& place);
-    void readHeading(const QString& path);
     QString fileNameTemplate(int model, const QString& dataSet) const;
     QString rawResultsFileName(const QString& directory, int model, int dataSet) const;
+    void setModelCount(int count);
+    void readHeading(int model, const QString& path);
+    void readDataSet(int model, const QString& path);
     void readFirstModel(const QString& directory, ProgressLoop& progress);
     void readFurtherModel(const QString& directory, int model, int dataSetCount,
                           ProgressLoop& progress);

@@ -68,8 +68,8 @@ void MainWindow::readSimulationModels(const QStringList& paths)
     ProgressLoop progress(this, importLabel, abortImportText, paths.size(),
                           ProgressLoop::Construction::WhenNeeded);
     for (const QString& path : paths) {
-        simRawResults.append(csvWithHeaderReadToDouble(path));
-        simRawResultsHeaders.append(csvWithHeaderReadHeader(path));
+        simRawResults.append(csvWithHeaderReadToDouble(path, &simulationSource.unread));
+        simRawResultsHeaders.append(csvWithHeaderReadHeader(path, &simulationSource.unread));
         if (!progress.advance(simRawResults.size())) {
             simRawResults.clear();
             simRawResultsHeaders.clear();
@@ -85,10 +85,12 @@ void MainWindow::on__5_pb_simTrueModel_clicked()
 {
     const QString path =
         QFileDialog::getOpenFileName(this, trueModelTitle, ui->__lb_directory->text(), csvFilter);
-    const TrueModelNumbers read =
-        trueModelNumbers(csvReadToDouble(path), study().dataSetCount(), rawResults.size());
+    unreadTruth.clear();
+    const TrueModelNumbers read = trueModelNumbers(csvReadToDouble(path, &unreadTruth),
+                                                   study().dataSetCount(), rawResults.size());
     trueModelIndices = read.numbers;
     if (!read.isValid) {
+        changed(Change::Simulations);
         showMessage(this, trueModelFormatText);
         return;
     }
@@ -164,8 +166,10 @@ QStringList MainWindow::trueModelTexts() const
 /// fit the data sets leaves them empty, silently, and gives false.
 bool MainWindow::readTrueMeds()
 {
-    const Table file = csvReadToDouble(
-        QFileDialog::getOpenFileName(this, trueMedTitle, ui->__lb_directory->text(), csvFilter));
+    const QString path =
+        QFileDialog::getOpenFileName(this, trueMedTitle, ui->__lb_directory->text(), csvFilter);
+    unreadTruth.clear();
+    const Table file = csvReadToDouble(path, &unreadTruth);
     if (rawResults.isEmpty() || file.isEmpty() || file.size() != study().dataSetCount()
         || file.first().size() <= theoreticalMedColumn) {
         return false;

@@ -116,7 +116,8 @@ void MainWindow::watchResults()
     findings->watch(ui->_4_pb_compTruth, [=] {
         const quint64 then = simulationSource.fingerprint;
         const bool isEarlier = then != 0 && then != studyToKeep().fingerprint;
-        return ofTruth() + checkSimulationModels(simulationSource.files, isEarlier);
+        return checkReadToEnd(simulationSource.unread + unreadTruth) + ofTruth()
+               + checkSimulationModels(simulationSource.files, isEarlier);
     });
     const auto ofSelection = [=] { return ofDoses() + shown.selection.notes; };
     findings->watch(ui->_3_cp_PoS, {}, [=] { return ofCurve() + shown.curve.notes; });
@@ -204,7 +205,7 @@ QStringList MainWindow::checkedNames() const
 void MainWindow::renewCheckUp()
 {
     const QStringList names = checkedNames();
-    importCheckUp = checkUp(rawResults, headings, names, colNumOFV, colNumTHETA1);
+    importCheckUp = checkUp(rawResults, headings, names, colNumOFV, colNumTHETA1, source.unread);
     QStringList summedUp;
     for (int model = 0; model < importCheckUp.models.size(); ++model) {
         for (const QString& finding : importCheckUp.models.at(model).findings) {

@@ -44,7 +44,7 @@ void MainWindow::importFiles(QStringList paths)
     paths.sort(Qt::CaseSensitive);
     ui->__lb_directory->setText(paths.first().section('/', 0, -2));
     clearResults(ui->__lb_directory->text());
-    rawResults.resize(paths.size());
+    setModelCount(paths.size());
     QStringList names;
     for (const QString& path : qAsConst(paths)) {
         names.append(modelNameOf(path));
@@ -55,8 +55,8 @@ void MainWindow::importFiles(QStringList paths)
                               ProgressLoop::Construction::WhenNeeded);
         bool goesOn = true;
         for (int model = 0; goesOn && model < paths.size(); ++model) {
-            readHeading(paths.at(model));
-            rawResults[model].append(csvWithHeaderReadToDouble(paths.at(model)));
+            readHeading(model, paths.at(model));
+            readDataSet(model, paths.at(model));
             goesOn = progress.advance(model + 1);
         }
         if (!goesOn) {
@@ -91,7 +91,7 @@ void MainWindow::importFolder(const QString& directory)
         resultsNotFound();
         return;
     }
-    rawResults.resize(modelCount);
+    setModelCount(modelCount);
     for (int model = 0; model < modelCount; ++model) {
         source.files.append(fileNameTemplate(model, "*"));
     }
@@ -123,6 +123,17 @@ void MainWindow::clearResults(const QString& place)
     changed(Change::ResultsCleared);
 }
 
+void MainWindow::setModelCount(int count)
+{
+    rawResults.resize(count);
+    source.unread.resize(count);
+}
+
+void MainWindow::readDataSet(int model, const QString& path)
+{
+    rawResults[model].append(csvWithHeaderReadToDouble(path, &source.unread[model]));
+}
+
 /// Gives the imported models their definitions.
 void MainWindow::defineImported(const QStringList& modelNames)
 {
@@ -144,9 +155,9 @@ QString MainWindow::fileNameTemplate(int model, const QString& dataSet) const
 }
 
 /// Reads the heading of a further model. One that repeats the heading before shares its memory.
-void MainWindow::readHeading(const QString& path)
+void MainWindow::readHeading(int model, const QString& path)
 {
-    const QStringList pieces = csvWithHeaderReadHeader(path);
+    const QStringList pieces = csvWithHeaderReadHeader(path, &source.unread[model]);
     const bool isRepeated = !headings.isEmpty() && pieces == rawResultsHeaders.constLast();
     rawResultsHeaders.append(isRepeated ? rawResultsHeaders.constLast() : pieces);
     headings.append(isRepeated ? headings.constLast() : headingOf(pieces));
@@ -155,7 +166,7 @@ void MainWindow::readHeading(const QString& path)
 /// Reads the data sets of model 0, whose number is that of every model.
 void MainWindow::readFirstModel(const QString& directory, ProgressLoop& progress)
 {
-    readHeading(rawResultsFileName(directory, 0, 0));
+    readHeading(0, rawResultsFileName(directory, 0, 0));
     for (int dataSet = 0;; ++dataSet) {
         const QString path = rawResultsFileName(directory, 0, dataSet);
         if (!QFile::exists(path)) {
@@ -165,11 +176,13 @@ void MainWindow::readFirstModel(const QString& directory, ProgressLoop& progress
         const QString defaultPath =
             directory + "/raw_results_estimation_model0_data" + QString::number(dataSet) + ".csv";
         const bool isRead = dataSet == 0 && path == defaultPath;
-        if (!isRead && csvWithHeaderReadHeader(defaultPath) != rawResultsHeaders.first()) {
+        if (!isRead
+            && csvWithHeaderReadHeader(defaultPath, &source.unread.first())
+                   != rawResultsHeaders.first()) {
             showMessage(this, headerMismatchText);
             return;
         }
-        rawResults.first().append(csvWithHeaderReadToDouble(path));
+        readDataSet(0, path);
         if (!progress.poll()) {
             return;
         }
@@ -179,11 +192,11 @@ void MainWindow::readFirstModel(const QString& directory, ProgressLoop& progress
 void MainWindow::readFurtherModel(const QString& directory, int model, int dataSetCount,
                                   ProgressLoop& progress)
 {
-    readHeading(rawResultsFileName(directory, model, 0));
+    readHeading(model, rawResultsFileName(directory, model, 0));
     for (int dataSet = 0; dataSet < dataSetCount; ++dataSet) {
         const QString path = rawResultsFileName(directory, model, dataSet);
         if (QFile::exists(path)) {
-            rawResults[model].append(csvWithHeaderReadToDouble(path));
+            readDataSet(model, path);
         } else if (dataSet == 0) {
             showMessage(this, importFailedText);
             return;

@@ -6,6 +6,7 @@
 #include "analysis/checkup/textorigins.h"
 
 #include <QStringList>
+#include <QVector>
 
 /// Where the bootstrap results came from.
 struct ResultsSource
@@ -14,6 +15,8 @@ struct ResultsSource
     /// Names of the files, without folders and with * for the number of the data set,
     /// [model]; empty after Open.
     QStringList files;
+    /// Names of the files that could not be read to their end, [model]; may be short.
+    QVector<QStringList> unread;
     bool namesModels = false; ///< whether models are named after their files
     /// Whether the number of individuals was there before a project was opened, which has none.
     bool individualsAreOlder = false;
@@ -23,6 +26,7 @@ struct ResultsSource
 struct SimulationSource
 {
     QStringList files;       ///< names without folders
+    QStringList unread;      ///< those that could not be read to their end
     quint64 fingerprint = 0; ///< of the bootstrap results then; 0 if there were none
 };
 
