@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QShortcutEvent>
+#include <QTimerEvent>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -116,8 +117,7 @@ void HeldInput::release()
         qApp->removeEventFilter(this);
     } else if (!isDelivering) {
         // Until then the filter stays, so that nothing overtakes what is held.
-        QMetaObject::invokeMethod(
-            this, [this] { deliver(); }, Qt::QueuedConnection);
+        startTimer(0);
     }
 }
 
@@ -163,6 +163,12 @@ bool HeldInput::isOfWindow(const QObject* object) const
         object = object->parent();
     }
     return object != nullptr && static_cast<const QWidget*>(object)->window() == window;
+}
+
+void HeldInput::timerEvent(QTimerEvent* event)
+{
+    killTimer(event->timerId());
+    deliver();
 }
 
 void HeldInput::deliver()

@@ -234,7 +234,7 @@ std::optional<QVector<double>> MainWindow::calculateTypicalCurve(int model,
     definition.bringUpToDate(possibleDoses);
     ProgressLoop progress(this, "Calculating...", "Abort Calculation", possibleDoses.size(),
                           heldInput);
-    const auto values =
+    auto values =
         definition.evaluateEndpoint(row, [&progress](int done) { return progress.advance(done); });
     endPoints[model] = definition; // bound to its columns now
     return values;

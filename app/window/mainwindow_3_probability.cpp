@@ -73,11 +73,7 @@ void MainWindow::refresh_3_cp_PoS()
     bool goesOn = true;
     for (int sample = 0; goesOn && sample < sampleCount; ++sample) {
         if (!run.evaluateNext([&progress] { return progress.poll(); })) {
-            if (sample > 0) {
-                showState(sample - 1);
-            } else {
-                plot->replot(); // of no sample there is no curve
-            }
+            sample > 0 ? showState(sample - 1) : plot->replot(); // no curve of no sample
             break;
         }
         const bool isLast = sample + 1 == sampleCount;

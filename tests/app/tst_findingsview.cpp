@@ -32,7 +32,8 @@ private slots:
         QMainWindow window;
         auto* pages = new QToolBox;
         auto* page = new QWidget;
-        auto* layout = new QVBoxLayout(page);
+        auto* layout = new QVBoxLayout;
+        page->setLayout(layout);
         pages->addItem(page, "page");
         window.setCentralWidget(pages);
         FindingsView view(&window, pages, window.statusBar());
