@@ -18,6 +18,8 @@ namespace {
 constexpr int printDotsPerInch = 300;
 constexpr double inchesPerMeter = 1000 / 25.4;
 constexpr int pointsPerInch = 72;
+/// Bytes for the end of a PDF, fonts included.
+constexpr int memoryForEnd = 48 << 20;
 
 /// The chart, so many times its size on the screen.
 QPixmap pictureOf(QCustomPlot* plot, double scale)
@@ -45,7 +47,7 @@ QByteArray pngOf(QCustomPlot* plot)
 /// A page of the chart's size on the screen, with lines and letters as such.
 QByteArray pdfOf(QCustomPlot* plot)
 {
-    demandMemory(0);
+    demandMemory(memoryForEnd);
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     QPdfWriter writer(&buffer);
@@ -56,10 +58,14 @@ QByteArray pdfOf(QCustomPlot* plot)
         QPageLayout(QPageSize(size, QPageSize::Point, QString(), QPageSize::ExactMatch),
                     QPageLayout::Portrait, QMarginsF()));
     QCPPainter painter;
+    // Free again when the painter ends the page, also where drawing has failed: Qt does not
+    // survive a lack of memory there, and takes most of this for a page with nothing on it.
+    QByteArray reserve(memoryForEnd, Qt::Uninitialized);
     demandDone(painter.begin(&writer));
     painter.setMode(QCPPainter::pmVectorized);
     painter.setWindow(plot->rect());
     plot->toPainter(&painter);
+    reserve.clear();
     demandDone(painter.end());
     return buffer.data();
 }
