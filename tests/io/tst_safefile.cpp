@@ -19,37 +19,22 @@ private slots:
         QTest::addColumn<QString>("path");
         QTest::addColumn<QString>("links"); // name>target, blanks between them
         QTest::addColumn<QString>("written");
-        QTest::newRow("new file") << "new"
-                                  << ""
-                                  << "new";
-        QTest::newRow("older file") << "older"
-                                    << ""
-                                    << "older";
-        QTest::newRow("longest name") << QString(255, 'x') << "" << QString(255, 'x');
-        QTest::newRow("link to an older file") << "a"
-                                               << "a>older"
-                                               << "older";
-        QTest::newRow("chain of links") << "a"
-                                        << "a>folder/b folder/b>../older"
-                                        << "older";
-        QTest::newRow("link to nothing") << "a"
-                                         << "a>new"
-                                         << "new";
-        QTest::newRow("link in a linked folder") << "a/b"
-                                                 << "a>folder/in in>. folder/in/b>../new"
-                                                 << "folder/new";
-        QTest::newRow("loop of links") << "a"
-                                       << "a>b b>a"
-                                       << "";
-        QTest::newRow("folder") << "folder"
-                                << ""
-                                << "";
-        QTest::newRow("missing folder") << "missing/new"
-                                        << ""
-                                        << "";
-        QTest::newRow("no name") << ""
-                                 << ""
-                                 << "";
+        const auto row = [](const char* name, const QString& path, const QString& links,
+                            const QString& written) {
+            QTest::newRow(name) << path << links << written;
+        };
+        const QString longest(255, 'x');
+        row("new file", "new", "", "new");
+        row("older file", "older", "", "older");
+        row("longest name", longest, "", longest);
+        row("link to an older file", "a", "a>older", "older");
+        row("chain of links", "a", "a>folder/b folder/b>../older", "older");
+        row("link to nothing", "a", "a>new", "new");
+        row("link in a linked folder", "a/b", "a>folder/in folder/in/b>../new", "folder/new");
+        row("loop of links", "a", "a>b b>a", "");
+        row("folder", "folder", "", "");
+        row("missing folder", "missing/new", "", "");
+        row("no name", "", "", "");
     }
     void replaces()
     {
