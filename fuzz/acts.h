@@ -106,16 +106,21 @@ public:
         return QApplication::clipboard()->text().split('\n').filter("could not be read to ");
     }
 
-    /// Larger results, which take a while to be saved.
-    void enlarge()
+    /// Imports results that take a while to be saved and some memory; acts on them, of which
+    /// the first saves.
+    QVector<Act> largeActs()
     {
-        const Table table(5000, QVector<double>{1, 2, 3, 4, 5});
+        constexpr unsigned long largePiece = 1 << 16;
+        const Table table(4000, QVector<double>{1, 2, 3, 4, 5});
         importStudy({{table, table}, {table, table}});
+        the<QTableWidget>("_0_tw_RawResults")->selectAll();
+        return {saveAct("save larger one"),
+                copyAct("copy larger table", "Copy_0_tw_RawResults", largePiece)};
     }
 
-    Act saveAct()
+    Act saveAct(const QString& name)
     {
-        Act act = exportAct("save project", "Save", "saved", 1);
+        Act act = exportAct(name, "Save", "saved", 1);
         act.prepare = [=] { files.write("work/saved", contentOf(files.path("other"))); };
         return act;
     }
@@ -127,7 +132,7 @@ public:
         constexpr unsigned long drawing = 1024;
         constexpr unsigned long embedding = 1 << 20;
         return QVector<Act>{
-                   saveAct(),
+                   saveAct("save project"),
                    exportAct("save table", "SaveCsv_0_tw_RawResults", "table.csv", drawing),
                    exportAct("save PDF", "SavePdf_3_cp_PoS", "chart.pdf", embedding),
                    exportAct("save PNG", "SavePng_3_cp_PoS", "chart.png", drawing),

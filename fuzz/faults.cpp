@@ -100,23 +100,23 @@ public:
     }
 
     /// Tries the acts that the word tells: "exports", which include kills, "imports", which
-    /// include opens, or the name of one. Whether no trial failed.
+    /// include opens, or the name of one. Whether there are any and no trial failed.
     bool run(const QString& word)
     {
-        for (const Act& next : acts()) {
-            if (word == (next.leastPiece > 0 ? "exports" : "imports") || word == next.name) {
-                act = next;
-                tryAct();
+        const auto tryNamed = [&](const QVector<Act>& list) {
+            for (const Act& next : list) {
+                if (word == next.name || word == (next.leastPiece > 0 ? "exports" : "imports")) {
+                    tryAct(next);
+                }
             }
-        }
+        };
+        tryNamed(acts());
+        const QVector<Act> large = largeActs();
+        tryNamed(large);
         if (word == "exports" || word == "kills") {
-            enlarge();
-            act = saveAct();
-            act.name = "save larger one";
-            tryAct();
-            tryKills();
+            tryKills(large.first());
         }
-        return isFaultless;
+        return isFaultless && !names.isEmpty();
     }
 
     static void printHeading()
@@ -130,8 +130,9 @@ public:
 
 private:
     /// Learns what the act does without faults, and makes ready for doing it again.
-    void learn()
+    void learn(const Act& next)
     {
+        act = next;
         if (act.prepare) {
             act.prepare();
             before = act.result();
@@ -170,9 +171,9 @@ private:
     }
 
     /// Does it with all faults, and prints how many calls there were to fail.
-    void tryAct()
+    void tryAct(const Act& next)
     {
-        learn();
+        learn(next);
         counts.clear();
         trials = 0;
         const auto perform = [this] {
@@ -303,10 +304,10 @@ private:
         return result != whole || (hasFailed && !mayGoWell) ? "not told" : "";
     }
 
-    /// Kills processes at random moments of a save.
-    void tryKills()
+    /// Kills processes at random moments of it.
+    void tryKills(const Act& save)
     {
-        learn();
+        learn(save);
         const auto perform = [this] {
             act.perform();
             if (isTrial) {
