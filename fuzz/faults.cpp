@@ -166,7 +166,6 @@ private:
     void complain(const QString& text)
     {
         std::printf("%s: %s\n", qPrintable(act.name), qPrintable(text));
-        std::fflush(stdout);
         isFaultless = false;
     }
 
@@ -194,7 +193,6 @@ private:
             std::printf(" %d |", count);
         }
         std::printf(" %d |\n", trials);
-        std::fflush(stdout);
     }
 
     /// Goes on in a process of its own for every fault, and after all of them in this one.
@@ -247,7 +245,6 @@ private:
         restore();
         trial = next;
         *report = {-1, false};
-        std::fflush(stdout);
         const pid_t child = fork();
         if (child == 0) {
             isTrial = true;
@@ -280,7 +277,6 @@ private:
         if (!problem.isEmpty()) {
             complain(trial.text() + ": " + problem + "; told: " + told.join(" / "));
         }
-        std::fflush(stdout);
         _exit(problem.isEmpty() ? 0 : 1);
     }
 
@@ -384,6 +380,7 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "The library of faults is not preloaded.\n");
         return 2;
     }
+    std::setvbuf(stdout, nullptr, _IOLBF, 0); // nothing is left in it when a process begins
     const QTemporaryDir settings;
     qputenv("XDG_CONFIG_HOME", settings.path().toLocal8Bit());
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
