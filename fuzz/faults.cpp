@@ -181,11 +181,11 @@ private:
                 report->calls = disarmFaults();
             }
         };
-        QStringList told = answered(perform, act.files, [this] { tryFaults(); });
+        const QStringList answers = answered(perform, act.files, [this] { tryFaults(); });
         if (isTrial) {
             limitMemory(usualMemory);
             const QByteArray result = act.result();
-            endTrial(result, told + unread());
+            endTrial(result, answers + unread());
         }
         restore();
         std::printf("| %s |", qPrintable(act.name));
