@@ -42,19 +42,25 @@ std::optional<QVector<Table>> averagedEndpoints(const Study& study, int dataSet,
     return run.endpoints();
 }
 
-/// The endpoints of the model that judges each sample, [sample][dose]; none if it is given
-/// up. The cache holds all models, so that it serves other selections too.
-std::optional<Table> selectedEndpoints(const Study& study, int dataSet, EndpointCache* cache,
-                                       const GoesOn& goesOn)
+/// Endpoints of the model that judges each sample, and with a cache of all models.
+struct SelectedEndpoints
 {
-    const QVector<int> selected = judgingModels(study, dataSet);
+    Table judging;      ///< [sample][dose]
+    QVector<Table> all; ///< [model][sample][dose]; empty without a cache
+};
+
+/// None if it is given up. The cache holds all models, so that it serves other selections too.
+std::optional<SelectedEndpoints> selectedEndpoints(const Study& study, int dataSet,
+                                                   const QVector<int>& selected,
+                                                   EndpointCache* cache, const GoesOn& goesOn)
+{
     if (selected.isEmpty()) {
-        return Table();
+        return SelectedEndpoints();
     }
     const int modelCount = study.endPoints.size();
     if (cache != nullptr) {
         if (auto kept = cache->selected(dataSet, modelCount, selected)) {
-            return kept;
+            return SelectedEndpoints{*kept, cache->averaged(dataSet, modelCount).value()};
         }
     }
     EndpointRun run(study, dataSet,
@@ -64,41 +70,71 @@ std::optional<Table> selectedEndpoints(const Study& study, int dataSet, Endpoint
         return std::nullopt;
     }
     if (cache == nullptr) {
-        return run.endpoints().value(0);
+        return SelectedEndpoints{run.endpoints().value(0), {}};
     }
     cache->keep(dataSet, run.endpoints(), endpointProvenance(study));
-    return pickSelected(run.endpoints(), selected);
+    return SelectedEndpoints{pickSelected(run.endpoints(), selected), run.endpoints()};
 }
 
-EndpointPlan planOf(const Study& study, int dataSet, const Table& weights)
+EndpointPlan planOf(const Study& study, const JudgingWeights& weights)
 {
-    return study.selecting ? selectionPlan(judgingModels(study, dataSet), true)
-                           : averagingPlan(weights, study.individualOfv, study.endPoints.size());
+    return study.selecting
+               ? selectionPlan(weights.selected, true)
+               : averagingPlan(weights.relative, study.individualOfv, study.endPoints.size());
+}
+
+/// The endpoints that a run has gathered, kept.
+Evaluation keepRun(const Study& study, int dataSet, const JudgingWeights& weights,
+                   const QVector<Table>& endpoints)
+{
+    return keepEvaluation(study, dataSet, weights,
+                          study.selecting ? spreadSelected(endpoints.value(0), weights.selected,
+                                                           study.endPoints.size())
+                                          : endpoints);
 }
 
 } // namespace
 
-ProbabilityRun::ProbabilityRun(const Study& currentStudy, int dataSet)
-    : weights(currentStudy.selecting ? Table() : ::relativeWeights(currentStudy, dataSet))
-    , run(currentStudy, dataSet, planOf(currentStudy, dataSet, weights))
+ProbabilityRun::ProbabilityRun(const Study& currentStudy, int dataSetNumber)
+    : study(currentStudy)
+    , dataSet(dataSetNumber)
+    , weights(judgingWeights(study, dataSet))
+    , run(study, dataSet, planOf(study, weights))
 {
 }
 
+Evaluation ProbabilityRun::evaluation() const
+{
+    return keepRun(study, dataSet, weights, run.endpoints());
+}
+
 std::optional<QVector<double>> probabilityCurve(const Study& study, int dataSet,
-                                                EndpointCache* cache, const GoesOn& goesOn)
+                                                EndpointCache* cache, const GoesOn& goesOn,
+                                                Evaluation* evaluation)
 {
     if (study.doses.isEmpty()) {
         return QVector<double>();
     }
+    const JudgingWeights weights = judgingWeights(study, dataSet);
     if (study.selecting) {
-        const auto endpoints = selectedEndpoints(study, dataSet, cache, goesOn);
-        return endpoints ? std::optional<QVector<double>>(
-                   probabilityBySelection(*endpoints, study.doses.size(), study.target))
-                         : std::nullopt;
+        const auto endpoints = selectedEndpoints(study, dataSet, weights.selected, cache, goesOn);
+        if (!endpoints) {
+            return std::nullopt;
+        }
+        if (evaluation != nullptr) {
+            *evaluation = endpoints->all.isEmpty()
+                              ? keepRun(study, dataSet, weights, {endpoints->judging})
+                              : keepEvaluation(study, dataSet, weights, endpoints->all);
+        }
+        return probabilityBySelection(endpoints->judging, study.doses.size(), study.target);
     }
-    const Table weights = relativeWeights(study, dataSet);
-    const auto endpoints = averagedEndpoints(study, dataSet, weights, cache, goesOn);
-    return endpoints ? std::optional<QVector<double>>(probabilityByAveraging(
-               *endpoints, weights, study.individualOfv, study.doses.size(), study.target))
-                     : std::nullopt;
+    const auto endpoints = averagedEndpoints(study, dataSet, weights.relative, cache, goesOn);
+    if (!endpoints) {
+        return std::nullopt;
+    }
+    if (evaluation != nullptr) {
+        *evaluation = keepEvaluation(study, dataSet, weights, *endpoints);
+    }
+    return probabilityByAveraging(*endpoints, weights.relative, study.individualOfv,
+                                  study.doses.size(), study.target);
 }

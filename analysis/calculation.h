@@ -3,6 +3,7 @@
 #ifndef VELMORA_ANALYSIS_CALCULATION_H
 #define VELMORA_ANALYSIS_CALCULATION_H
 
+#include "analysis/certainty/evaluation.h"
 #include "analysis/endpointcache.h"
 #include "analysis/probability.h"
 
@@ -13,7 +14,7 @@
 class ProbabilityRun
 {
 public:
-    ProbabilityRun(const Study& currentStudy, int dataSet);
+    ProbabilityRun(const Study& currentStudy, int dataSetNumber);
 
     int sampleCount() const { return run.sampleCount(); }
     bool evaluateNext(const GoesOn& goesOn) { return run.evaluateNext(goesOn); }
@@ -23,10 +24,15 @@ public:
     const QVector<Table>& endpoints() const { return run.endpoints(); }
 
     /// Relative weights, [sample][model]; empty with selection.
-    const Table& relativeWeights() const { return weights; }
+    const Table& relativeWeights() const { return weights.relative; }
+
+    /// What the samples so far were judged by.
+    Evaluation evaluation() const;
 
 private:
-    Table weights;
+    Study study;
+    int dataSet;
+    JudgingWeights weights;
     EndpointRun run;
 };
 
@@ -34,9 +40,10 @@ private:
 /// interval, over the samples of a data set (see probabilityByAveraging and
 /// probabilityBySelection). None if it is given up. Empty without doses; all 0 where the data
 /// set does not exist. The definitions must be up to date. With a cache the endpoints are
-/// taken from it, or kept there.
+/// taken from it, or kept there. evaluation gets what the data set was judged by.
 std::optional<QVector<double>> probabilityCurve(const Study& study, int dataSet,
                                                 EndpointCache* cache = nullptr,
-                                                const GoesOn& goesOn = {});
+                                                const GoesOn& goesOn = {},
+                                                Evaluation* evaluation = nullptr);
 
 #endif

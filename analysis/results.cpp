@@ -109,6 +109,73 @@ QStringList unfinishedRemarks(const TruthComparison& truth)
                : QStringList();
 }
 
+Evaluation keptBeside(const Evaluation& evaluation, qint64 otherBytes)
+{
+    if (evaluation.bytes() + otherBytes <= mostKeptBytes) {
+        return evaluation;
+    }
+    Evaluation none;
+    none.missing = QString("the endpoints of all results take more than %1 MB and were not kept")
+                       .arg(mostKeptBytes >> 20);
+    return none;
+}
+
+qint64 keptBytes(const DoseSelection& selection)
+{
+    qint64 sum = 0;
+    for (const Evaluation& evaluation : selection.evaluations) {
+        sum += evaluation.bytes();
+    }
+    return sum;
+}
+
+bool resample(DoseSelection& selection, const std::function<bool(int done)>& goesOn,
+              const GoesOn& isAwaited)
+{
+    const Study& made = selection.made.inputs;
+    for (int dataSet = selection.stability.size(); dataSet < selection.evaluations.size();
+         ++dataSet) {
+        const Evaluation& evaluation = selection.evaluations.at(dataSet);
+        QVector<DoseStability> ofLevels;
+        if (evaluation.exists()) {
+            const auto found =
+                doseStability(hitWeights(made, evaluation, appliedWeights(made, evaluation)),
+                              evaluation.sampleCount, selection.probability.value(dataSet),
+                              selection.levels, isAwaited);
+            if (!found) {
+                return false;
+            }
+            ofLevels = *found;
+        }
+        selection.stability.append(ofLevels);
+        if (!goesOn(dataSet + 1)) {
+            return dataSet + 1 == selection.evaluations.size();
+        }
+    }
+    return true;
+}
+
+QString missingCertainty(const ProbabilityCurve& curve)
+{
+    return curve.evaluation.missing;
+}
+
+QString missingCertainty(const DoseSelection& selection, int dataSet)
+{
+    if (!selection.made.exists()) {
+        return "nothing was calculated";
+    }
+    if (selection.isFromProject) {
+        return "the doses come from a project, which has no endpoints: calculate them anew";
+    }
+    if (dataSet >= selection.evaluations.size()) {
+        return "the data set was not calculated";
+    }
+    const QString& missing = selection.evaluations.at(dataSet).missing;
+    return missing.isEmpty() && dataSet >= selection.stability.size() ? "resampling was given up"
+                                                                      : missing;
+}
+
 QStringList curveRemarks(const StudyResults& results, const CurrentInputs& now)
 {
     QStringList remarks;

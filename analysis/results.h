@@ -3,6 +3,7 @@
 #ifndef VELMORA_ANALYSIS_RESULTS_H
 #define VELMORA_ANALYSIS_RESULTS_H
 
+#include "analysis/certainty/stability.h"
 #include "analysis/provenance.h"
 #include "analysis/truth.h"
 
@@ -18,6 +19,8 @@ struct ProbabilityCurve
     int sampleCount = 0;         ///< of the data set; more where the calculation was given up
     QStringList notes;           ///< on the inputs as they were typed
     Provenance made;
+    Evaluation evaluation = {};  ///< of the samples that it holds
+    QVector<double> errors = {}; ///< Monte Carlo errors in percent points, per entry of doses
 };
 
 /// The doses chosen for all data sets.
@@ -29,6 +32,11 @@ struct DoseSelection
     bool isFromProject = false;
     QStringList notes; ///< on the inputs as they were typed
     Provenance made;
+    Table probability = {};               ///< behind the doses, in percent, [dataSet][dose]
+    QVector<Evaluation> evaluations = {}; ///< [dataSet]; none after Open
+    /// [dataSet][level]; fewer data sets where resampling was given up, empty where there is no
+    /// evaluation.
+    QVector<QVector<DoseStability>> stability = {};
 };
 
 /// The comparison of chosen doses with theoretical MEDs.
@@ -60,6 +68,26 @@ struct StudyResults
                && !selection.made.exists() && !truth.made.exists();
     }
 };
+
+/// Memory that the evaluations of all results may take together, in bytes.
+constexpr qint64 mostKeptBytes = qint64(256) << 20;
+
+/// An evaluation as it is kept beside others that take so much memory: without anything but a
+/// reason where they would take more than mostKeptBytes together.
+Evaluation keptBeside(const Evaluation& evaluation, qint64 otherBytes);
+
+/// What the evaluations of a selection take.
+qint64 keptBytes(const DoseSelection& selection);
+
+/// Resamples the bootstrap samples of a selection's data sets. False if it is given up, with
+/// the data sets kept that are done.
+bool resample(DoseSelection& selection, const std::function<bool(int done)>& goesOn,
+              const GoesOn& isAwaited = {});
+
+/// Why there are no figures of certainty of a curve, or of a data set of a selection; empty
+/// where there are.
+QString missingCertainty(const ProbabilityCurve& curve);
+QString missingCertainty(const DoseSelection& selection, int dataSet);
 
 /// What results a calculation would give now, for comparison.
 struct CurrentInputs

@@ -45,6 +45,27 @@ QVector<double> sampleWeights(const Table& values, int sample, bool logScale)
     return weights;
 }
 
+/// Whether relative weights of a data set are to be had.
+bool hasRelativeWeights(const Study& study, int dataSet)
+{
+    const int shown = study.shownModel;
+    return shown >= 0 && shown < study.rawResults.size() && shown < study.rawResultsHeaders.size()
+           && dataSet < study.rawResults.at(shown).size() && dataSet < study.dataSetCount();
+}
+
+int sampleCountOf(const Study& study, int dataSet)
+{
+    return study.rawResults.first().at(dataSet).size();
+}
+
+QVector<int> judging(QVector<int> selected, bool individualOfv)
+{
+    if (!selected.isEmpty() && !individualOfv) {
+        selected.fill(selected.first());
+    }
+    return selected;
+}
+
 } // namespace
 
 Table weightValues(const Study& study, int dataSet)
@@ -104,31 +125,37 @@ QVector<int> selectedModels(const Table& values, int sampleCount)
 
 Table relativeWeights(const Study& study, int dataSet)
 {
-    const int shown = study.shownModel;
-    const bool exists =
-        shown >= 0 && shown < study.rawResults.size() && shown < study.rawResultsHeaders.size()
-        && dataSet < study.rawResults.at(shown).size() && dataSet < study.dataSetCount();
-    return exists ? relativeWeights(weightValues(study, dataSet),
-                                    study.rawResults.first().at(dataSet).size(), study.logScale)
-                  : Table();
+    return hasRelativeWeights(study, dataSet) ? relativeWeights(
+               weightValues(study, dataSet), sampleCountOf(study, dataSet), study.logScale)
+                                              : Table();
 }
 
 QVector<int> selectedModels(const Study& study, int dataSet)
 {
-    if (dataSet >= study.dataSetCount()) {
-        return {};
-    }
-    return selectedModels(weightValues(study, dataSet),
-                          study.rawResults.first().at(dataSet).size());
+    return dataSet < study.dataSetCount()
+               ? selectedModels(weightValues(study, dataSet), sampleCountOf(study, dataSet))
+               : QVector<int>();
 }
 
 QVector<int> judgingModels(const Study& study, int dataSet)
 {
-    QVector<int> selected = selectedModels(study, dataSet);
-    if (!selected.isEmpty() && !study.individualOfv) {
-        selected.fill(selected.first());
+    return judging(selectedModels(study, dataSet), study.individualOfv);
+}
+
+JudgingWeights judgingWeights(const Study& study, int dataSet)
+{
+    const bool exists =
+        study.selecting ? dataSet < study.dataSetCount() : hasRelativeWeights(study, dataSet);
+    if (!exists) {
+        return {};
     }
-    return selected;
+    const Table values = weightValues(study, dataSet);
+    const int sampleCount = sampleCountOf(study, dataSet);
+    return study.selecting
+               ? JudgingWeights{values,
+                                {},
+                                judging(selectedModels(values, sampleCount), study.individualOfv)}
+               : JudgingWeights{values, relativeWeights(values, sampleCount, study.logScale), {}};
 }
 
 QString defaultWeightExpression(parser endPointParser)

@@ -33,6 +33,17 @@ QVector<int> selectedModels(const Study& study, int dataSet);
 /// model, the one selected for the first sample.
 QVector<int> judgingModels(const Study& study, int dataSet);
 
+/// The weights by which a data set is judged, by the study's method and OFV choice.
+struct JudgingWeights
+{
+    Table values;          ///< of the weight expressions, [model][sample]
+    Table relative;        ///< [sample][model]; empty with selection
+    QVector<int> selected; ///< model that judges each sample, -1 for none; empty with averaging
+};
+
+/// All empty where relativeWeights or, with selection, judgingModels are.
+JudgingWeights judgingWeights(const Study& study, int dataSet);
+
 /// The weight expression proposed for a model: on the log scale minus half of OFV + 2K, an
 /// information criterion (Akaike 1974). K is the number of names in the endpoint expression
 /// beyond time, concentration and dose.

@@ -200,7 +200,8 @@ private:
     // Page "3": probability of achieving the target, in percent per dose
     void refresh_3_cp_PoS();
     /// With a progress dialog the user may give it up, which leaves the curve empty.
-    QVector<double> calculate_PoS(int dataSet, ProgressLoop* progress = nullptr);
+    QVector<double> calculate_PoS(int dataSet, ProgressLoop* progress = nullptr,
+                                  Evaluation* evaluation = nullptr);
     QVector<double> calculate_PoS_aux_modelSelect(QVector<QVector<QVector<double>>> endpoints);
     QVector<double> calculate_PoS_aux_modelAve(QVector<QVector<QVector<double>>> endpoints,
                                                QVector<QVector<double>> weights);
@@ -210,6 +211,7 @@ private:
     int find_dose(QVector<double> pos, double target);
     QVector<double> find_dose(QVector<double> pos);
     void refresh_4_tw_doseChoice();
+    void resampleDoses();
 
     // Page "5": comparison with the truth
     Table trueRows() const;

@@ -88,15 +88,21 @@ void MainWindow::refresh_3_cp_PoS()
     if (sampleCount == 0) {
         showState(0);
     }
+    curve.evaluation = keptBeside(run.evaluation(), keptBytes(shown.selection));
+    if (curve.evaluation.exists()) {
+        curve.errors = monteCarloErrors(now, curve.evaluation);
+    }
     changed(Change::Calculated);
 }
 
-QVector<double> MainWindow::calculate_PoS(int dataSet, ProgressLoop* progress)
+QVector<double> MainWindow::calculate_PoS(int dataSet, ProgressLoop* progress,
+                                          Evaluation* evaluation)
 {
     bringUpToDate(endPoints, possibleDoses);
     EndpointCache* used = ui->_4_cb_useCash->isChecked() ? &cache : nullptr;
-    return probabilityCurve(studyToKeep(), qMax(0, dataSet), used,
-                            [progress] { return progress == nullptr || progress->poll(); })
+    return probabilityCurve(
+               studyToKeep(), qMax(0, dataSet), used,
+               [progress] { return progress == nullptr || progress->poll(); }, evaluation)
         .value_or(QVector<double>());
 }
 

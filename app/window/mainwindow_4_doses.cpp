@@ -58,11 +58,16 @@ void MainWindow::on__4_pb_startCalculation_clicked()
             cache.resize(dataSetCount);
         }
         bool goesOn = true;
+        qint64 bytes = shown.curve.evaluation.bytes();
         for (int dataSet = 0; goesOn && dataSet < dataSetCount; ++dataSet) {
-            const QVector<double> probability = calculate_PoS(dataSet, &progress);
+            Evaluation evaluation;
+            const QVector<double> probability = calculate_PoS(dataSet, &progress, &evaluation);
             if (progress.isGivenUp()) {
                 break;
             }
+            shown.selection.probability.append(probability);
+            shown.selection.evaluations.append(keptBeside(evaluation, bytes));
+            bytes += shown.selection.evaluations.last().bytes();
             doseChoice.append(find_dose(probability));
             if (dataSet == 0) {
                 csvDisplay(table, doseChoice, doseChoiceLabels);
@@ -79,6 +84,20 @@ void MainWindow::on__4_pb_startCalculation_clicked()
     // Newly computed doses count as newly selected: they are to be seen.
     doseHistogram->expectNewValues();
     refresh_4_tw_doseChoice();
+    changed(Change::Calculated);
+    if (doseChoice.size() == dataSetCount) {
+        resampleDoses();
+    }
+}
+
+/// Tells how firm the doses are, which the table shows already.
+void MainWindow::resampleDoses()
+{
+    ProgressLoop progress(this, "Resampling bootstrap samples...", "Abort", doseChoice.size(),
+                          ProgressLoop::Construction::WhenNeeded);
+    resample(
+        shown.selection, [&progress](int done) { return progress.advance(done); },
+        [&progress] { return progress.poll(); });
     changed(Change::Calculated);
 }
 

@@ -1,0 +1,84 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/certainty/averagedendpoint.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+struct Weighed
+{
+    double endpoint;
+    double weight;
+};
+
+EndpointDistribution distributionOf(QVector<Weighed>& values, double wholeWeight)
+{
+    std::sort(values.begin(), values.end(),
+              [](const Weighed& a, const Weighed& b) { return a.endpoint < b.endpoint; });
+    EndpointDistribution found;
+    found.quantiles.fill(notANumber, endpointQuantileCount);
+    double weight = 0.0;
+    double sum = 0.0;
+    for (const Weighed& value : qAsConst(values)) {
+        weight += value.weight;
+        sum += value.weight * value.endpoint;
+    }
+    found.mean = values.isEmpty() ? notANumber : sum / weight;
+    found.excluded = wholeWeight > 0 ? qMax(0.0, 100.0 * (1 - weight / wholeWeight)) : notANumber;
+    // Weights are rounded: a share that is reached but for that counts as reached.
+    constexpr double rounding = 1 - 1e-12;
+    double reached = 0.0;
+    int quantile = 0;
+    for (const Weighed& value : qAsConst(values)) {
+        reached += value.weight;
+        while (quantile < endpointQuantileCount
+               && reached >= endpointQuantiles[quantile] * weight * rounding) {
+            found.quantiles[quantile++] = value.endpoint;
+        }
+    }
+    return found;
+}
+
+/// Endpoints of a model at a dose that are finite and have a weight.
+QVector<Weighed> weighedEndpoints(const Evaluation& evaluation, const Grid& weights, int model,
+                                  int dose)
+{
+    QVector<Weighed> values;
+    for (int sample = 0; sample < evaluation.sampleCount; ++sample) {
+        const double weight = weights.row(sample)[model];
+        const double* endpoints = evaluation.endpoints.at(model).of(sample);
+        if (weight > 0 && endpoints != nullptr && std::isfinite(endpoints[dose])) {
+            values.append({endpoints[dose], weight});
+        }
+    }
+    return values;
+}
+
+} // namespace
+
+AveragedEndpoint averagedEndpoint(const Study& made, const Evaluation& evaluation)
+{
+    const Grid weights = appliedWeights(made, evaluation);
+    const int modelCount = evaluation.endpoints.size();
+    AveragedEndpoint found;
+    found.byModel.resize(modelCount);
+    for (int dose = 0; dose < made.doses.size(); ++dose) {
+        QVector<Weighed> all;
+        for (int model = 0; model < modelCount; ++model) {
+            QVector<Weighed> values = weighedEndpoints(evaluation, weights, model, dose);
+            all += values;
+            double wholeWeight = 0.0;
+            for (int sample = 0; sample < evaluation.sampleCount; ++sample) {
+                wholeWeight += weights.row(sample)[model];
+            }
+            found.byModel[model].append(distributionOf(values, wholeWeight));
+        }
+        found.all.append(distributionOf(all, evaluation.sampleCount));
+    }
+    return found;
+}

@@ -1,0 +1,220 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/certainty/evaluation.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+namespace {
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+/// 0-based columns that tell how fits ended, -1 for none.
+struct FitColumns
+{
+    int number;
+    int converged;
+    int boundary;
+};
+
+FitColumns fitColumns(const QStringList& names)
+{
+    return {columnNamed(names, "model"), columnNamed(names, "minimization_successful"),
+            columnNamed(names, "estimate_near_boundary")};
+}
+
+bool isOther(double value, double than)
+{
+    return value < than || value > than; // false for NaN
+}
+
+FitState fitState(const QVector<double>& row, const FitColumns& columns)
+{
+    if (columns.converged >= 0 && !isOther(row.value(columns.converged, notANumber), 0)) {
+        return FitState::Failed;
+    }
+    return isOther(row.value(columns.boundary, notANumber), 0) ? FitState::NearBoundary
+                                                               : FitState::Sound;
+}
+
+/// How the fits of a data set ended, as far as its headings tell.
+void readFits(const Study& study, int dataSet, Evaluation& evaluation)
+{
+    for (int model = 0; model < evaluation.endpoints.size(); ++model) {
+        const FitColumns columns = fitColumns(study.columnNamesOf(model));
+        const Table rows = study.rawResults.value(model).value(dataSet);
+        QVector<FitState> states(evaluation.sampleCount, FitState::Sound);
+        for (int sample = 0; sample < qMin(states.size(), rows.size()); ++sample) {
+            states[sample] = fitState(rows.at(sample), columns);
+        }
+        evaluation.fits.append(states);
+        evaluation.tellsFailures |= columns.converged >= 0;
+        evaluation.tellsBoundaries |= columns.boundary >= 0;
+        evaluation.startsWithOriginalFit |=
+            columns.number >= 0 && rows.value(0).value(columns.number, notANumber) == 0;
+    }
+}
+
+/// Whether every sample has its weights and its place among the endpoints of all models.
+bool fits(const JudgingWeights& weights, const QVector<Table>& endpoints, int sampleCount)
+{
+    return qMax(weights.relative.size(), weights.selected.size()) >= sampleCount
+           && std::all_of(endpoints.begin(), endpoints.end(), [sampleCount](const Table& samples) {
+                  return samples.size() == sampleCount;
+              });
+}
+
+} // namespace
+
+KeptEndpoints::KeptEndpoints(const Table& endpoints, int doseCount)
+    : places(endpoints.size(), -1)
+{
+    const auto isEvaluated = [](const QVector<double>& sample) { return !sample.isEmpty(); };
+    values = Grid(int(std::count_if(endpoints.begin(), endpoints.end(), isEvaluated)), doseCount,
+                  notANumber);
+    double* target = values.values.data();
+    int place = 0;
+    for (int sample = 0; sample < endpoints.size(); ++sample) {
+        const QVector<double>& doses = endpoints.at(sample);
+        if (isEvaluated(doses)) {
+            std::copy_n(doses.constData(), qMin(doses.size(), doseCount),
+                        target + qint64(place) * doseCount);
+            places[sample] = place++;
+        }
+    }
+}
+
+const double* KeptEndpoints::of(int sample) const
+{
+    const int place = places.value(sample, -1);
+    return place < 0 ? nullptr : values.row(place);
+}
+
+qint64 KeptEndpoints::bytes() const
+{
+    return qint64(places.size()) * int(sizeof(int))
+           + qint64(values.values.size()) * int(sizeof(double));
+}
+
+qint64 Evaluation::bytes() const
+{
+    // A row of a table takes about as much again for itself as four numbers.
+    constexpr int perRow = 4;
+    qint64 numbers = qint64(weights.relative.size()) * (endpoints.size() + perRow);
+    for (const QVector<double>& values : weights.values) {
+        numbers += values.size();
+    }
+    qint64 sum = numbers * int(sizeof(double));
+    for (const KeptEndpoints& kept : endpoints) {
+        sum += kept.bytes() + sampleCount;
+    }
+    return sum;
+}
+
+Evaluation keepEvaluation(const Study& study, int dataSet, const JudgingWeights& weights,
+                          const QVector<Table>& endpoints)
+{
+    Evaluation evaluation;
+    evaluation.sampleCount = endpoints.value(0).size();
+    if (evaluation.sampleCount == 0) {
+        evaluation.missing = "no bootstrap sample was evaluated";
+        return evaluation;
+    }
+    if (!fits(weights, endpoints, evaluation.sampleCount)) {
+        evaluation.missing = "the endpoints of the cache have not as many samples as the data";
+        return evaluation;
+    }
+    evaluation.missing.clear();
+    evaluation.weights = weights;
+    for (const Table& samples : endpoints) {
+        evaluation.endpoints.append(KeptEndpoints(samples, study.doses.size()));
+    }
+    readFits(study, dataSet, evaluation);
+    return evaluation;
+}
+
+QVector<Table> spreadSelected(const Table& endpoints, const QVector<int>& selected, int modelCount)
+{
+    QVector<Table> spread(modelCount, Table(endpoints.size()));
+    for (int sample = 0; sample < qMin(endpoints.size(), selected.size()); ++sample) {
+        const int model = selected.at(sample);
+        if (model >= 0 && model < modelCount) {
+            spread[model][sample] = endpoints.at(sample);
+        }
+    }
+    return spread;
+}
+
+Grid appliedWeights(const Study& made, const Evaluation& evaluation)
+{
+    const int modelCount = evaluation.endpoints.size();
+    Grid applied(evaluation.sampleCount, modelCount);
+    for (int sample = 0; sample < evaluation.sampleCount; ++sample) {
+        double* row = applied.row(sample);
+        if (made.selecting) {
+            const int model = evaluation.weights.selected.at(sample);
+            if (model >= 0 && model < modelCount) {
+                row[model] = 1.0;
+            }
+            continue;
+        }
+        const QVector<double>& weights =
+            evaluation.weights.relative.at(made.individualOfv ? sample : 0);
+        for (int model = 0; model < qMin(modelCount, weights.size()); ++model) {
+            row[model] = weights.at(model) > 0 ? weights.at(model) : 0.0;
+        }
+    }
+    return applied;
+}
+
+Grid hitWeights(const Study& made, const Evaluation& evaluation, const Grid& weights)
+{
+    const int doseCount = made.doses.size();
+    Grid hits(evaluation.sampleCount, doseCount);
+    for (int sample = 0; sample < evaluation.sampleCount; ++sample) {
+        double* row = hits.row(sample);
+        for (int model = 0; model < evaluation.endpoints.size(); ++model) {
+            const double weight = weights.row(sample)[model];
+            const double* endpoints = evaluation.endpoints.at(model).of(sample);
+            if (!(weight > 0) || endpoints == nullptr) {
+                continue;
+            }
+            for (int dose = 0; dose < doseCount; ++dose) {
+                row[dose] += made.target.contains(endpoints[dose]) ? weight : 0.0;
+            }
+        }
+    }
+    return hits;
+}
+
+QVector<double> monteCarloErrors(const Grid& hits, int sampleCount)
+{
+    QVector<double> errors(hits.columns, 0.0);
+    QVector<double> means(hits.columns, 0.0);
+    for (int sample = 0; sample < sampleCount; ++sample) {
+        for (int dose = 0; dose < hits.columns; ++dose) {
+            means[dose] += hits.row(sample)[dose];
+        }
+    }
+    for (double& mean : means) {
+        mean /= sampleCount;
+    }
+    for (int sample = 0; sample < sampleCount; ++sample) {
+        for (int dose = 0; dose < hits.columns; ++dose) {
+            const double distance = hits.row(sample)[dose] - means.at(dose);
+            errors[dose] += distance * distance;
+        }
+    }
+    for (double& error : errors) {
+        error = 100.0 * std::sqrt(error / sampleCount) / std::sqrt(double(sampleCount));
+    }
+    return errors;
+}
+
+QVector<double> monteCarloErrors(const Study& made, const Evaluation& evaluation)
+{
+    return monteCarloErrors(hitWeights(made, evaluation, appliedWeights(made, evaluation)),
+                            evaluation.sampleCount);
+}

@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_ANALYSIS_CERTAINTY_STABILITY_H
+#define VELMORA_ANALYSIS_CERTAINTY_STABILITY_H
+
+#include "analysis/certainty/evaluation.h"
+#include "analysis/probability.h"
+
+/// How often the bootstrap samples are resampled, and the seed of the generator that does it
+/// (the Mersenne Twister of Matsumoto & Nishimura 1998), which is started anew for each data
+/// set: the same samples are drawn whatever was calculated before.
+constexpr int resampleCount = 2000;
+constexpr quint32 resamplingSeed = 20170923;
+
+/// How firm the minimum effective dose of one probability level is. Doses are told by their
+/// index; the number of doses stands for none, which ranks above the highest dose.
+struct DoseStability
+{
+    int med = 0;         ///< as it was chosen
+    QVector<int> chosen; ///< in how many resamples, [dose], with none at the end
+    int mostOften = 0;   ///< the lowest of equals
+    int lower = 0;       ///< 2.5 % quantile over the resamples
+    int upper = 0;       ///< 97.5 % quantile
+    QVector<int> ties;   ///< doses whose probability equals the level, within 1e-9
+    /// After how many bootstrap samples every probability that decides, from that of the dose
+    /// below the MED upwards, would be two Monte Carlo errors away from the level:
+    /// N max((2 error / (P - level))^2). Infinite where one equals the level.
+    double samplesNeeded = 0.0;
+    int nearest = -1; ///< the dose that demands them; -1 without doses
+
+    /// In percent of the resamples.
+    double share(int dose) const { return 100.0 * chosen.value(dose) / resampleCount; }
+};
+
+/// Resamples the bootstrap samples with replacement, the same ones for all doses and models,
+/// and repeats the rule of the minimum effective dose for each level (percent): [level].
+/// probability is the result, per dose in percent, and hits what it is the mean of
+/// (hitWeights). Counts decide with selection, where the probability is a multiple of 1/N. With
+/// one OFV per model the weights of the first sample stay. None if it is given up; empty
+/// without samples. Efron & Tibshirani (1993).
+std::optional<QVector<DoseStability>> doseStability(const Grid& hits, int sampleCount,
+                                                    const QVector<double>& probability,
+                                                    const QVector<double>& levels,
+                                                    const GoesOn& goesOn = {});
+
+#endif
