@@ -1,0 +1,217 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/certainty/certaintytables.h"
+
+#include "analysis/certainty/averagedendpoint.h"
+#include "analysis/certainty/contributions.h"
+#include "analysis/certainty/sensitivity.h"
+
+#include <cmath>
+#include <functional>
+#include <limits>
+
+namespace {
+
+/// Writes numbers and doses with so many digits.
+struct Writer
+{
+    int digits;
+
+    QString operator()(double number) const { return QString::number(number, 'g', digits); }
+
+    QString dose(const QVector<double>& doses, int index) const
+    {
+        return index < doses.size() ? (*this)(doses.at(index)) : QString("none");
+    }
+
+    QString med(double dose) const { return std::isnan(dose) ? QString("none") : (*this)(dose); }
+};
+
+QStringList modelNames(const QVector<endPoint>& models)
+{
+    QStringList names;
+    for (const endPoint& model : models) {
+        names.append(model.name);
+    }
+    return names;
+}
+
+TextRows doseRows(const JudgedResult& result, const Writer& text)
+{
+    const QVector<double>& doses = result.made.doses;
+    const QVector<double> errors = monteCarloErrors(result.made, result.evaluation);
+    TextRows rows;
+    for (int level = 0; level < result.stability.size(); ++level) {
+        const DoseStability& found = result.stability.at(level);
+        QStringList ties;
+        for (const int dose : found.ties) {
+            ties.append(text.dose(doses, dose));
+        }
+        const QStringList ofLevel{QString::number(result.dataSet),
+                                  text(result.made.levels.at(level)),
+                                  text.dose(doses, found.med),
+                                  text(found.share(found.med)),
+                                  text.dose(doses, found.mostOften),
+                                  text.dose(doses, found.lower),
+                                  text.dose(doses, found.upper),
+                                  text(std::ceil(found.samplesNeeded)),
+                                  ties.join(' ')};
+        for (int dose = 0; dose < found.chosen.size(); ++dose) {
+            const bool isDose = dose < doses.size();
+            rows.append(ofLevel
+                        + QStringList{text.dose(doses, dose),
+                                      isDose ? text(result.probability.at(dose)) : QString(),
+                                      isDose ? text(errors.at(dose)) : QString(),
+                                      text(found.share(dose))});
+        }
+    }
+    return rows;
+}
+
+TextRows contributionRows(const JudgedResult& result, const Writer& text)
+{
+    const Contributions found = contributionsOf(result.made, result.evaluation);
+    TextRows rows;
+    const auto add = [&](const QString& figure, const QString& dose,
+                         const QVector<double>& ofModels, double all) {
+        QStringList row{QString::number(result.dataSet), figure, dose};
+        for (const double value : ofModels) {
+            row.append(text(value));
+        }
+        row.append(text(all));
+        rows.append(row);
+    };
+    const QVector<double> none(found.meanWeights.size(), std::numeric_limits<double>::quiet_NaN());
+    const double samples = result.evaluation.sampleCount;
+    double bestShare = 0.0;
+    for (const double share : found.bestShares) {
+        bestShare += share;
+    }
+    add("Mean weight", QString(), found.meanWeights, 1.0);
+    add("Best (% of samples)", QString(), found.bestShares, bestShare);
+    add("Effective number of models", QString(), none, found.effectiveModels);
+    add("One model above 0.9 (% of samples)", QString(), none, found.dominatedShare);
+    add("Samples with weights (%)", QString(), none, 100.0 * found.weighedSamples / samples);
+    for (int dose = 0; dose < found.parts.size(); ++dose) {
+        add("Part of the probability (%)", text.dose(result.made.doses, dose), found.parts.at(dose),
+            result.probability.at(dose));
+    }
+    return rows;
+}
+
+TextRows endpointRows(const JudgedResult& result, const Writer& text)
+{
+    const AveragedEndpoint found = averagedEndpoint(result.made, result.evaluation);
+    QVector<QVector<EndpointDistribution>> distributions = found.byModel;
+    distributions.prepend(found.all);
+    QStringList names = modelNames(result.made.endPoints);
+    names.prepend("all models");
+    TextRows rows;
+    for (int dose = 0; dose < result.made.doses.size(); ++dose) {
+        for (int model = 0; model < distributions.size(); ++model) {
+            const EndpointDistribution& here = distributions.at(model).at(dose);
+            QStringList row{QString::number(result.dataSet), text.dose(result.made.doses, dose),
+                            names.value(model), text(here.mean)};
+            for (const double quantile : here.quantiles) {
+                row.append(text(quantile));
+            }
+            rows.append(row + QStringList(text(here.excluded)));
+        }
+    }
+    return rows;
+}
+
+TextRows sensitivityRows(const JudgedResult& result, const Writer& text)
+{
+    TextRows rows;
+    for (const Sensitivity& found : sensitivityToFits(result.made, result.evaluation)) {
+        const QStringList ofFits{QString::number(result.dataSet), fitChoiceName(found.fits),
+                                 QString::number(found.samples), QString::number(found.removedFits),
+                                 QString::number(found.samplesWithoutModel)};
+        for (int dose = 0; dose < result.made.doses.size(); ++dose) {
+            rows.append(ofFits
+                        + QStringList{"Probability (%)", text.dose(result.made.doses, dose),
+                                      text(found.renormalised.probability.at(dose)),
+                                      text(found.ifMissed.probability.at(dose)),
+                                      text(found.ifHit.probability.at(dose))});
+        }
+        for (int level = 0; level < result.made.levels.size(); ++level) {
+            const double med = found.renormalised.meds.at(level);
+            rows.append(ofFits
+                        + QStringList{"MED", text(result.made.levels.at(level)),
+                                      found.unknown.isEmpty() ? text.med(med) : text(med),
+                                      text.med(found.ifMissed.meds.at(level)),
+                                      text.med(found.ifHit.meds.at(level))});
+        }
+    }
+    return rows;
+}
+
+} // namespace
+
+JudgedResult judgedResult(const ProbabilityCurve& curve, const QVector<double>& levels)
+{
+    JudgedResult result{
+        qMax(0, curve.made.dataSet), curve.made.inputs, curve.probability, curve.evaluation, {}};
+    result.made.levels = levels;
+    return result;
+}
+
+JudgedResult judgedResult(const DoseSelection& selection, int dataSet)
+{
+    return {dataSet, selection.made.inputs, selection.probability.value(dataSet),
+            selection.evaluations.value(dataSet), selection.stability.value(dataSet)};
+}
+
+QStringList certaintyHeadings(CertaintyTable table, const QVector<endPoint>& models)
+{
+    switch (table) {
+    case CertaintyTable::Doses:
+        return {"Data set",
+                "Level (%)",
+                "MED",
+                "Held in (% of resamples)",
+                "Chosen most often",
+                "2.5 % quantile",
+                "97.5 % quantile",
+                "Samples needed",
+                "Probability equals level at",
+                "Dose",
+                "Probability (%)",
+                "Monte Carlo error",
+                "Chosen in (% of resamples)"};
+    case CertaintyTable::Contributions:
+        return QStringList{"Data set", "Figure", "Dose"} + modelNames(models)
+               + QStringList("All models");
+    case CertaintyTable::Endpoint:
+        return {"Data set", "Dose", "Model", "Mean", "5 %",
+                "25 %",     "50 %", "75 %",  "95 %", "Excluded (%)"};
+    case CertaintyTable::Sensitivity:
+        return {"Data set",
+                "Fits",
+                "Samples",
+                "Removed fits",
+                "Samples without a model",
+                "Figure",
+                "Dose or level (%)",
+                "Renormalised",
+                "If removed weight misses",
+                "If removed weight hits"};
+    }
+    return {};
+}
+
+TextRows certaintyRows(CertaintyTable table, const JudgedResult& result, int digits)
+{
+    switch (table) {
+    case CertaintyTable::Doses:
+        return doseRows(result, {digits});
+    case CertaintyTable::Contributions:
+        return contributionRows(result, {digits});
+    case CertaintyTable::Endpoint:
+        return endpointRows(result, {digits});
+    case CertaintyTable::Sensitivity:
+        return sensitivityRows(result, {digits});
+    }
+    return {};
+}

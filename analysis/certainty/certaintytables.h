@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_ANALYSIS_CERTAINTY_CERTAINTYTABLES_H
+#define VELMORA_ANALYSIS_CERTAINTY_CERTAINTYTABLES_H
+
+#include "analysis/results.h"
+#include "io/csvexport.h"
+
+// Figures of certainty as tables and sentences.
+
+/// A result of one data set with what figures of its certainty are made from.
+struct JudgedResult
+{
+    int dataSet = 0;
+    Study made; ///< inputs of the result; its levels are those that doses are told for
+    QVector<double> probability;      ///< in percent, [dose]
+    Evaluation evaluation;            ///< that exists
+    QVector<DoseStability> stability; ///< [level]; empty where it was not asked for
+};
+
+/// Of a curve, for levels in percent; without stability.
+JudgedResult judgedResult(const ProbabilityCurve& curve, const QVector<double>& levels);
+
+/// Of a data set of a selection.
+JudgedResult judgedResult(const DoseSelection& selection, int dataSet);
+
+enum class CertaintyTable { Doses, Contributions, Endpoint, Sensitivity };
+
+/// The headings of a table about models of these names.
+QStringList certaintyHeadings(CertaintyTable table, const QVector<endPoint>& models);
+
+/// The rows that the table has for one result, with so many digits: by level and dose,
+/// by model, by dose and model, and by choice of fits. A MED that there is not is "none".
+TextRows certaintyRows(CertaintyTable table, const JudgedResult& result, int digits);
+
+/// What the point of a probability curve has behind its value: ", Monte Carlo error 0.87", or
+/// a line that says why there is none.
+QString errorText(const ProbabilityCurve& curve, double dose);
+
+/// How firm the MED of a level is: "80 %: 0.7 in 65 %, 0.6 in 35 % of resamples; 0.6 misses
+/// the level by 0.4 errors", and how many samples would tell more; or why that is not known.
+QString stabilityText(const DoseSelection& selection, int dataSet, int level);
+
+/// The same of all data sets: that of the only one, or the mean share in which the doses hold
+/// and the least.
+QString stabilityText(const DoseSelection& selection, int level);
+
+/// The doses of a single data set that hold in less than 90 % of resamples.
+QStringList unstableDoses(const DoseSelection& selection);
+
+/// Monte Carlo errors, contributions, averaged endpoint and sensitivity of the curve, and the
+/// stability of the doses, as sections of the summary, each under its heading; empty where
+/// there are none.
+QString certaintySummary(const ProbabilityCurve& curve);
+QString certaintySummary(const DoseSelection& selection);
+
+#endif
