@@ -139,7 +139,8 @@ TextRows chartData(const QCustomPlot& plot, const ChartReading& reading)
     return rows;
 }
 
-QString chartTextAt(const QCustomPlot& plot, const ChartReading& reading, const QPointF& place)
+QString chartTextAt(const QCustomPlot& plot, const ChartReading& reading, const QPointF& place,
+                    const ChartNote& note)
 {
     if (!plot.axisRect()->rect().contains(place.toPoint())) {
         return {};
@@ -151,12 +152,13 @@ QString chartTextAt(const QCustomPlot& plot, const ChartReading& reading, const 
     if (point == nullptr) {
         return {};
     }
+    const QString noted = note ? note(point->key) : QString();
     if (reading.kind == ChartKind::Bands && plot.graphCount() > bandCount) {
-        return bandText(plot, point->key);
+        return bandText(plot, point->key) + noted;
     }
     return QString("%1: %2\n%3: %4%5")
         .arg(keyName(plot, reading), shown(point->key), nameOf(plot.yAxis, "Value"),
-             shown(point->value), reading.valueUnit);
+             shown(point->value), reading.valueUnit + noted);
 }
 
 void fitChart(QCustomPlot* plot, ChartKind kind)

@@ -7,6 +7,8 @@
 
 #include <QPointF>
 
+#include <functional>
+
 class QCustomPlot;
 
 enum class ChartKind {
@@ -23,6 +25,10 @@ struct ChartReading
     QString valueUnit; ///< behind values that are shown, with a blank in front
 };
 
+/// What else is said of the point at a key; empty for nothing. Its text is put behind that of
+/// the point as it is, and so brings its own comma or new line.
+using ChartNote = std::function<QString(double key)>;
+
 /// Whether the chart shows anything.
 bool hasChartData(const QCustomPlot& plot);
 
@@ -32,8 +38,10 @@ bool hasChartData(const QCustomPlot& plot);
 TextRows chartData(const QCustomPlot& plot, const ChartReading& reading);
 
 /// What the chart shows nearest to a place in it, in pixels: the point of a curve, the bin
-/// of a histogram or the counts of a level. Empty outside of the axes and without data.
-QString chartTextAt(const QCustomPlot& plot, const ChartReading& reading, const QPointF& place);
+/// of a histogram or the counts of a level. Empty outside of the axes and without data. The
+/// note, which may be missing, is for points and levels, not for bins.
+QString chartTextAt(const QCustomPlot& plot, const ChartReading& reading, const QPointF& place,
+                    const ChartNote& note = {});
 
 /// Sets both axes to what the graphs span; bands stand on 0, with room for 1 where nothing was
 /// counted.

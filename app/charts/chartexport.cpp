@@ -138,7 +138,7 @@ bool ChartExport::eventFilter(QObject* watched, QEvent* event)
     }
     if (event->type() == QEvent::ToolTip) {
         const auto* help = static_cast<QHelpEvent*>(event);
-        const QString text = chartTextAt(*plot, settings.reading, help->pos());
+        const QString text = chartTextAt(*plot, settings.reading, help->pos(), settings.note);
         if (!text.isEmpty()) {
             const QStringList remarks = settings.remarks ? settings.remarks() : QStringList();
             QToolTip::showText(help->globalPos(), (QStringList(text) + remarks).join('\n'), plot);

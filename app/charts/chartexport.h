@@ -14,6 +14,7 @@ struct ChartExportSettings
     std::function<void()> fit; ///< shows all data; fitChart where there is none
     /// What is said below a point under the mouse; may be missing.
     std::function<QStringList()> remarks;
+    ChartNote note; ///< may be missing
 };
 
 /// The chart's context menu, and what it tells about the point under a resting mouse. Owned

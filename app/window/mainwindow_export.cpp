@@ -87,12 +87,13 @@ void MainWindow::addChartExports(const QList<QAction*>& shared)
     const ChartReading typicalCurve{ChartKind::Curve, "Dose", {}};
     const ChartReading probability{ChartKind::Curve, {}, " %"};
     const ChartReading counts{ChartKind::Bands, "Level", {}};
-    add(ui->_0_cp_rawResHistoGram, {histogram, "bootstrap_histogram", fitResults, {}}, nullptr);
-    add(ui->_1_cp_typicalDRPlot, {typicalCurve, "typical_endpoint", {}, {}}, typicalCurveRemarks);
-    add(ui->_3_cp_PoS, {probability, "probability", {}, {}}, curveRemarks);
-    add(ui->_4_cp_doseChoiceDistribution, {histogram, "dose_distribution", fitDoses, {}},
+    add(ui->_0_cp_rawResHistoGram, {histogram, "bootstrap_histogram", fitResults, {}, {}}, nullptr);
+    add(ui->_1_cp_typicalDRPlot, {typicalCurve, "typical_endpoint", {}, {}, {}},
+        typicalCurveRemarks);
+    add(ui->_3_cp_PoS, {probability, "probability", {}, {}, {}}, curveRemarks);
+    add(ui->_4_cp_doseChoiceDistribution, {histogram, "dose_distribution", fitDoses, {}, {}},
         selectionRemarks);
-    add(ui->_5_cp_truthVisualization, {counts, "comparison_counts", {}, {}}, truthRemarks);
+    add(ui->_5_cp_truthVisualization, {counts, "comparison_counts", {}, {}, {}}, truthRemarks);
 }
 
 /// The analysis as it stands.
