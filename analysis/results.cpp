@@ -204,3 +204,22 @@ QStringList truthRemarks(const StudyResults& results, const CurrentInputs& now)
              comparedDosesChanges(results, now));
     return remarks + unfinishedRemarks(results.truth);
 }
+
+QString nominalNote(const TruthComparison& truth, double level)
+{
+    const int index = truth.levels.indexOf(level);
+    if (index < 0 || index >= truth.comparison.size()) {
+        return {};
+    }
+    const LevelComparison& counts = truth.comparison.at(index);
+    const std::optional<CountRange> range = nominalRange(counts, level);
+    if (!range) {
+        return {};
+    }
+    const QString fault = misfit(counts, *range);
+    return QString(" (%1 to %2 in 95 % of studies by chance)\n")
+               .arg(range->lowest)
+               .arg(range->highest)
+           + (fault.isEmpty() ? "Compatible with the level"
+                              : "Not compatible with the level: " + fault);
+}

@@ -116,6 +116,11 @@ QStringList selectionRemarks(const StudyResults& results, const CurrentInputs& n
 /// themselves.
 QStringList truthRemarks(const StudyResults& results, const CurrentInputs& now);
 
+/// What a comparison says of the nominal count of a level, to be put behind it: the range that
+/// chance explains, " (12 to 19 in 95 % of studies by chance)", and in a line of its own whether
+/// the counts are compatible with the level. Empty where there is no range or no such level.
+QString nominalNote(const TruthComparison& truth, double level);
+
 /// The kinds of inputs that have changed since the curve or the selection was made.
 QVector<InputKind> curveChanges(const StudyResults& results, const CurrentInputs& now);
 QVector<InputKind> selectionChanges(const StudyResults& results, const CurrentInputs& now);

@@ -286,6 +286,26 @@ QString truthInputs(const TruthComparison& truth)
     return text;
 }
 
+/// Whether chance explains the counts of each level.
+QString nominalCounts(const TruthComparison& truth)
+{
+    QString lines;
+    for (int level = 0; level < qMin(truth.comparison.size(), truth.levels.size()); ++level) {
+        const LevelComparison& counts = truth.comparison.at(level);
+        const double percent = truth.levels.at(level);
+        if (const std::optional<CountRange> range = nominalRange(counts, percent)) {
+            const QString fault = misfit(counts, *range);
+            lines += line({typed(percent), calculated(nominalCount(counts, percent)),
+                           QString("%1 to %2").arg(range->lowest).arg(range->highest),
+                           fault.isEmpty() ? QString("yes") : "no, " + fault});
+        }
+    }
+    return lines.isEmpty() ? lines
+                           : line({"Level (%)", "Nominal", "By chance in 95 % of studies",
+                                   "Compatible with the level"})
+                                 + lines;
+}
+
 QString comparison(const StudyResults& results, const CurrentInputs& now)
 {
     const TruthComparison& truth = results.truth;
@@ -307,7 +327,7 @@ QString comparison(const StudyResults& results, const CurrentInputs& now)
                       QString::number(counts.equal), QString::number(counts.under),
                       calculated(counts.meanAbsoluteError)});
     }
-    return text;
+    return text + nominalCounts(truth);
 }
 
 } // namespace

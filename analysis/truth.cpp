@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <limits>
+#include <numeric>
 
 namespace {
 
@@ -61,6 +62,35 @@ void addToSummary(Table& summary, int column, const LevelComparison& comparison,
         add(MeanAbove, MaximalAbove, comparison.over - nominal);
     }
     add(MeanEqual, MaximalEqual, comparison.equal);
+}
+
+/// Probabilities of 0 to n successes up to a common factor, which is that of the most probable
+/// count: no power of p is needed, whatever n is. What is too improbable for a double is 0.
+QVector<double> binomialWeights(int n, double p)
+{
+    QVector<double> weights(n + 1, 0.0);
+    const double odds = p / (1 - p);
+    const int mode = qMin(n, int((n + 1.0) * p));
+    weights[mode] = 1;
+    for (int k = mode; k < n && weights.at(k) > 0; ++k) {
+        weights[k + 1] = weights.at(k) * odds * (n - k) / (k + 1);
+    }
+    for (int k = mode; k > 0 && weights.at(k) > 0; --k) {
+        weights[k - 1] = weights.at(k) / odds * k / (n - k + 1);
+    }
+    return weights;
+}
+
+/// The first index up to which the weights reach the sum.
+int quantile(const QVector<double>& weights, double sum)
+{
+    constexpr double roundingErrors = 1e-12;
+    int k = 0;
+    for (double reached = weights.first();
+         k + 1 < weights.size() && reached < sum * (1 - roundingErrors); reached += weights.at(k)) {
+        ++k;
+    }
+    return k;
 }
 
 } // namespace
@@ -143,6 +173,26 @@ QVector<LevelComparison> compareWithTruth(const Table& doseChoice,
 double nominalCount(const LevelComparison& comparison, double level)
 {
     return comparison.all() * level / 100;
+}
+
+std::optional<CountRange> nominalRange(const LevelComparison& comparison, double level)
+{
+    if (comparison.all() < 1 || !(0 < level && level < 100)) {
+        return std::nullopt;
+    }
+    const QVector<double> weights = binomialWeights(comparison.all(), level / 100);
+    const double total = std::accumulate(weights.begin(), weights.end(), 0.0);
+    return CountRange{quantile(weights, 0.025 * total), quantile(weights, 0.975 * total)};
+}
+
+QString misfit(const LevelComparison& comparison, const CountRange& range)
+{
+    if (comparison.over > range.highest) {
+        return QString("over exceeds %1").arg(range.highest);
+    }
+    return comparison.over + comparison.equal < range.lowest
+               ? QString("over or equal falls below %1").arg(range.lowest)
+               : QString();
 }
 
 Table summariseComparison(const QVector<LevelComparison>& comparisons,

@@ -5,7 +5,10 @@
 
 #include "analysis/probability.h"
 
+#include <QString>
+
 #include <functional>
+#include <optional>
 
 /// Model numbers read from a file, 0-based, one per simulated data set.
 struct TrueModelNumbers
@@ -66,6 +69,26 @@ QVector<LevelComparison> compareWithTruth(const Table& doseChoice,
 /// The data sets of a level that a method without bias would put at or above the
 /// theoretical MED.
 double nominalCount(const LevelComparison& comparison, double level);
+
+/// Counts from the lowest to the highest.
+struct CountRange
+{
+    int lowest;
+    int highest;
+};
+
+/// The counts that chance alone gives a method without bias in 95 % of studies: of n data sets,
+/// each at or above the theoretical MED with a probability of level percent, as many are
+/// so as the binomial distribution B(n, level/100) tells. From its 2.5 % to its 97.5 % quantile,
+/// a quantile being the lowest k with P(X <= k) not below it; exact for any n, in a time that
+/// grows with n. None without data sets, and unless the level lies strictly between 0 and 100,
+/// where chance decides. Johnson, Kemp & Kotz, Univariate Discrete Distributions (2005).
+std::optional<CountRange> nominalRange(const LevelComparison& comparison, double level);
+
+/// Why the counts of a level do not go with the range of the nominal count: "over exceeds 19" or
+/// "over or equal falls below 12"; empty if they do. As doses are a few, the count of a method
+/// without bias lies anywhere from over to over or equal.
+QString misfit(const LevelComparison& comparison, const CountRange& range);
 
 /// Deviations from the nominal counts, 6 rows by 2 columns: mean excess of estimates above,
 /// mean number of exact hits, mean shortfall; then the greatest of each. Column 0 is over

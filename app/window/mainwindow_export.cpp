@@ -93,7 +93,8 @@ void MainWindow::addChartExports(const QList<QAction*>& shared)
     add(ui->_3_cp_PoS, {probability, "probability", {}, {}, {}}, curveRemarks);
     add(ui->_4_cp_doseChoiceDistribution, {histogram, "dose_distribution", fitDoses, {}, {}},
         selectionRemarks);
-    add(ui->_5_cp_truthVisualization, {counts, "comparison_counts", {}, {}, {}}, truthRemarks);
+    const ChartNote ofLevel = [this](double level) { return nominalNote(shown.truth, level); };
+    add(ui->_5_cp_truthVisualization, {counts, "comparison_counts", {}, {}, ofLevel}, truthRemarks);
 }
 
 /// The analysis as it stands.

@@ -10,6 +10,7 @@
 
 using Numbers = QVector<double>;
 static const double none = qQNaN();
+Q_DECLARE_METATYPE(LevelComparison)
 
 class TestAnalysis : public QObject
 {
@@ -176,6 +177,30 @@ private slots:
         QVERIFY(almostEqual(summariseComparison(counts, {80, 50, 30, 100}),
                             {{1 / 3.0, 0.5}, {2, 1}, {1 / 3.0, 0.5}, {1, 1}, {4, 2}, {1, 1}}));
         QCOMPARE(summariseComparison({}, {50}).at(2).at(1), none); // mean over no level
+    }
+
+    void findsNominalRanges_data()
+    {
+        const Rows<LevelComparison, double, QString> row("counts", "level", "text");
+        row("most over", {19, 0, 1, 0}, 80, "12 to 19: ");
+        row("too many over", {20, 0, 0, 0}, 80, "12 to 19: over exceeds 19");
+        row("fewest at or above", {0, 12, 8, 0}, 80, "12 to 19: ");
+        row("too few", {5, 6, 9, 0}, 80, "12 to 19: over or equal falls below 12");
+        row("quantile reached exactly", {0, 0, 1, 0}, 2.5, "0 to 0: ");
+        row("many", {79752, 0, 20248, 0}, 80, "79752 to 80248: ");
+        row("rare", {4, 0, 99996, 0}, 0.001, "0 to 3: over exceeds 3");
+        row("no chance", {1, 0, 0, 0}, 100, "");
+        row("no data sets", {}, 50, "");
+    }
+    void findsNominalRanges()
+    {
+        QFETCH(LevelComparison, counts);
+        QFETCH(double, level);
+        const auto range = nominalRange(counts, level);
+        const QString text = range ? QString("%1 to %2: ").arg(range->lowest).arg(range->highest)
+                                         + misfit(counts, *range)
+                                   : QString();
+        QTEST(text, "text");
     }
 };
 

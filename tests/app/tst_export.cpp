@@ -35,7 +35,9 @@ private slots:
             "DOSE: 2\nProbability: 50 %");
         row("comparison", "_5_cp_truthVisualization",
             "Level\tNominal\tOver\tOver or equal\tAll\n40\t0.8\t1\t2\t2\n60\t1.2\t1\t1\t2",
-            {59, 0.1}, "Level 60 %\nOver: 1\nEqual: 0\nUnder: 1\nNominal: 1.2");
+            {59, 0.1},
+            "Level 60 %\nOver: 1\nEqual: 0\nUnder: 1\nNominal: 1.2 "
+            "(0 to 2 in 95 % of studies by chance)\nCompatible with the level");
     }
     void charts()
     {
@@ -165,7 +167,8 @@ private slots:
             "\nLevel (%)\tDose\tData sets\n40\t0.1\t2\n",
             "\nDoses by " + made + "Stale, since changed: chosen doses.\n",
             "\nStale, since changed: endpoints, levels. The doses were selected with:\n",
-            "\n40\t1\t1\t0\t0.1\n60\t1\t0\t1\t2\n\nFindings\n",
+            "\n40\t1\t1\t0\t0.1\n60\t1\t0\t1\t2\n",
+            "\n40\t0.8\t0 to 2\tyes\n60\t1.2\t0 to 2\tyes\n\nFindings\n",
             "model 1, weight: Proposed with K = 1 for the endpoint as it read then; now K is 2",
         };
         missing.erase(std::remove_if(missing.begin(), missing.end(),
