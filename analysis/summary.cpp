@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/summary.h"
 
+#include "analysis/certainty/certaintytables.h"
 #include "analysis/weights.h"
 #include "model/percentile.h"
 
@@ -236,7 +237,7 @@ QString probability(const StudyResults& results, const CurrentInputs& now)
     for (int dose = 0; dose < curve.probability.size(); ++dose) {
         text += line({typed(curve.doses.value(dose)), calculated(curve.probability.at(dose))});
     }
-    return text;
+    return text + certaintySummary(curve);
 }
 
 /// How often each dose was chosen, level by level.
@@ -267,7 +268,7 @@ QString doses(const StudyResults& results, const CurrentInputs& now)
                       std::isnan(dose) ? QString("none") : typed(dose), QString::number(count)});
         }
     }
-    return text;
+    return text + certaintySummary(selection);
 }
 
 /// Of which inputs the comparison was made, where they are not all in its headings.

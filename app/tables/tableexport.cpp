@@ -145,8 +145,8 @@ joinedTexts(QTableWidget* table, const Cells& cells, Headings headings, const Ce
 
 } // namespace
 
-void addTableExport(QTableWidget* table, const QString& fileName,
-                    const std::function<Table()>& numbers, const QList<QAction*>& shared)
+ExportMenu* addTableExport(QTableWidget* table, const QString& fileName,
+                           const std::function<Table()>& numbers, const QList<QAction*>& shared)
 {
     const CellText shown = [table](int row, int column) { return csvCellText(table, row, column); };
     const auto copy = [table](Headings headings, const CellText& text) {
@@ -181,4 +181,5 @@ void addTableExport(QTableWidget* table, const QString& fileName,
     for (QAction* entry : shared) {
         menu->addEntry(entry);
     }
+    return menu;
 }

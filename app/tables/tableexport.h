@@ -9,6 +9,7 @@
 
 #include <functional>
 
+class ExportMenu;
 class QAction;
 class QTableWidget;
 
@@ -17,8 +18,8 @@ class QTableWidget;
 /// the current cell. Headings are those of columns, and of rows if they have any. Full
 /// precision is 17 digits for each cell that shows, rounded, the number at its place in
 /// numbers, [row][column], which is asked then and may give fewer. fileName is offered for the
-/// file; the shared entries end the menu.
-void addTableExport(QTableWidget* table, const QString& fileName,
-                    const std::function<Table()>& numbers, const QList<QAction*>& shared);
+/// file; the shared entries end the menu, which others may follow.
+ExportMenu* addTableExport(QTableWidget* table, const QString& fileName,
+                           const std::function<Table()>& numbers, const QList<QAction*>& shared);
 
 #endif

@@ -12,7 +12,9 @@
 #include <QContextMenuEvent>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHelpEvent>
 #include <QMenu>
+#include <QToolTip>
 
 namespace {
 
@@ -37,6 +39,7 @@ ExportMenu::ExportMenu(QWidget* widget)
     , menu(new QMenu(widget))
 {
     owner->installEventFilter(this);
+    menu->installEventFilter(this);
     if (const auto* area = qobject_cast<QAbstractScrollArea*>(owner)) {
         area->viewport()->installEventFilter(this);
     }
@@ -72,8 +75,28 @@ void ExportMenu::setCondition(QAction* entry, const std::function<bool()>& isPos
             [entry, isPossible] { entry->setEnabled(isPossible()); });
 }
 
+void ExportMenu::setObstacle(QAction* entry, const std::function<QString()>& obstacle)
+{
+    connect(menu, &QMenu::aboutToShow, entry, [entry, obstacle] {
+        const QString found = obstacle();
+        entry->setEnabled(found.isEmpty());
+        entry->setToolTip(found);
+    });
+}
+
 bool ExportMenu::eventFilter(QObject* watched, QEvent* event)
 {
+    if (watched == menu && event->type() == QEvent::ToolTip) {
+        const auto* help = static_cast<QHelpEvent*>(event);
+        const QAction* entry = menu->actionAt(help->pos());
+        if (entry != nullptr && !entry->isEnabled() && !entry->isSeparator()) {
+            // Without a text of its own an entry's tooltip is its name.
+            QToolTip::showText(help->globalPos(),
+                               entry->toolTip() == entry->text() ? QString() : entry->toolTip(),
+                               menu);
+        }
+        return true;
+    }
     if (event->type() != QEvent::ContextMenu) {
         return QObject::eventFilter(watched, event);
     }

@@ -35,8 +35,13 @@ public:
     /// Whether there is something that the entry can work on; asked when the menu opens.
     void setCondition(QAction* entry, const std::function<bool()>& isPossible);
 
+    /// The same with why there is nothing, which the entry's tooltip tells; empty if there is
+    /// something.
+    void setObstacle(QAction* entry, const std::function<QString()>& obstacle);
+
 protected:
-    /// Opens the menu at a right click, also on a part of the widget, or the menu key.
+    /// Opens the menu at a right click, also on a part of the widget, or the menu key. Tells why
+    /// an entry of the menu is disabled.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:

@@ -5,7 +5,6 @@
 #include "app/aplot.h"
 #include "app/charts/histogramview.h"
 #include "app/findings/findingsview.h"
-#include "app/tables/datasettips.h"
 #include "app/tables/editing.h"
 #include "app/widgets/boundedit.h"
 #include "app/widgets/droptarget.h"
@@ -60,9 +59,6 @@ void setUpResultTables(const Ui_MainWindow& ui)
         makeReadOnly(table);
     }
     letEditOnly(ui._5_tw_trueModelTMED, trueModelColumn);
-    for (QTableWidget* table : {ui._4_tw_doseChoice, ui._5_tw_trueModelTMED}) {
-        new DataSetTips(table);
-    }
 }
 
 } // namespace
@@ -88,6 +84,7 @@ MainWindow::MainWindow(QWidget* parent)
     addExports();
     acceptDrops();
     setUpResultTables(*ui);
+    describeTables();
     connect(ui->actionSave, &QAction::triggered, this, &MainWindow::saveModels);
     connect(ui->actionOpen, &QAction::triggered, this, &MainWindow::loadModels);
     lowerBoundEdit = new BoundEdit(ui->_3_le_lowerBound, lowerSubstitute);

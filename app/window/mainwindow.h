@@ -19,6 +19,7 @@
 #include <optional>
 
 class BoundEdit;
+class ExportMenu;
 class FindingsView;
 class HeldInput;
 class HistogramView;
@@ -28,6 +29,7 @@ class QTableWidget;
 class QTableWidgetItem;
 class Ui_MainWindow;
 class ProgressLoop;
+enum class CertaintyTable;
 struct DecodedProject;
 struct ProjectItems;
 
@@ -211,7 +213,13 @@ private:
     int find_dose(QVector<double> pos, double target);
     QVector<double> find_dose(QVector<double> pos);
     void refresh_4_tw_doseChoice();
+
+    // How firm results are
     void resampleDoses();
+    void describeTables();
+    void addCertaintyEntries(ExportMenu* menu, bool ofCurve);
+    void copyCurveCertainty(CertaintyTable table);
+    void copyDoseCertainty(CertaintyTable table);
 
     // Page "5": comparison with the truth
     Table trueRows() const;

@@ -90,17 +90,6 @@ void MainWindow::on__4_pb_startCalculation_clicked()
     }
 }
 
-/// Tells how firm the doses are, which the table shows already.
-void MainWindow::resampleDoses()
-{
-    ProgressLoop progress(this, "Resampling bootstrap samples...", "Abort", doseChoice.size(),
-                          ProgressLoop::Construction::WhenNeeded);
-    resample(
-        shown.selection, [&progress](int done) { return progress.advance(done); },
-        [&progress] { return progress.poll(); });
-    changed(Change::Calculated);
-}
-
 QVector<double> MainWindow::find_dose(QVector<double> pos, QVector<double> targets)
 {
     return minimumEffectiveDoses(pos, targets, possibleDoses);

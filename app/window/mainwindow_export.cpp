@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What leaves the window: tables, charts and the summary of the analysis.
 
+#include "analysis/certainty/certaintytables.h"
 #include "analysis/summary.h"
 #include "analysis/weights.h"
 #include "app/charts/chartexport.h"
@@ -43,8 +44,10 @@ void MainWindow::addTableExports(const QList<QAction*>& shared)
         ui->_2_tw_relativeWeight, "relative_weights",
         [this] { return relativeWeights(study(), qMax(0, ui->_2_sb_dataNumber->value())); },
         shared);
-    addTableExport(
-        ui->_4_tw_doseChoice, "dose_selection", [this] { return doseChoice; }, shared);
+    addCertaintyEntries(
+        addTableExport(
+            ui->_4_tw_doseChoice, "dose_selection", [this] { return doseChoice; }, shared),
+        false);
     addTableExport(
         ui->_5_tw_trueModelTMED, "theoretical_meds",
         [this] {
@@ -78,7 +81,7 @@ void MainWindow::addChartExports(const QList<QAction*>& shared)
         if (remarks != nullptr) {
             settings.remarks = [this, remarks] { return remarks(results(), currentInputs()); };
         }
-        new ChartExport(plot, settings, shared);
+        return new ChartExport(plot, settings, shared);
     };
     const auto fitResults = [this] { resultsHistogram->showAll(); };
     const auto fitDoses = [this] { doseHistogram->showAll(); };
@@ -90,9 +93,12 @@ void MainWindow::addChartExports(const QList<QAction*>& shared)
     add(ui->_0_cp_rawResHistoGram, {histogram, "bootstrap_histogram", fitResults, {}, {}}, nullptr);
     add(ui->_1_cp_typicalDRPlot, {typicalCurve, "typical_endpoint", {}, {}, {}},
         typicalCurveRemarks);
-    add(ui->_3_cp_PoS, {probability, "probability", {}, {}, {}}, curveRemarks);
-    add(ui->_4_cp_doseChoiceDistribution, {histogram, "dose_distribution", fitDoses, {}, {}},
-        selectionRemarks);
+    const auto noteError = [this](double dose) { return errorText(shown.curve, dose); };
+    addCertaintyEntries(
+        add(ui->_3_cp_PoS, {probability, "probability", {}, {}, noteError}, curveRemarks), true);
+    addCertaintyEntries(add(ui->_4_cp_doseChoiceDistribution,
+                            {histogram, "dose_distribution", fitDoses, {}, {}}, selectionRemarks),
+                        false);
     const ChartNote ofLevel = [this](double level) { return nominalNote(shown.truth, level); };
     add(ui->_5_cp_truthVisualization, {counts, "comparison_counts", {}, {}, ofLevel}, truthRemarks);
 }

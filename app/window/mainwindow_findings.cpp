@@ -3,6 +3,7 @@
 // What the user should know about data, inputs and results: which check serves which widget.
 // Nothing here changes the analysis, draws a random number or redraws a chart.
 
+#include "analysis/certainty/certaintytables.h"
 #include "analysis/checkup/definitioncheck.h"
 #include "analysis/checkup/heading.h"
 #include "analysis/checkup/inputcheck.h"
@@ -111,8 +112,10 @@ void MainWindow::watchResults()
         return usableWeights.ofDataSet(study(), qMax(0, ui->_3_cb_dataNumber->value()));
     };
     findings->watch(ui->_3_pb_calculatePoS, [=] { return ofCurve() + ofStudy() + ofSamples(); });
-    findings->watch(ui->_4_pb_startCalculation,
-                    [=] { return ofDoses() + ofStudy() + usableWeights.ofAll(study()); });
+    findings->watch(ui->_4_pb_startCalculation, [=] {
+        return ofDoses() + unstableDoses(shown.selection) + ofStudy()
+               + usableWeights.ofAll(study());
+    });
     findings->watch(ui->_4_pb_compTruth, [=] {
         const quint64 then = simulationSource.fingerprint;
         const bool isEarlier = then != 0 && then != studyToKeep().fingerprint;

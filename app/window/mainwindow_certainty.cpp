@@ -1,0 +1,128 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+// How firm results are: resampled doses, tooltips and tables to copy.
+
+#include "analysis/certainty/certaintytables.h"
+#include "app/tables/tabletips.h"
+#include "app/widgets/exportmenu.h"
+#include "app/widgets/memory.h"
+#include "app/widgets/progressloop.h"
+#include "app/window/mainwindow.h"
+#include "ui_mainwindow.h"
+
+#include <limits>
+
+namespace {
+
+const char resamplingText[] = "Resampling bootstrap samples...";
+const char abortText[] = "Abort";
+
+struct CertaintyEntry
+{
+    const char* name;
+    const char* text;
+    CertaintyTable table;
+};
+
+const CertaintyEntry certaintyEntries[] = {
+    {"CopyCertainty", "Copy certainty of doses", CertaintyTable::Doses},
+    {"CopyContributions", "Copy contributions", CertaintyTable::Contributions},
+    {"CopyAveragedEndpoint", "Copy averaged endpoint", CertaintyTable::Endpoint},
+    {"CopySensitivity", "Copy sensitivity", CertaintyTable::Sensitivity}};
+
+/// Remarks on the result, a line each, above the headings of the table.
+QStringList startOfTable(CertaintyTable table, const QVector<endPoint>& models,
+                         const QStringList& remarks)
+{
+    return remarks + QStringList(tabSeparated({certaintyHeadings(table, models)}));
+}
+
+QString tableText(CertaintyTable table, const JudgedResult& result)
+{
+    return tabSeparated(certaintyRows(table, result, std::numeric_limits<double>::digits10));
+}
+
+} // namespace
+
+/// Finds how firm the doses are, which the table shows already.
+void MainWindow::resampleDoses()
+{
+    ProgressLoop progress(this, resamplingText, abortText, doseChoice.size(),
+                          ProgressLoop::Construction::WhenNeeded);
+    resample(
+        shown.selection, [&progress](int done) { return progress.advance(done); },
+        [&progress] { return progress.poll(); });
+    changed(Change::Calculated);
+}
+
+/// Lets the tables of data sets and doses tell what their cells do not show.
+void MainWindow::describeTables()
+{
+    const auto dataSetText = [](int row) { return QString("data set %1").arg(row); };
+    new TableTips(ui->_5_tw_trueModelTMED, {dataSetText, {}, {}});
+    const auto withRemarks = [this](const QString& text) {
+        return (QStringList(text) + selectionRemarks(results(), currentInputs())).join('\n');
+    };
+    new TableTips(ui->_4_tw_doseChoice,
+                  {dataSetText,
+                   [=](int level) { return withRemarks(stabilityText(shown.selection, level)); },
+                   [=](int dataSet, int level) {
+                       return withRemarks(stabilityText(shown.selection, dataSet, level));
+                   }});
+}
+
+/// Adds the tables of certainty to the menu of the curve or, without ofCurve, of the doses.
+void MainWindow::addCertaintyEntries(ExportMenu* menu, bool ofCurve)
+{
+    menu->addSeparator();
+    for (const CertaintyEntry& entry : certaintyEntries) {
+        const CertaintyTable table = entry.table;
+        QAction* action = menu->addEntry(entry.name, entry.text, [this, table, ofCurve] {
+            ofCurve ? copyCurveCertainty(table) : copyDoseCertainty(table);
+        });
+        menu->setObstacle(action, [this, ofCurve] {
+            return ofCurve ? missingCertainty(shown.curve) : missingCertainty(shown.selection, 0);
+        });
+    }
+}
+
+void MainWindow::copyCurveCertainty(CertaintyTable table)
+{
+    const CurrentInputs now = currentInputs();
+    JudgedResult result = judgedResult(shown.curve, now.study.levels);
+    if (table == CertaintyTable::Doses) {
+        ProgressLoop progress(this, resamplingText, abortText, 0,
+                              ProgressLoop::Construction::WhenNeeded);
+        const Grid hits = hitWeights(result.made, result.evaluation,
+                                     appliedWeights(result.made, result.evaluation));
+        const auto stability =
+            doseStability(hits, result.evaluation.sampleCount, result.probability,
+                          result.made.levels, [&progress] { return progress.poll(); });
+        if (!stability) {
+            return;
+        }
+        result.stability = *stability;
+    }
+    QStringList parts = startOfTable(table, result.made.endPoints, curveRemarks(results(), now));
+    parts.append(tableText(table, result));
+    copyText(parts.join('\n'));
+}
+
+/// Of all data sets whose endpoints are kept.
+void MainWindow::copyDoseCertainty(CertaintyTable table)
+{
+    const DoseSelection& selection = shown.selection;
+    QStringList parts = startOfTable(table, selection.made.inputs.endPoints,
+                                     selectionRemarks(results(), currentInputs()));
+    ProgressLoop progress(this, "Collecting figures...", abortText, selection.evaluations.size(),
+                          ProgressLoop::Construction::WhenNeeded);
+    for (int dataSet = 0; dataSet < selection.evaluations.size(); ++dataSet) {
+        if (selection.evaluations.at(dataSet).exists()) {
+            parts.append(tableText(table, judgedResult(selection, dataSet)));
+        }
+        if (!progress.advance(dataSet + 1)) {
+            return;
+        }
+    }
+    copyText(parts.join('\n'));
+}
