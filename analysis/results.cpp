@@ -141,7 +141,7 @@ bool resample(DoseSelection& selection, const std::function<bool(int done)>& goe
             const auto found =
                 doseStability(hitWeights(made, evaluation, appliedWeights(made, evaluation)),
                               evaluation.sampleCount, selection.probability.value(dataSet),
-                              selection.levels, isAwaited);
+                              made.levels, isAwaited);
             if (!found) {
                 return false;
             }

@@ -32,7 +32,7 @@ private slots:
         row("typical curve", "_1_cp_typicalDRPlot", "Dose\tEndpoint\n0\t1\n0.1\t1.1\n2\t3",
             {0.2, 1.2}, "Dose: 0.1\nEndpoint: 1.1");
         row("probability", "_3_cp_PoS", "DOSE\tProbability\n0\t0\n0.1\t50\n2\t50", {1.9, 60},
-            "DOSE: 2\nProbability: 50 %");
+            "DOSE: 2\nProbability: 50 %, Monte Carlo error 35");
         row("comparison", "_5_cp_truthVisualization",
             "Level\tNominal\tOver\tOver or equal\tAll\n40\t0.8\t1\t2\t2\n60\t1.2\t1\t1\t2",
             {59, 0.1},
