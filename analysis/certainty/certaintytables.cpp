@@ -7,8 +7,6 @@
 #include "analysis/certainty/sensitivity.h"
 
 #include <cmath>
-#include <functional>
-#include <limits>
 
 namespace {
 
@@ -75,13 +73,12 @@ TextRows contributionRows(const JudgedResult& result, const Writer& text)
     const auto add = [&](const QString& figure, const QString& dose,
                          const QVector<double>& ofModels, double all) {
         QStringList row{QString::number(result.dataSet), figure, dose};
-        for (const double value : ofModels) {
-            row.append(text(value));
+        for (int model = 0; model < found.meanWeights.size(); ++model) {
+            row.append(ofModels.isEmpty() ? QString() : text(ofModels.at(model)));
         }
         row.append(text(all));
         rows.append(row);
     };
-    const QVector<double> none(found.meanWeights.size(), std::numeric_limits<double>::quiet_NaN());
     const double samples = result.evaluation.sampleCount;
     double bestShare = 0.0;
     for (const double share : found.bestShares) {
@@ -89,9 +86,9 @@ TextRows contributionRows(const JudgedResult& result, const Writer& text)
     }
     add("Mean weight", QString(), found.meanWeights, 1.0);
     add("Best (% of samples)", QString(), found.bestShares, bestShare);
-    add("Effective number of models", QString(), none, found.effectiveModels);
-    add("One model above 0.9 (% of samples)", QString(), none, found.dominatedShare);
-    add("Samples with weights (%)", QString(), none, 100.0 * found.weighedSamples / samples);
+    add("Effective number of models", QString(), {}, found.effectiveModels);
+    add("One model above 0.9 (% of samples)", QString(), {}, found.dominatedShare);
+    add("Samples with weights (%)", QString(), {}, 100.0 * found.weighedSamples / samples);
     for (int dose = 0; dose < found.parts.size(); ++dose) {
         add("Part of the probability (%)", text.dose(result.made.doses, dose), found.parts.at(dose),
             result.probability.at(dose));
