@@ -69,6 +69,22 @@ void countAll(const RawResults& rawResults, QVector<CheckedModel>& models)
     }
 }
 
+void pairAll(const RawResults& rawResults, QVector<CheckedModel>& models)
+{
+    QVector<int> ofvColumns;
+    for (const CheckedModel& model : qAsConst(models)) {
+        ofvColumns.append(model.columns.ofv);
+    }
+    const QVector<RowPairing> pairings = pairRows(rawResults, ofvColumns);
+    for (int index = 0; index < models.size(); ++index) {
+        CheckedModel& model = models[index];
+        model.pairing = pairings.at(index);
+        for (const int dataSet : qAsConst(model.pairing.faultyDataSets)) {
+            model.dataSets[dataSet].unpaired = true;
+        }
+    }
+}
+
 bool hasZero(const QVector<CheckedModel>& models)
 {
     const auto startsAtZero = [](const SampleCounts& counts) { return counts.firstNumber == 0; };
@@ -158,11 +174,12 @@ ImportCheckUp checkUp(const RawResults& rawResults, const QVector<Heading>& head
         models.last().unread = unread.value(model);
     }
     countAll(rawResults, models);
+    pairAll(rawResults, models);
     const bool zeroSeen = hasZero(models);
     ImportCheckUp result;
     for (CheckedModel& model : models) {
         model.width = commonWidth(model.dataSets);
-        checkModel(model, {models.first(), zeroSeen, colNumOFV, colNumTHETA1});
+        checkModel(model, {models, zeroSeen, colNumOFV, colNumTHETA1});
         result.models.append(resultOf(model));
     }
     result.summary = summaryOf(models);

@@ -6,6 +6,7 @@
 #include "model/binding.h"
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
 
 namespace {
@@ -269,6 +270,53 @@ void checkNumbering(CheckedModel& model, bool zeroSeen)
     addNumber(model, Kind::Numbering, "samples without a number", &SampleCounts::unnumbered);
 }
 
+QString correlationText(double correlation)
+{
+    return QString::number(std::round(correlation * 1000) / 1000 + 0.0, 'g', 3); // no "-0"
+}
+
+/// "(rank correlation 0.012 in rows 801 to 1001, 0.93 after moving its rows down by 1)"
+QString correlationsText(const PairingFault& fault, bool namesDataSet)
+{
+    QString place;
+    if (!fault.isWhole) {
+        place = QString(" in rows %1 to %2")
+                    .arg(fault.firstRow + 1)
+                    .arg(fault.firstRow + fault.rowCount);
+    } else if (!namesDataSet) {
+        place = " over all samples";
+    }
+    if (namesDataSet) {
+        place += QString(fault.isWhole ? " in data set %1" : " of data set %1").arg(fault.dataSet);
+    }
+    QString text = "(rank correlation " + correlationText(fault.correlation) + place;
+    if (fault.shift != 0) {
+        text += QString(", %1 after moving its rows %2 by %3")
+                    .arg(correlationText(fault.restored), fault.shift > 0 ? "down" : "up")
+                    .arg(std::abs(fault.shift));
+    }
+    return text + ')';
+}
+
+/// The OFV of the model against that of the others.
+void checkOfvPairing(CheckedModel& model, const QVector<CheckedModel>& models)
+{
+    const RowPairing& pairing = model.pairing;
+    const Occurrence found = occurrence(model, &SampleCounts::unpaired);
+    if (found.count > 0) {
+        const QString text =
+            "OFV does not go with that of " + shortName(models.at(pairing.worst.partner).name);
+        model.findings.append(
+            {Kind::Pairing, found.count,
+             text + ' ' + correlationsText(pairing.worst, found.dataSets > 1) + placeText(found),
+             model.name + ": " + text});
+    } else if (!std::isnan(pairing.lowest)) {
+        const QStringList range{correlationText(pairing.lowest), correlationText(pairing.highest)};
+        model.facts.append("OFV goes with that of the other models: rank correlation "
+                           + (range.first() == range.last() ? range.first() : range.join(" to ")));
+    }
+}
+
 /// The rows of the model against those of the first model, which they are paired with.
 void checkPairing(CheckedModel& model, const CheckedModel& first)
 {
@@ -320,7 +368,8 @@ void checkModel(CheckedModel& model, const CheckContext& context)
         addSampleFact(model, context.zeroSeen);
         checkHeading(model);
         checkColumnSettings(model, context.colNumOFV, context.colNumTHETA1);
-        checkPairing(model, context.first);
+        checkPairing(model, context.models.first());
+        checkOfvPairing(model, context.models);
         checkConvergence(model);
         checkNumbering(model, context.zeroSeen);
         checkWidths(model);

@@ -4,6 +4,7 @@
 #define VELMORA_ANALYSIS_CHECKUP_MODELCHECKUP_H
 
 #include "analysis/checkup/heading.h"
+#include "analysis/checkup/pairing.h"
 #include "analysis/checkup/samplecounts.h"
 
 #include <QStringList>
@@ -42,6 +43,7 @@ struct CheckedModel
     QStringList names; ///< of the columns; empty if the file has no readable heading
     SampleColumns columns;
     QVector<SampleCounts> dataSets;
+    RowPairing pairing;
     int width = 0;     ///< columns of most samples
     QStringList facts; ///< what is as it should be
     QVector<Finding> findings;
@@ -50,14 +52,14 @@ struct CheckedModel
 /// What one model is compared with, and the 1-based column settings.
 struct CheckContext
 {
-    const CheckedModel& first; ///< whose rows those of the others are paired with
-    bool zeroSeen;             ///< whether the sample numbers of any table start at 0
+    const QVector<CheckedModel>& models; ///< whose rows are paired, by their OFV and numbers
+    bool zeroSeen;                       ///< whether the sample numbers of any table start at 0
     int colNumOFV;
     int colNumTHETA1;
 };
 
-/// Gives the model its facts and findings. Its counts and width, and those of the first
-/// model, are there.
+/// Gives the model its facts and findings. Its counts and width, and the names and counts of
+/// all models, are there.
 void checkModel(CheckedModel& model, const CheckContext& context);
 
 #endif

@@ -35,6 +35,7 @@ struct SampleCounts
     qint64 mispaired = 0;         ///< rows whose number is not that of the partner's row
     bool fitFailed = false;       ///< the original fit, number 0 in the first row, did not converge
     bool unevenlyPaired = false;  ///< with a table of another number of rows; set by callers
+    bool unpaired = false;        ///< its OFV does not go with that of others; set by callers
     bool repeatsPrevious = false; ///< the data set before has the same samples; set by callers
     QMap<int, qint64> widths;     ///< samples per number of columns
 };

@@ -8,6 +8,8 @@
 #include "tests/support/compare.h"
 #include "tests/support/rows.h"
 
+#include <QRandomGenerator>
+
 static const double none = qQNaN();
 
 /// A heading line as the readers store it; ' stands for the double quote.
@@ -43,6 +45,20 @@ static ImportCheckUp checkUsual(const RawResults& results)
 {
     return checkUp(results, QVector<QStringList>(results.size(), pieces(usualHeading)),
                    {"linear", "emax"}, 4, 5);
+}
+
+/// Samples numbered from 0, whose OFVs are those of the resamples from first on, except one.
+static Table fits(int first, int count, int left = -1, quint32 seed = 1)
+{
+    Table table;
+    QRandomGenerator resamples(seed);
+    for (int resample = 0; table.size() < count; ++resample) {
+        const double ofv = resamples.bounded(1000.0);
+        if (resample >= first && resample != left) {
+            table.append({double(table.size()), 1, 0, ofv, 2, 0.1});
+        }
+    }
+    return table;
 }
 
 class TestCheckUp : public QObject
@@ -162,6 +178,44 @@ private slots:
         QFETCH(QString, findings);
         const auto result = checkUp({{samples(0, 9)}}, {pieces(heading)}, {"emax"}, ofv, theta);
         QCOMPARE(told(result.models.first().findings, findings), findings);
+    }
+
+    void findsUnpairedRows_data()
+    {
+        const Rows<RawResults, QString> row("results", "findings");
+        const Table good = fits(0, 100);
+        const Table other = fits(0, 100, -1, 5);
+        row("same resamples", {{good}, {good}, {good}}, "");
+        row("first model shifted", {{fits(3, 100)}, {good}, {good}},
+            "linear: OFV * of emax (rank correlation * samples, 1 after moving its rows down by "
+            "3)");
+        row("the only other one, too far", {{fits(30, 100)}, {fits(9, 100)}},
+            "emax: OFV * of linear (rank correlation * samples)");
+        row("other resamples twice", {{good}, {other}, {other}, {good}, {good}},
+            "emax: OFV * of linear */model 2: OFV * of linear *");
+        row("fit twice", {{good}, {fits(0, 1) + fits(0, 99)}},
+            "emax: OFV * samples, 1 after moving its rows up by 1)");
+        row("row left out", {{fits(0, 200)}, {fits(0, 200, 162)}},
+            "emax: OFV * in rows 161 to 200, 0.9* after moving its rows down by 1)");
+        row("gaps", {{with(good, 7, 3, none)}, {with(other, 9, 3, qInf())}}, "emax: *");
+        row("few", {{fits(0, 19)}, {fits(3, 19)}}, "");
+        row("all the same", {{good}, {Table(100, good.first())}}, "");
+        row("some data sets", {{good, good, good}, {good, fits(4, 100), other}},
+            "emax: OFV * (rank correlation * in data set 1, 1 after*by 4) in 2 of 3 data sets");
+    }
+    void findsUnpairedRows()
+    {
+        QFETCH(RawResults, results);
+        QFETCH(QString, findings);
+        QStringList found;
+        for (const ModelCheckUp& model : checkUsual(results).models) {
+            for (const QString& finding : model.findings) {
+                if (finding.contains("OFV does")) {
+                    found.append(model.text.section('\n', 0, 0) + ": " + finding);
+                }
+            }
+        }
+        QCOMPARE(told(found, findings), findings);
     }
 
     void keepsManyDataSetsShort()
