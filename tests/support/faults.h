@@ -6,7 +6,7 @@
 // Faults of the system, by a library that stands between a program and the C library when it
 // is preloaded (LD_PRELOAD).
 
-/// Calls that can fail, under all of their names: open64 is an Open, pwrite a Write.
+/// Calls that can fail, under the names by which Qt and the program make them: open64 is an Open.
 enum class FaultCall { Open, Read, Write, Sync, Rename, Truncate, Close, Map, Allocate };
 
 /// What is to fail: calls of the thread that arms, and but for allocations only those on files
