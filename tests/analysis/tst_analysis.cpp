@@ -72,9 +72,6 @@ private slots:
         const Rows<Table, Numbers> row("endpoints", "probability"); // [sample][dose]
         row("bounds", {{0.5, 0}, {2, 1}, {0.7, none}, {0.9, 1}}, {75, 50});
         row("sample without a model", {{}, {1, 1, 1}}, {50, 50});
-        row("thirds", {{1, 5}, {5, 1}, {5, 1}}, {33.33333333333333, 66.66666666666666});
-        // Repeated steps, not a count times a step: a level of 50 is just exceeded.
-        row("many steps", Table(500, {1, 1}) + Table(500, {5, 5}), Numbers(2, 50.00000000000044));
     }
     void selects()
     {
@@ -102,6 +99,31 @@ private slots:
         QVERIFY(holdsSelected(endpoints, {0, 1}) && holdsSelected(endpoints, {-1, 0}));
         QVERIFY(!holdsSelected(endpoints, {1, 1}) && !holdsSelected(endpoints, {0, 0, 0}));
         QVERIFY(almostEqual(pickSelected(endpoints, {0, 1, -1}), {{0.5}, {1}, {}}, 0));
+    }
+
+    void addsStepsUp_data()
+    {
+        const Rows<int, Numbers, Numbers> row("samples", "selected", "averaged");
+        row("38", 38, {100.00000000000001, 49.99999999999998},
+            {99.9999999999998, 49.99999999999996});
+        row("142", 142, {99.99999999999997, 50.00000000000009},
+            {99.99999999999973, 49.999999999999986});
+        row("335", 335, {100.00000000000054, 49.85074626865671},
+            {99.99999999999945, 49.850746268656984});
+    }
+    /// Repeated steps, not a count times a step.
+    /// Dose 0 hits in all samples, dose 1 in every other one; for the average in three models.
+    void addsStepsUp()
+    {
+        QFETCH(int, samples);
+        Table endpoints(samples, {1, 9});
+        for (int sample = 1; sample < samples; sample += 2) {
+            endpoints[sample] = {1, 1};
+        }
+        QTEST(probabilityBySelection(endpoints, 2, {0, 2}), "selected");
+        QTEST(probabilityByAveraging(QVector<Table>(3, endpoints),
+                                     Table(samples, {1 / 3.0, 1 / 6.0, 0.5}), true, 2, {0, 2}),
+              "averaged");
     }
 
     void searchesDoses_data()

@@ -110,13 +110,11 @@ private slots:
         cache.keep(1, averaged, endpointProvenance(study));
         QVERIFY(!cache.averaged(0, 2) && !cache.selected(1, 2, {0, 0, 1}));
         QVERIFY(cache.averaged(1, 2) == averaged && cache.selected(1, 2, {0, 1, 0}));
-        Study otherLevel = study;
-        otherLevel.levels = {1};
         Study otherWeight = study;
         first(otherWeight).weightParser.expression = "2+0";
         Study otherDose = study;
         otherDose.doses[0] = 1;
-        QCOMPARE(cache.misfits(otherLevel), 0);
+        QCOMPARE(cache.misfits(study), 0);
         QCOMPARE(cache.misfits(otherWeight), 1);
         QCOMPARE(cache.misfits(otherDose), 1);
         cache.keep(1, whole, endpointProvenance(study));
@@ -126,30 +124,6 @@ private slots:
         QVERIFY(!cache.averaged(0, 3) && entries.first().isEmpty()); // another number of models
         cache.clear();
         QVERIFY(entries.isEmpty());
-    }
-
-    void appliesProjects()
-    {
-        const ProjectStudy before{wholeStudy(), {"0.4", false, 0.4}, {"inf", false, qInf()}};
-        DecodedProject project;
-        project.completeItems = 12;
-        ProjectItems& items = project.items;
-        items.rawResults = {{{{7}}}};
-        items.endPointExpressions = QStringList{"ETA3", "beyond the models"};
-        items.omegas = {{{1, 2}, {2, 5}, {9}}};
-        items.omegaColumns = {{{-1, 4}, {4, -1}}};
-        items.populationSummary = 2;
-        items.averageOrSelection = 1;
-        items.oneOrIndividualOfv = 7; // names no choice
-        items.lowerBound = "-inf";
-        const ProjectStudy after = appliedProject(before, project);
-        const endPoint& model = after.study.endPoints.first();
-        QCOMPARE(model.omega, Table({{1, 2, 0}, {2, 5, 0}, {0, 0, 0}}));
-        QCOMPARE(model.omegaColumns.first(), QVector<int>({-1, 4, -1}));
-        QCOMPARE(model.populationSummary, 75);
-        QVERIFY(after.study.selecting && after.study.individualOfv && !after.study.logScale);
-        QVERIFY(after.lowerBound.placed && after.study.target.lower == -10);
-        QCOMPARE(after.study.levels, before.study.levels); // of items that are not there
     }
 };
 

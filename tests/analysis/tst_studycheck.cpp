@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/checkup/definitioncheck.h"
+#include "analysis/checkup/modelfindings.h"
 #include "analysis/checkup/studycheck.h"
 #include "tests/support/compare.h"
 #include "tests/support/rows.h"
@@ -94,6 +95,20 @@ private slots:
                         QVector<double>{none});
         }
         QCOMPARE(told(checkUsableWeightsOfAll(study), text), text);
+    }
+
+    /// The parenthesis is found last, and told in its place.
+    void ordersDiagnoses()
+    {
+        Study study;
+        study.endPoints.resize(1);
+        study.endPoints[0].endPointParser.expression = "2*(3--1)+(1+-1";
+        const QStringList found = endpointFindings(study, 0).filter("Character");
+        QCOMPARE(found.size(), 3);
+        for (int i = 0; i < 3; ++i) {
+            const int place = QVector<int>{6, 10, 13}.at(i);
+            QVERIFY(found.at(i).startsWith(QString("Character %1: ").arg(place)));
+        }
     }
 
     void readsHeadingsOfThetas()

@@ -8,9 +8,6 @@ Q_DECLARE_METATYPE(Act)
 
 static const char doses[] = "_1_le_possibleDoses";
 static const char chart[] = "_1_cp_typicalDRPlot";
-static const char headers[] = "Some of the headers for the raw_results files for the simulation "
-                              "models do not match with the estimation models.  Please double "
-                              "check.";
 static const char longList[] = "0:0.01:100";
 
 static QProgressDialog* visibleDialog()
@@ -46,20 +43,17 @@ private slots:
     {
         openWindow();
         importPairs();
-        edit("_1_tw_endPoints", 0, 0, "DOSE");
-        edit("_1_tw_endPoints", 1, 0, "THETA1*DOSE+ETA1+ETA2");
-        edit("_1_tw_etaDefinition", 0, 0, "1");
-        edit("_1_tw_etaDefinition", 1, 1, "2");
+        edit(endpoints, 0, 0, "DOSE");
+        edit(endpoints, 1, 0, "THETA1*DOSE+ETA1+ETA2");
+        edit(omega, 0, 0, "1");
+        edit(omega, 1, 1, "2");
         type("_1_sb_numSimulations", "10000");
         type(doses, "");
     }
 
     void curveIsGivenUp_data()
     {
-        QTest::addColumn<bool>("waitsForDialog");
-        QTest::addColumn<Act>("act");
-        QTest::addColumn<QString>("text");
-
+        const Rows<bool, Act, QString> row("waitsForDialog", "act", "text");
         const Act keys = [] { typeKeys("1,2"); };
         const Act wheel = [this] {
             QWidget* box = the<QSpinBox>("_1_sb_numSimulations");
@@ -68,14 +62,15 @@ private slots:
             QCoreApplication::sendEvent(box, &step);
             typeKeys("1,2");
         };
-        QTest::newRow("by keys that waited") << false << keys << "1,2";
-        QTest::newRow("by keys while the dialog is shown") << true << keys << "1,2";
-        QTest::newRow("by repeated keys, with one curve for the last") << true << Act([] {
+        const Act repeated = [] {
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backspace);
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backspace);
-        }) << "0:0.01:1";
-        QTest::newRow("by a step of the wheel") << true << wheel << "1,2";
-        QTest::newRow("by the button") << true << Act(pressAbort) << longList;
+        };
+        row("by keys that waited", false, keys, "1,2");
+        row("by keys while the dialog is shown", true, keys, "1,2");
+        row("by repeated keys, with one curve for the last", true, repeated, "0:0.01:1");
+        row("by a step of the wheel", true, wheel, "1,2");
+        row("by the button", true, pressAbort, longList);
     }
     void curveIsGivenUp()
     {
@@ -100,7 +95,7 @@ private slots:
         QVERIFY(!timer.isActive() && visibleDialog() == nullptr);
         QCOMPARE(randomPosition(), before);
         QCOMPARE(the<QCustomPlot>(chart)->graphCount(), 0);
-        QVERIFY(the<QCustomPlot>(chart)->toolTip().contains("was given up"));
+        QVERIFY(tip(chart).contains("was given up"));
 
         QTRY_COMPARE(list->text(), text);
         if (text != longList) {
@@ -115,33 +110,24 @@ private slots:
 
     void isGivenUpWithinASample_data()
     {
-        QTest::addColumn<QString>("button");
-        QTest::addColumn<QString>("result");
-        QTest::addColumn<QString>("remark");
-
-        QTest::newRow("probability") << "_3_pb_calculatePoS"
-                                     << "_3_cp_PoS"
-                                     << "The calculation was given up: the curve holds 0 of 2 "
-                                        "samples.";
-        QTest::newRow("doses") << "_4_pb_startCalculation"
-                               << "_4_tw_doseChoice"
-                               << "The calculation was given up: the table holds 0 of 2 data sets.";
-        QTest::newRow("comparison") << "_4_pb_compTruth"
-                                    << "_5_tw_Summary"
-                                    << "The calculation was given up: 0 of 1 data sets have been "
-                                       "given a theoretical MED.";
+        const Rows<QByteArray, QByteArray, QString> row("button", "result", "remark");
+        row("probability", toCurve, "_3_cp_PoS", "the curve holds 0 of 2 samples.");
+        row("doses", toDoses, "_4_tw_doseChoice", "the table holds 0 of 2 data sets.");
+        row("comparison", toTruth, "_5_tw_Summary",
+            "0 of 1 data sets have been given a theoretical MED.");
     }
     void isGivenUpWithinASample()
     {
-        QFETCH(QString, button);
-        QFETCH(QString, result);
+        QFETCH(QByteArray, button);
+        QFETCH(QByteArray, result);
         QFETCH(QString, remark);
         const QString simulated = files.writeRawResults("simulated.csv", {{2, 1}});
         pressAndAnswer("_5_pb_importSimRawRes", {simulated});
-        pressAndAnswer("_5_pb_simTrueModel", {files.write("true_models.csv", "1,1\n")}, headers);
+        pressAndAnswer("_5_pb_simTrueModel", {files.write("true_models.csv", "1,1\n")},
+                       otherHeaders);
         choose("_3_cb_aveORselect", 0);
         type("_4_le_probabilities", "50");
-        reach<QWidget>("_2_tw_weightDefinition");
+        reach<QWidget>(weights);
         QTimer timer;
         connect(&timer, &QTimer::timeout, [] {
             if (visibleDialog() != nullptr) {
@@ -151,11 +137,11 @@ private slots:
         timer.start(1);
         QApplication::clipboard()->setText(longList);
         QTest::keyClick(reach<QLineEdit>(doses), Qt::Key_V, Qt::ControlModifier);
-        reach<QWidget>(qPrintable(button));
+        reach<QWidget>(button);
         const auto before = randomPosition();
-        press(qPrintable(button));
+        press(button);
         QCOMPARE(randomPosition(), before);
-        QVERIFY(the<QWidget>(qPrintable(result))->toolTip().contains(remark));
+        QVERIFY(tip(result).contains("The calculation was given up: " + remark));
     }
 };
 

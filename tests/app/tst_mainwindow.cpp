@@ -6,9 +6,6 @@
 #include "tests/support/windowtest.h"
 
 const char mismatch[] = "Headers of the raw_results files do not match.";
-const char endpoints[] = "_1_tw_endPoints";
-const char omega[] = "_1_tw_etaDefinition";
-const char weights[] = "_2_tw_weightDefinition";
 
 /// From imports to doses, page by page.
 class TestMainWindow : public WindowTest
@@ -26,7 +23,7 @@ class TestMainWindow : public WindowTest
     QStringList chooseDoses(const QString& levels)
     {
         type("_4_le_probabilities", levels);
-        press("_4_pb_startCalculation");
+        press(toDoses);
         return rows("_4_tw_doseChoice");
     }
 
@@ -38,7 +35,7 @@ private slots:
         LogCapture log;
         const MainWindow fresh;
         QCOMPARE(log.messages(), QStringList()); // a slot without its widget, or the reverse
-        press("_3_pb_calculatePoS");
+        press(toCurve);
         QCOMPARE(chooseDoses("50"), QStringList());
         reach<QWidget>(weights);
         QCOMPARE(rows(weights), QStringList());
@@ -132,18 +129,6 @@ private slots:
         QVERIFY(almostEqual(curve("_1_cp_typicalDRPlot").first(), 1 + eta, 1e-12));
     }
 
-    void typesNumbersOfEtas()
-    {
-        defineStudy();
-        edit(endpoints, 0, 0, "THETA1+ETA1");
-        type("_1_cb_numEtas", "3");
-        edit(omega, 1, 2, "0.5");
-        retype("_1_cb_numEtas", "12\r"); // a second digit
-        QCOMPARE(cell(omega, 1, 2), "0.5");
-        retype("_1_cb_numEtas", "1\r\b3"); // another number
-        QCOMPARE(cell(omega, 1, 2), "0");
-    }
-
     void keepsTypedWeights()
     {
         defineStudy();
@@ -194,7 +179,7 @@ private slots:
         type("_3_le_lowerBound", "-1");
         type("_1_le_possibleDoses", "0,1,11");
         type("_3_le_upperBound", bound);
-        press("_3_pb_calculatePoS");
+        press(toCurve);
         QTEST(curve("_3_cp_PoS").last(), "probability");
         QFETCH(QString, note);
         QVERIFY(tip("_3_cp_PoS").contains(note));
@@ -204,7 +189,7 @@ private slots:
     void showsCurvesAndNumbersWhole()
     {
         defineStudy();
-        press("_3_pb_calculatePoS");
+        press(toCurve);
         for (const char* chart : {"_1_cp_typicalDRPlot", "_3_cp_PoS"}) {
             QCOMPARE(the<QCustomPlot>(chart)->graph(0)->pen(), QPen(QColor(153, 0, 0), 2));
         }
@@ -212,7 +197,7 @@ private slots:
         chooseDoses("1");
         auto* table = the<QTableWidget>("_4_tw_doseChoice");
         QVERIFY(table->columnWidth(0) >= table->fontMetrics().horizontalAdvance("1.23457e-123"));
-        const auto* names = the<QTableWidget>("_2_tw_weightDefinition")->verticalHeader();
+        const auto* names = the<QTableWidget>(weights)->verticalHeader();
         QVERIFY(names->maximumWidth() < window->width());
     }
 
@@ -235,7 +220,7 @@ private slots:
         defineStudy();
         choose("_3_cb_aveORselect", method);
         choose("_3_cb_indOFVone", ofv);
-        press("_3_pb_calculatePoS");
+        press(toCurve);
         QVERIFY(almostEqual(curve("_3_cp_PoS"), {0, atDose1, 100}));
         const QStringList expected{meds, "2 2 2 2"};
         QCOMPARE(chooseDoses("40,74,55,70"), expected);
@@ -257,7 +242,7 @@ private slots:
         connect(the<QCustomPlot>("_3_cp_PoS"), &QCustomPlot::afterReplot, this,
                 [this, &label] { label = window->findChild<QProgressDialog*>()->labelText(); });
         choose("_3_cb_indOFVone", 0);
-        for (const char* button : {"_3_pb_calculatePoS", "_4_pb_startCalculation"}) {
+        for (const char* button : {toCurve, toDoses}) {
             DialogDriver dialogs;
             dialogs.abortProgressAt(1);
             press(button);
@@ -267,8 +252,8 @@ private slots:
         QCOMPARE(the<QTableWidget>("_4_tw_doseChoice")->rowCount(), 1);
         QVERIFY(tip("_3_cp_PoS").contains("the curve holds 2 of 4 samples."));
         QVERIFY(tip("_4_tw_doseChoice").contains("the table holds 1 of 2 data sets."));
-        pressAndAnswer("_4_pb_compTruth", {});
-        QVERIFY(tip("_4_pb_compTruth").contains("those of an earlier one."));
+        pressAndAnswer(toTruth, {});
+        QVERIFY(tip(toTruth).contains("those of an earlier one."));
     }
 };
 

@@ -40,23 +40,6 @@ private slots:
         QCOMPARE(status(), "before");
     }
 
-    void comesIntoBeingWhenNeeded()
-    {
-        openWindow();
-        ProgressLoop loop(window.get(), "Importing...", "Abort", 1000,
-                          ProgressLoop::Construction::WhenNeeded);
-        const auto dialog = [this] { return window->findChild<QProgressDialog*>(); };
-        QElapsedTimer time;
-        time.start();
-        QVERIFY(loop.advance(1) && loop.poll() && !dialog());
-        QTRY_VERIFY(time.elapsed() > 500);
-        QVERIFY(loop.advance(1000) && !dialog()); // not for the blink of an eye at the end
-        QVERIFY(loop.advance(2) && dialog()->isVisible());
-        QCOMPARE(dialog()->value(), 2);
-        dialog()->cancel();
-        QVERIFY(!loop.advance(3) && !loop.isGivenUp());
-    }
-
     void isGivenUpWithTheWindow()
     {
         openWindow();
@@ -64,6 +47,24 @@ private slots:
         QTRY_VERIFY(loop.advance(500) && window->findChild<QProgressDialog*>()->isVisible());
         window->close();
         QTRY_VERIFY(!loop.advance(501));
+    }
+
+    void keepsNumbersLatin_data()
+    {
+        const Rows<QLocale> row("language");
+        row("Persian digits", QLocale("fa_IR"));
+        row("decimal comma", QLocale("de_DE"));
+    }
+    void keepsNumbersLatin()
+    {
+        QFETCH(QLocale, language);
+        QLocale::setDefault(language);
+        openWindow();
+        importPairs();
+        edit(endpoints, 0, 0, "THETA1*exp(ETA1)"); // asks for individuals
+        type("_1_sb_numSimulations", "1050");
+        QCOMPARE(the<QSpinBox>("_1_sb_numSimulations")->text(), "1050");
+        QCOMPARE(the<QCustomPlot>("_0_cp_rawResHistoGram")->locale().toString(0.5), "0.5");
     }
 };
 

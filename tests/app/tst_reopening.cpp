@@ -11,13 +11,6 @@ class TestReopening : public StudyWithEtas
     Q_OBJECT
 
     void compareDoses() { compareWithTruth("0,1.2\n1,2.4\n0,0.3\n"); }
-    void save()
-    {
-        QFile::remove(files.path("project")); // no question whether to replace it
-        pressShortcut(Qt::Key_S, files.path("project"));
-    }
-    void open() { pressShortcut(Qt::Key_O, files.path("project")); }
-    QString tip(const char* widget) const { return the<QWidget>(widget)->toolTip(); }
     /// Compares the window, into which the project was opened, with what was saved.
     void compare(const Results& saved)
     {
@@ -35,32 +28,23 @@ class TestReopening : public StudyWithEtas
 private slots:
     void givesTheSameResults_data()
     {
-        QTest::addColumn<Settings>("settings");
-        const std::pair<const char*, Settings> rows[] = {
-            {"averaging", {}},
-            {"selection by the first OFV", {{"_3_cb_aveORselect", "1"}, {"_3_cb_indOFVone", "0"}}},
-            {"levels and bounds typed",
-             {{"_4_le_probabilities", "12.5,60"},
-              {"_3_le_lowerBound", "0.75"},
-              {"_3_le_upperBound", "1e1"}}},
-            {"bounds placed",
-             {{"_1_tw_endPoints 0", "0-THETA1*DOSE+ETA1"},
-              {"_1_le_possibleDoses", "0:5:50"},
-              {"_3_le_lowerBound", "low"},
-              {"_3_le_upperBound", "high"}}},
-            {"ETAs",
-             {{"_1_tw_endPoints 0", "THETA1*DOSE+ETA1*ETA2"},
-              {"_1_tw_etaDefinition 1", "0.3"},
-              {"_1_tw_etaDefinition 0", "COL21"},
-              {"_1_cb_iivEndPoint", "3"}}},
-            {"weights",
-             {{"_2_tw_weightDefinition 0", "COL22"},
-              {"_2_tw_weightDefinition 1", "COL21"},
-              {"_2_cb_logScale", ""}}},
-        };
-        for (const auto& [name, settings] : rows) {
-            QTest::newRow(name) << settings;
-        }
+        const Rows<Settings> row("settings");
+        row("averaging", {});
+        row("selection by the first OFV", {{"_3_cb_aveORselect", "1"}, {"_3_cb_indOFVone", "0"}});
+        row("levels and bounds typed", {{"_4_le_probabilities", "12.5,60"},
+                                        {"_3_le_lowerBound", "0.75"},
+                                        {"_3_le_upperBound", "1e1"}});
+        row("bounds placed", {{"_1_tw_endPoints 0", "0-THETA1*DOSE+ETA1"},
+                              {"_1_le_possibleDoses", "0:5:50"},
+                              {"_3_le_lowerBound", "low"},
+                              {"_3_le_upperBound", "high"}});
+        row("ETAs", {{"_1_tw_endPoints 0", "THETA1*DOSE+ETA1*ETA2"},
+                     {"_1_tw_etaDefinition 1", "0.3"},
+                     {"_1_tw_etaDefinition 0", "COL21"},
+                     {"_1_cb_iivEndPoint", "3"}});
+        row("weights", {{"_2_tw_weightDefinition 0", "COL22"},
+                        {"_2_tw_weightDefinition 1", "COL21"},
+                        {"_2_cb_logScale", ""}});
     }
     void givesTheSameResults()
     {
@@ -78,7 +62,7 @@ private slots:
 
         openWindow();
         open();
-        user::clickCell(reach<QTableWidget>("_1_tw_endPoints"), 0, 0);
+        user::clickCell(reach<QTableWidget>(endpoints), 0, 0);
         QVERIFY(tip("_1_sb_numSimulations").contains("100 is what stood here"));
         type("_1_sb_numSimulations", "8");
         QVERIFY(!tip("_1_sb_numSimulations").contains("stood here"));

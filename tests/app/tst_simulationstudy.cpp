@@ -3,18 +3,12 @@
 #include "tests/support/projectbytes.h"
 #include "tests/support/windowtest.h"
 
-#include <csignal>
-#include <sys/resource.h>
-
 const char simulationCountText[] =
     "The number of imported raw results files must be the same as number of simulations or one "
     "(if all the simulaitons were generated from the same model with the same parameters).";
 const char formatText[] =
     "The file imported does not follow the recognizable format.  Make sure that it is a csv file "
     "with either one row or column.";
-const char headersText[] = "Some of the headers for the raw_results files for the simulation "
-                           "models do not match with the estimation models.  Please double check.";
-const char endpoints[] = "_1_tw_endPoints";
 const char trueModels[] = "_5_tw_trueModelTMED"; // number and theoretical MED per simulation
 
 /// Simulation studies from import to comparison, and analyses saved and opened again.
@@ -38,20 +32,13 @@ class TestSimulationStudy : public WindowTest
         define("THETA1*DOSE", "THETA1*DOSE*2", "0:1:3", "2.5");
         type("_4_le_probabilities", "40,80");
         press("_4_cb_useCash");
-        press("_4_pb_startCalculation");
-    }
-    QByteArray save()
-    {
-        const QString path = files.path("saved");
-        QFile::remove(path); // no question whether to replace it
-        pressShortcut(Qt::Key_S, path);
-        return contentOf(path);
+        press(toDoses);
     }
     void open(const QByteArray& content, const QStringList& messages = {})
     {
-        const QString path = files.write("opened", content);
-        pressShortcut(Qt::Key_O, path, messages);
-        QCOMPARE(the<QLabel>("__lb_directory")->text(), path);
+        files.write("project", content);
+        WindowTest::open(messages);
+        QCOMPARE(the<QLabel>("__lb_directory")->text(), files.path("project"));
     }
 
 private slots:
@@ -97,18 +84,19 @@ private slots:
         importSlopes();
         chooseDoses();
         // Model 1 with slope 1 in all data sets, one file for data set 0 alone.
-        pressAndAnswer("_5_pb_simTrueModel", {files.write("models.csv", "1\n1\n1\n")}, headersText);
+        pressAndAnswer("_5_pb_simTrueModel", {files.write("models.csv", "1\n1\n1\n")},
+                       otherHeaders);
         pressAndAnswer("_5_pb_importSimRawRes",
                        {files.writeRawResults("raw_results_simulation.csv", {{0, 1}, {0, 9}})});
         type("_4_le_probabilities", "7"); // for which no doses were selected
-        press("_4_pb_compTruth");
+        press(toTruth);
         QCOMPARE(rows(trueModels), QStringList({"1 2"})); // 2 x 2 is the first above 2.5
         const char plot[] = "_5_cp_truthVisualization";
         QVERIFY(almostEqual(curve(plot, 1), {1, 1})); // the estimate of 3 is above
 
         // A number that cannot be read ends the comparison silently; the plot stays.
         edit(trueModels, 0, 0, "one");
-        press("_4_pb_compTruth");
+        press(toTruth);
         QCOMPARE(rows("_5_tw_Summary").first(), "nan nan");
         QVERIFY(almostEqual(curve(plot, 1), {1, 1}));
     }
@@ -126,9 +114,9 @@ private slots:
         importSlopes();
         chooseDoses();
         edit(endpoints, 1, 0, "THETA1*DOSE*2+ETA1");
-        edit("_1_tw_etaDefinition", 0, 0, "COL20");
+        edit(omega, 0, 0, "COL20");
         choose("_1_cb_iivEndPoint", 2);
-        edit("_2_tw_weightDefinition", 0, 0, "");
+        edit(weights, 0, 0, "");
         press("_2_cb_logScale");
         choose("_3_cb_aveORselect", 1);
         choose("_3_cb_indOFVone", 0);
@@ -160,21 +148,6 @@ private slots:
         open(empty, {notFound});
         QCOMPARE(the<QToolBox>("__mainToolBox")->currentIndex(), 0);
         QCOMPARE(the<QLineEdit>("_1_le_possibleDoses")->text(), "");
-    }
-
-    void keepsTheOldFile()
-    {
-        importSlopes();
-        const QString path = files.write("project", "old");
-        rlimit unlimited{};
-        getrlimit(RLIMIT_FSIZE, &unlimited);
-        const rlimit tooSmall{100, unlimited.rlim_max};
-        signal(SIGXFSZ, SIG_IGN);
-        setrlimit(RLIMIT_FSIZE, &tooSmall);
-        pressShortcut(Qt::Key_S, path,
-                      {"project already exists.\nDo you want to replace it?", "File too large"});
-        setrlimit(RLIMIT_FSIZE, &unlimited);
-        QCOMPARE(contentOf(path), QByteArray("old"));
     }
 };
 

@@ -81,22 +81,6 @@ private slots:
         pressKey(Qt::Key_Return);
         QCOMPARE(copied(trueModels, "Copy with full precision"), "0.5");
     }
-
-    void tellDataSets_data()
-    {
-        const Rows<QByteArray> row("table");
-        row("chosen doses", "_4_tw_doseChoice");
-        row("true models", trueModels);
-    }
-    void tellDataSets()
-    {
-        QFETCH(QByteArray, table);
-        const QHeaderView* headings = reach<QTableWidget>(table)->verticalHeader();
-        user::rest(headings->viewport(), {3, headings->sectionViewportPosition(1) + 1});
-        QTRY_COMPARE(QToolTip::text(), "data set 1");
-        user::rest(headings->viewport(), {3, headings->length() + 1}); // below the rows
-        QVERIFY(QToolTip::text() != "data set -1");
-    }
 };
 
 QTEST_MAIN(TestTables)

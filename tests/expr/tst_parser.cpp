@@ -98,6 +98,19 @@ private slots:
         QTEST(compiled(expression).evaluate_tree({0, 0, 16, 4}), "result");
     }
 
+    /// Where the tree was made senseless behind the program's back, the program answers.
+    void asksTheProgram()
+    {
+        parser expression("(DOSE*2+x)/4");
+        expression.generate_tree();
+        for (const parser_token& token : qAsConst(expression.tree)) {
+            const_cast<parser_token&>(token).type = parser_token::Error;
+        }
+        const QVector<double> values{0, 0, 3, 5};
+        QCOMPARE(expression.evaluate_tree(values), 2.75);
+        QCOMPARE(expression.evaluateAll({values, values}), QVector<double>(2, 2.75));
+    }
+
     void walksWithoutWhatTheProgramNeeds()
     {
         parser p = compiled("a*2+DOSE");

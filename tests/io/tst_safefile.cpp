@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "io/safefile.h"
+#include "tests/support/rows.h"
 #include "tests/support/studyfiles.h"
 
 #include <QDir>
-#include <QtTest>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -16,13 +16,8 @@ class TestSafeFile : public QObject
 private slots:
     void replaces_data()
     {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QString>("links"); // name>target, blanks between them
-        QTest::addColumn<QString>("written");
-        const auto row = [](const char* name, const QString& path, const QString& links,
-                            const QString& written) {
-            QTest::newRow(name) << path << links << written;
-        };
+        // Of links name>target, blanks between them.
+        const Rows<QString, QString, QString> row("path", "links", "written");
         const QString longest(255, 'x');
         row("new file", "new", "", "new");
         row("older file", "older", "", "older");
@@ -64,18 +59,6 @@ private slots:
         QVERIFY(written == "older" || contentOf(files.path("older")) == "older");
         QCOMPARE(int(QFile::permissions(files.path("older"))), permissions);
         QVERIFY(QDir(files.path(), "velmora-*").isEmpty());
-    }
-    void keepsOlderFile()
-    {
-        const StudyFiles files;
-        const QString path = files.write("older", "older");
-        {
-            SafeFile file(path);
-            QVERIFY(file.open(QIODevice::WriteOnly) && file.write("newer") == 5);
-            QCOMPARE(QDir(files.path(), "velmora-*.tmp").count(), 1U);
-        }
-        QCOMPARE(contentOf(path), QByteArray("older"));
-        QCOMPARE(QDir(files.path()).count(), 3U); // with . and ..
     }
 };
 

@@ -55,13 +55,29 @@ private slots:
         seedRandomNumbers(1);
         QCOMPARE(generator.multiNormal({{0, 0}, {0, 0}}), Numbers({0, 0})); // draws nothing
         QVERIFY(almostEqual(generator.normal(), deviate, 0));
+    }
 
-        seedRandomNumbers(3); // for which the order of the sum tells
-        const Matrix covariance{{4, 2, 0, 6}, {2, 5, 0, 1}, {0, 0, 0, 0}, {6, 1, 0, 14}};
-        const Numbers drawn = generator.multiNormal(covariance);
-        seedRandomNumbers(3);
-        const double z[] = {generator.normal(), generator.normal(), generator.normal()};
-        QCOMPARE(drawn, Numbers({2 * z[0], z[0] + 2 * z[1], 0, 3 * z[0] - z[1] + 2 * z[2]}));
+    void drawsThreeCorrelated()
+    {
+        const double a = std::sqrt(1.8);
+        const double b = 0.6 / a;
+        const double c = 0.1 / a;
+        const double d = std::sqrt(1.1 - b * b);
+        const double e = (0.5 - c * b) / d;
+        const double f = std::sqrt(1.2 - (c * c + e * e));
+        for (int seed = 1; seed < 20; ++seed) {
+            seedRandomNumbers(seed);
+            const Numbers drawn = randomNG().multiNormal(
+                {{1.8, 0.6, 0, 0.1}, {0.6, 1.1, 0, 0.5}, {0, 0, 0, 0}, {0.1, 0.5, 0, 1.2}});
+            seedRandomNumbers(seed);
+            const double x = randomNG().normal();
+            const double y = randomNG().normal();
+            const double z = randomNG().normal();
+            QCOMPARE(drawn, Numbers({a * x, b * x + d * y, 0, c * x + e * y + f * z}));
+        }
+        QCOMPARE(randomNG().choleskyDecomposition(
+                     {{4, 2, 6, 2}, {2, 5, 1, 3}, {6, 1, 14, 4}, {2, 3, 4, 4}}),
+                 Matrix({{2, 0, 0, 0}, {1, 2, 0, 0}, {3, -1, 2, 0}, {1, 1, 1, 1}}));
     }
 
     void bindsNames_data()

@@ -6,10 +6,6 @@
 #include "tests/support/randomnumbers.h"
 #include "tests/support/windowtest.h"
 
-const char toCurve[] = "_3_pb_calculatePoS";
-const char toDoses[] = "_4_pb_startCalculation";
-const char toTruth[] = "_4_pb_compTruth";
-
 /// A study whose results change with every input, and those results as a user sees them.
 class StudyWithEtas : public WindowTest
 {
@@ -29,8 +25,8 @@ protected:
         importStudy(imported);
         define("THETA1*DOSE+ETA1", "THETA1+DOSE*THETA2+ETA1", "0:0.5:5", "1.2");
         for (const int model : {1, 0}) {
-            user::clickCell(reach<QTableWidget>("_1_tw_endPoints"), model, 0);
-            edit("_1_tw_etaDefinition", 0, 0, "0.8");
+            user::clickCell(reach<QTableWidget>(endpoints), model, 0);
+            edit(omega, 0, 0, "0.8");
         }
         type("_1_sb_numSimulations", "8");
         choose("_3_cb_aveORselect", 0);
@@ -47,19 +43,6 @@ protected:
         pressAndAnswer("_5_pb_importSimRawRes", paths);
         for (const int dataSet : {0, 1, 2}) {
             edit("_5_tw_trueModelTMED", dataSet, 0, dataSet == 1 ? "1" : "0");
-        }
-    }
-
-    /// Changes an input; in a table, column 0 of the row behind the blank.
-    void set(const QString& input, const QString& value)
-    {
-        const QByteArray name = input.section(' ', 0, 0).toLatin1();
-        if (name.contains("_tw_")) {
-            edit(name, input.section(' ', 1).toInt(), 0, value);
-        } else if (auto* box = qobject_cast<QComboBox*>(reach<QWidget>(name))) {
-            user::chooseItem(box, value.toInt());
-        } else {
-            value.isEmpty() ? press(name) : type(name, value);
         }
     }
 
@@ -87,9 +70,9 @@ protected:
     /// What the pages show; the typical curve as drawn anew for model 0.
     Results results() const
     {
-        user::clickCell(reach<QTableWidget>("_1_tw_endPoints"), 1, 0);
+        user::clickCell(reach<QTableWidget>(endpoints), 1, 0);
         seedRandomNumbers(1);
-        user::clickCell(the<QTableWidget>("_1_tw_endPoints"), 0, 0);
+        user::clickCell(the<QTableWidget>(endpoints), 0, 0);
         the<QAction>("actionCopySummary")->trigger();
         const QString summary = QApplication::clipboard()->text();
         return {{"typical", numbers("_1_cp_typicalDRPlot")},

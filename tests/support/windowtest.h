@@ -15,9 +15,20 @@
 
 #include <memory>
 
+/// Inputs and buttons that many tests use.
+const char endpoints[] = "_1_tw_endPoints";
+const char omega[] = "_1_tw_etaDefinition";
+const char weights[] = "_2_tw_weightDefinition";
+const char toCurve[] = "_3_pb_calculatePoS";
+const char toDoses[] = "_4_pb_startCalculation";
+const char toTruth[] = "_4_pb_compTruth";
+
 /// The text of the message box when there are no results.
 const char notFound[] =
     "raw results file cannot be found in this folder, check the namr format definition.";
+/// That when simulation models have other columns.
+const char otherHeaders[] = "Some of the headers for the raw_results files for the simulation "
+                            "models do not match with the estimation models.  Please double check.";
 
 /// Base of the tests that act on a main window as a user does.
 class WindowTest : public QObject
@@ -78,18 +89,19 @@ protected:
     }
 
     /// Changes an input: types a text, chooses an item by its number, presses a box, or edits
-    /// the first cell of a table.
-    void set(const char* input, const QString& value)
+    /// column 0 of a table, in the row behind a blank.
+    void set(const QString& input, const QString& value)
     {
-        auto* widget = reach<QWidget>(input);
+        const QByteArray name = input.section(' ', 0, 0).toLatin1();
+        auto* widget = reach<QWidget>(name);
         if (qobject_cast<QTableWidget*>(widget)) {
-            edit(input, 0, 0, value);
+            edit(name, input.section(' ', 1).toInt(), 0, value);
         } else if (qobject_cast<QComboBox*>(widget)) {
-            choose(input, value.toInt());
+            choose(name, value.toInt());
         } else if (qobject_cast<QCheckBox*>(widget)) {
-            press(input);
+            press(name);
         } else {
-            type(input, value);
+            type(name, value);
         }
     }
 
@@ -126,6 +138,18 @@ protected:
         QTest::keyClick(window.get(), key, Qt::ControlModifier);
     }
 
+    /// Saves the project; gives what is in its file.
+    QByteArray save()
+    {
+        QFile::remove(files.path("project")); // no question whether to replace it
+        pressShortcut(Qt::Key_S, files.path("project"));
+        return contentOf(files.path("project"));
+    }
+    void open(const QStringList& messages = {})
+    {
+        pressShortcut(Qt::Key_O, files.path("project"), messages);
+    }
+
     /// Imports a folder with a file for every data set.
     void importStudy(const RawResults& results)
     {
@@ -143,10 +167,10 @@ protected:
     /// Defines two models' endpoints, then the doses, and visits the weights on the way.
     void define(const char* endpoint0, const char* endpoint1, const char* doses, const char* lower)
     {
-        edit("_1_tw_endPoints", 0, 0, endpoint0);
-        edit("_1_tw_endPoints", 1, 0, endpoint1);
+        edit(endpoints, 0, 0, endpoint0);
+        edit(endpoints, 1, 0, endpoint1);
         type("_1_le_possibleDoses", doses);
-        reach<QWidget>("_2_tw_weightDefinition");
+        reach<QWidget>(weights);
         type("_3_le_lowerBound", lower);
         type("_3_le_upperBound", "");
     }
@@ -164,13 +188,13 @@ protected:
         importPairs();
         define("THETA1*DOSE", "THETA1+DOSE", "0,0.1,2", "1.05");
         choose("_3_cb_aveORselect", method);
-        press("_3_pb_calculatePoS");
+        press(toCurve);
         type("_4_le_probabilities", "40,60");
-        press("_4_pb_startCalculation");
+        press(toDoses);
     }
     void compareWithTruth(const QByteArray& meds = "0,0.05\n1,-1\n")
     {
-        pressAndAnswer("_4_pb_compTruth", {files.write("true_meds.csv", meds)});
+        pressAndAnswer(toTruth, {files.write("true_meds.csv", meds)});
     }
 
     /// The texts of a table row by row, those of the cells separated by blanks.
