@@ -7,6 +7,13 @@ class TestProgressLoop : public WindowTest
 {
     Q_OBJECT
 
+    int paints = 0;
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override
+    {
+        paints += int(event->type() == QEvent::Paint);
+        return false;
+    }
+
 private slots:
     void estimatesTheRemainingTime_data()
     {
@@ -40,11 +47,14 @@ private slots:
         QCOMPARE(status(), "before");
     }
 
-    void isGivenUpWithTheWindow()
+    void movesUntilTheWindowIsClosed()
     {
         openWindow();
         ProgressLoop loop(window.get(), "Calculating...", "Abort", 1000000);
-        QTRY_VERIFY(loop.advance(500) && window->findChild<QProgressDialog*>()->isVisible());
+        const auto* dialog = window->findChild<QProgressDialog*>();
+        QTRY_VERIFY(loop.advance(500) && dialog->isVisible());
+        dialog->findChild<QProgressBar*>()->installEventFilter(this);
+        QTRY_VERIFY(loop.advance(500000) && paints > 0);
         window->close();
         QTRY_VERIFY(!loop.advance(501));
     }
