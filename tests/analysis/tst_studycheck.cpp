@@ -129,7 +129,7 @@ private slots:
     {
         const QStringList names{"ofv", "CL", "V", "x_sd", "EI1", "CL_SD", "shrinkage_eta1(%)"};
         endPoint definition;
-        definition.endPointParser.expression = "ETA1+ETA3";
+        definition.endPointParser.expression = "ETA3+ETA1";
         definition.resizeOmega(4);
         definition.omega[0][0] = 1e-300; // its square is 0
         definition.omega[1][1] = 1;
