@@ -1,0 +1,111 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/support/windowtest.h"
+
+#include <QMenu>
+
+const char doseTable[] = "_4_tw_doseChoice";
+
+/// How firm results are, as the window tells it.
+class TestCertaintyView : public WindowTest
+{
+    Q_OBJECT
+
+    /// The tooltip of a table's cell, of the heading of a column (row -1) or row (column -1).
+    QString tipAt(int row, int column) const
+    {
+        auto* table = reach<QTableWidget>(doseTable);
+        if (row >= 0 && column >= 0) {
+            user::rest(table->viewport(),
+                       table->visualRect(table->model()->index(row, column)).center());
+            return QToolTip::text();
+        }
+        QHeaderView* header = row < 0 ? table->horizontalHeader() : table->verticalHeader();
+        const int start = header->sectionViewportPosition(qMax(row, column));
+        user::rest(header->viewport(), {row < 0 ? start + 2 : 2, row < 0 ? 2 : start + 2});
+        return QToolTip::text();
+    }
+    QStringList linesOf(const char* widget, const QString& entry)
+    {
+        return copied(widget, entry).split('\n');
+    }
+
+private slots:
+    void init()
+    {
+        openWindow();
+        calculateDoses(1);
+    }
+
+    void tellsInTooltips()
+    {
+        QCOMPARE(tipAt(0, 0), "40 %: 0.1 in 75 %, none in 25 % of resamples; 0.1 exceeds the level "
+                              "by 0.3 errors\nAbout 100 bootstrap samples, not 2, would tell them "
+                              "apart.");
+        QCOMPARE(tipAt(-1, 0), "40 %: the dose holds in 75 % of resamples, the mean over 2 data "
+                               "sets; least in data set 0 (75 %), below 90 % in 2");
+        QCOMPARE(tipAt(1, -1), "data set 1");
+        type("_4_le_probabilities", "40");
+        QVERIFY(tipAt(0, 0).endsWith("; since changed: levels."));
+        save();
+        open();
+        QCOMPARE(tipAt(0, 0), "How firm the dose is, is not known: the doses come from a project, "
+                              "which has no endpoints: calculate them anew.");
+    }
+
+    void copiesTables_data()
+    {
+        const Rows<QString, int, QString> row("entry", "rowsOfDataSet", "secondRow");
+        row("doses", "Copy certainty of doses", 8, "0\t40\t0.1\t*\t0.1\t50\t35.3553390593274\t*");
+        row("contributions", "Copy contributions", 8, "0\tBest (% of samples)\t\t50\t50\t100");
+        row("endpoint", "Copy averaged endpoint", 9, "0\t0\tmodel 0\t0\t0\t0\t0\t0\t0\t0");
+        row("sensitivity", "Copy sensitivity", 10, "0\tall fits\t2\t0\t0\tProbability*");
+    }
+    void copiesTables()
+    {
+        QFETCH(QString, entry);
+        QFETCH(int, rowsOfDataSet);
+        QFETCH(QString, secondRow);
+        const QStringList ofCurve = linesOf("_3_cp_PoS", entry);
+        QCOMPARE(ofCurve.size(), 1 + rowsOfDataSet);
+        QVERIFY(ofCurve.first().startsWith("Data set\t"));
+        QCOMPARE(told({ofCurve.at(2)}, secondRow), secondRow);
+        const QStringList ofDoses = linesOf(doseTable, entry);
+        QCOMPARE(ofDoses.mid(0, ofCurve.size()), ofCurve);
+        QCOMPARE(ofDoses.size(), 1 + 2 * rowsOfDataSet);
+        QCOMPARE(linesOf("_4_cp_doseChoiceDistribution", entry), ofDoses);
+        type("_3_le_lowerBound", "0.5");
+        QVERIFY(linesOf("_3_cp_PoS", entry).first().endsWith("; since changed: interval."));
+    }
+
+    void disablesWhatCannotBe()
+    {
+        save();
+        openWindow();
+        open();
+        auto* table = reach<QTableWidget>(doseTable);
+        QContextMenuEvent request(QContextMenuEvent::Mouse, {5, 5});
+        QApplication::sendEvent(table->viewport(), &request);
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        QAction* entry = menu->actions().last();
+        QVERIFY(!entry->isEnabled());
+        user::rest(menu, menu->actionGeometry(entry).center());
+        QCOMPARE(QToolTip::text(),
+                 "the doses come from a project, which has no endpoints: calculate them anew");
+        menu->close();
+    }
+
+    void findsUnstableDoses()
+    {
+        QVERIFY(!tip(toDoses).contains("less than 90 %")); // two data sets
+        pressAndAnswer("__pb_importFbF", {files.writeRawResults("a.csv", {{2, 1}, {2, 2}}),
+                                          files.writeRawResults("b.csv", {{4, 1}, {0, 1}})});
+        press(toDoses);
+        QCOMPARE(tip(toDoses).section('\n', 0, 0),
+                 "Doses that hold in less than 90 % of resamples of the bootstrap samples: "
+                 "0.1 at level 40 % (75 %), 2 at level 60 % (77 %)");
+    }
+};
+
+QTEST_MAIN(TestCertaintyView)
+#include "tst_certaintyview.moc"
