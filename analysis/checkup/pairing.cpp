@@ -233,12 +233,12 @@ void addDataSet(int dataSet, const QVector<RankedOfv>& ofvs, QVector<RowPairing>
     const QVector<Pair> pairs = pairsOf(ofvs);
     const QVector<bool> blamed = blamedModels(pairs, ofvs.size());
     for (const Pair& pair : pairs) {
-        const double correlation = pair.correlations[0];
-        if (!std::isnan(correlation) && !blamed.at(pair.first) && !blamed.at(pair.second)) {
+        const double ofAllRows = pair.correlations[0];
+        if (!std::isnan(ofAllRows) && !blamed.at(pair.first) && !blamed.at(pair.second)) {
             for (const int model : {pair.first, pair.second}) {
                 RowPairing& pairing = pairings[model];
-                pairing.lowest = std::fmin(pairing.lowest, correlation);
-                pairing.highest = std::fmax(pairing.highest, correlation);
+                pairing.lowest = std::fmin(pairing.lowest, ofAllRows);
+                pairing.highest = std::fmax(pairing.highest, ofAllRows);
             }
         }
     }

@@ -39,8 +39,8 @@ struct RowPairing
 {
     QVector<int> faultyDataSets; ///< in which the model's rows are those that do not fit
     PairingFault worst;          ///< of these
-    /// Rank correlations over all rows with models that are at fault as little as this one; NaN
-    /// where there are none.
+    /// Rank correlations over all rows with the other models, in data sets in which neither is at
+    /// fault; NaN where there are none.
     double lowest = std::numeric_limits<double>::quiet_NaN();
     double highest = std::numeric_limits<double>::quiet_NaN();
 };
