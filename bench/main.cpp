@@ -25,6 +25,7 @@ struct Subject
 constexpr Subject subjects[] = {
     {"expressions", registerExpressions},
     {"probability", registerProbability},
+    {"certainty", registerCertainty},
     {"recalculation", registerRecalculation},
     {"growth", registerGrowth},
     {"csv", registerCsv},

@@ -16,6 +16,10 @@ void registerExpressions(Report& report);
 /// probability curve of one data set.
 void registerProbability(Report& report);
 
+/// certainty: a curve and a dose selection with Monte Carlo errors to those without.
+/// stability: doses resampled to the obvious loop.
+void registerCertainty(Report& report);
+
 /// recalculate: the curve in the window to the curve alone.
 void registerRecalculation(Report& report);
 

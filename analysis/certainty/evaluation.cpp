@@ -46,8 +46,10 @@ void readFits(const Study& study, int dataSet, Evaluation& evaluation)
         const FitColumns columns = fitColumns(study.columnNamesOf(model));
         const Table rows = study.rawResults.value(model).value(dataSet);
         QVector<FitState> states(evaluation.sampleCount, FitState::Sound);
-        for (int sample = 0; sample < qMin(states.size(), rows.size()); ++sample) {
-            states[sample] = fitState(rows.at(sample), columns);
+        if (columns.converged >= 0 || columns.boundary >= 0) {
+            for (int sample = 0; sample < qMin(states.size(), rows.size()); ++sample) {
+                states[sample] = fitState(rows.at(sample), columns);
+            }
         }
         evaluation.fits.append(states);
         evaluation.tellsFailures |= columns.converged >= 0;
@@ -72,17 +74,18 @@ KeptEndpoints::KeptEndpoints(const Table& endpoints, int doseCount)
     : places(endpoints.size(), -1)
 {
     const auto isEvaluated = [](const QVector<double>& sample) { return !sample.isEmpty(); };
-    values = Grid(int(std::count_if(endpoints.begin(), endpoints.end(), isEvaluated)), doseCount,
-                  notANumber);
+    values = Grid(int(std::count_if(endpoints.begin(), endpoints.end(), isEvaluated)), doseCount);
+    int* place = places.data();
     double* target = values.values.data();
-    int place = 0;
-    for (int sample = 0; sample < endpoints.size(); ++sample) {
-        const QVector<double>& doses = endpoints.at(sample);
+    int evaluated = 0;
+    for (const QVector<double>& doses : endpoints) {
         if (isEvaluated(doses)) {
-            std::copy_n(doses.constData(), qMin(doses.size(), doseCount),
-                        target + qint64(place) * doseCount);
-            places[sample] = place++;
+            double* end = std::copy_n(doses.constData(), qMin(doses.size(), doseCount), target);
+            target += doseCount;
+            std::fill(end, target, notANumber);
+            *place = evaluated++;
         }
+        ++place;
     }
 }
 
@@ -151,8 +154,8 @@ Grid appliedWeights(const Study& made, const Evaluation& evaluation)
 {
     const int modelCount = evaluation.endpoints.size();
     Grid applied(evaluation.sampleCount, modelCount);
-    for (int sample = 0; sample < evaluation.sampleCount; ++sample) {
-        double* row = applied.row(sample);
+    double* row = applied.values.data();
+    for (int sample = 0; sample < evaluation.sampleCount; ++sample, row += modelCount) {
         if (made.selecting) {
             const int model = evaluation.weights.selected.at(sample);
             if (model >= 0 && model < modelCount) {
@@ -172,9 +175,10 @@ Grid appliedWeights(const Study& made, const Evaluation& evaluation)
 Grid hitWeights(const Study& made, const Evaluation& evaluation, const Grid& weights)
 {
     const int doseCount = made.doses.size();
+    const TargetInterval target = made.target;
     Grid hits(evaluation.sampleCount, doseCount);
+    double* row = hits.values.data();
     for (int sample = 0; sample < evaluation.sampleCount; ++sample) {
-        double* row = hits.row(sample);
         for (int model = 0; model < evaluation.endpoints.size(); ++model) {
             const double weight = weights.row(sample)[model];
             const double* endpoints = evaluation.endpoints.at(model).of(sample);
@@ -182,9 +186,10 @@ Grid hitWeights(const Study& made, const Evaluation& evaluation, const Grid& wei
                 continue;
             }
             for (int dose = 0; dose < doseCount; ++dose) {
-                row[dose] += made.target.contains(endpoints[dose]) ? weight : 0.0;
+                row[dose] += target.contains(endpoints[dose]) ? weight : 0.0;
             }
         }
+        row += doseCount;
     }
     return hits;
 }
@@ -193,22 +198,26 @@ QVector<double> monteCarloErrors(const Grid& hits, int sampleCount)
 {
     QVector<double> errors(hits.columns, 0.0);
     QVector<double> means(hits.columns, 0.0);
+    double* mean = means.data();
+    double* error = errors.data();
     for (int sample = 0; sample < sampleCount; ++sample) {
+        const double* row = hits.row(sample);
         for (int dose = 0; dose < hits.columns; ++dose) {
-            means[dose] += hits.row(sample)[dose];
+            mean[dose] += row[dose];
         }
     }
-    for (double& mean : means) {
-        mean /= sampleCount;
+    for (double& sum : means) {
+        sum /= sampleCount;
     }
     for (int sample = 0; sample < sampleCount; ++sample) {
+        const double* row = hits.row(sample);
         for (int dose = 0; dose < hits.columns; ++dose) {
-            const double distance = hits.row(sample)[dose] - means.at(dose);
-            errors[dose] += distance * distance;
+            const double distance = row[dose] - mean[dose];
+            error[dose] += distance * distance;
         }
     }
-    for (double& error : errors) {
-        error = 100.0 * std::sqrt(error / sampleCount) / std::sqrt(double(sampleCount));
+    for (double& squares : errors) {
+        squares = 100.0 * std::sqrt(squares / sampleCount) / std::sqrt(double(sampleCount));
     }
     return errors;
 }

@@ -1,0 +1,161 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/calculation.h"
+#include "analysis/certainty/stability.h"
+#include "analysis/dosesearch.h"
+#include "bench/comparison.h"
+#include "bench/inputs.h"
+#include "bench/report.h"
+#include "bench/study.h"
+#include "bench/subjects.h"
+
+#include <memory>
+#include <random>
+
+namespace {
+
+const QVector<double> levels{10, 20, 30, 40, 50, 60, 70, 80, 90};
+constexpr int resampledSamples = 1001;
+
+/// A curve and a dose selection without ETAs, with what is kept and computed for their
+/// certainty, and without.
+class Certainty
+{
+public:
+    Certainty()
+    {
+        const ProjectItems items = makeStudy({}, Variability::None);
+        study = inputsOf(definitionsOf(items), items.rawResults);
+        study.rawResultsHeaders = items.rawResultsHeaders;
+        for (QStringList& heading : study.rawResultsHeaders) {
+            heading[4] = "minimization_successful"; // how the fits ended is kept, too
+            heading[7] = "estimate_near_boundary";
+        }
+        study.headings = headingsOf(study.rawResultsHeaders);
+        study.doses = doses;
+        study.target = target;
+        study.levels = levels;
+        study.selecting = false;
+    }
+
+    QVector<double> results(bool withErrors) const
+    {
+        Evaluation ofCurve;
+        Evaluation ofDoses;
+        QVector<double> found = curve(withErrors ? &ofCurve : nullptr);
+        if (withErrors) {
+            benchmark::DoNotOptimize(monteCarloErrors(study, ofCurve).constData());
+        }
+        // What else is told of doses comes after them.
+        found += minimumEffectiveDoses(curve(withErrors ? &ofDoses : nullptr), levels, doses);
+        return found;
+    }
+
+private:
+    QVector<double> curve(Evaluation* evaluation) const
+    {
+        return probabilityCurve(study, 0, nullptr, {}, evaluation).value();
+    }
+
+    Study study;
+};
+
+/// Weights inside the interval that rise with the dose and leave no clear dose.
+Grid hitsOfSamples()
+{
+    InputNumbers numbers;
+    Grid hits(resampledSamples, doses.size());
+    for (int sample = 0; sample < resampledSamples; ++sample) {
+        const double highest = numbers.between(0.5, 1);
+        for (int dose = 0; dose < hits.columns; ++dose) {
+            hits.row(sample)[dose] = highest * dose / (doses.size() - 1);
+        }
+    }
+    return hits;
+}
+
+/// How often each dose is chosen, [level][dose], with none at the end.
+using Chosen = QVector<QVector<int>>;
+
+Chosen byVelmora(const Grid& hits)
+{
+    Chosen chosen;
+    const QVector<double> probability(doses.size(), 0.0);
+    const auto stability = doseStability(hits, resampledSamples, probability, levels);
+    for (const DoseStability& level : *stability) {
+        chosen.append(level.chosen);
+    }
+    return chosen;
+}
+
+Chosen byHand(const Grid& hits)
+{
+    Chosen chosen(levels.size(), QVector<int>(doses.size() + 1, 0));
+    std::mt19937 generator(resamplingSeed);
+    QVector<double> sums(doses.size());
+    for (int resample = 0; resample < resampleCount; ++resample) {
+        sums.fill(0.0);
+        for (int drawn = 0; drawn < resampledSamples; ++drawn) {
+            const double* row = hits.row(int((quint64(generator()) * resampledSamples) >> 32));
+            for (int dose = 0; dose < sums.size(); ++dose) {
+                sums[dose] += row[dose];
+            }
+        }
+        for (int level = 0; level < levels.size(); ++level) {
+            int dose = sums.size();
+            while (dose > 0 && 100 * sums.at(dose - 1) > levels.at(level) * resampledSamples) {
+                --dose;
+            }
+            ++chosen[level][dose];
+        }
+    }
+    return chosen;
+}
+
+void registerErrors(const std::shared_ptr<Certainty>& certainty)
+{
+    Comparison comparison;
+    comparison.subject = "certainty";
+    comparison.ways = {
+        {"without",
+         [certainty](benchmark::State& /*state*/) {
+             benchmark::DoNotOptimize(certainty->results(false).constData());
+         }},
+        {"with",
+         [certainty](benchmark::State& /*state*/) {
+             benchmark::DoNotOptimize(certainty->results(true).constData());
+         }},
+    };
+    comparison.agree = [certainty] {
+        return sameBits(certainty->results(false), certainty->results(true));
+    };
+    registerComparison(comparison);
+}
+
+void registerResampling(const std::shared_ptr<Grid>& hits)
+{
+    Comparison comparison;
+    comparison.subject = "stability";
+    comparison.ways = {
+        {"plain",
+         [hits](benchmark::State& /*state*/) {
+             benchmark::DoNotOptimize(byHand(*hits).constData());
+         }},
+        {"velmora",
+         [hits](benchmark::State& /*state*/) {
+             benchmark::DoNotOptimize(byVelmora(*hits).constData());
+         }},
+    };
+    comparison.agree = [hits] { return byVelmora(*hits) == byHand(*hits); };
+    registerComparison(comparison);
+}
+
+} // namespace
+
+void registerCertainty(Report& report)
+{
+    registerErrors(std::make_shared<Certainty>());
+    registerResampling(std::make_shared<Grid>(hitsOfSamples()));
+    report.addRow("certainty", 1.05, timeRatio("certainty/with", "certainty/without"));
+    report.addRow("stability", 1.2, timeRatio("stability/velmora", "stability/plain"));
+}
