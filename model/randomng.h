@@ -56,6 +56,10 @@ private:
     QVector<QVector<double>> factor; ///< Cholesky factor of the kept rows and columns
 };
 
+/// Uniform numbers after which the sequence repeats: all states of the minimal standard generator
+/// (Park & Miller 1988), which qrand() is.
+constexpr int randomPeriod = 2147483646;
+
 /// The calling thread's place in its sequence of random numbers. None where the generator
 /// behind qrand() is not the expected one, so that its place cannot be told.
 std::optional<quint32> randomPosition();

@@ -8,6 +8,7 @@
 #include "analysis/checkup/heading.h"
 #include "analysis/checkup/inputcheck.h"
 #include "analysis/checkup/modelfindings.h"
+#include "analysis/checkup/randomcheck.h"
 #include "app/findings/blankcelldelegate.h"
 #include "app/findings/findingsview.h"
 #include "app/widgets/boundedit.h"
@@ -109,12 +110,15 @@ void MainWindow::watchResults()
         return checkAnyWeight(now) + checkEndpointsGiven(now) + checkShownModel(now);
     };
     const auto ofSamples = [this] {
-        return usableWeights.ofDataSet(study(), qMax(0, ui->_3_cb_dataNumber->value()));
+        const Study now = study();
+        const int dataSet = qMax(0, ui->_3_cb_dataNumber->value());
+        return usableWeights.ofDataSet(now, dataSet) + checkRandomNumbers(now, dataSet);
     };
     findings->watch(ui->_3_pb_calculatePoS, [=] { return ofCurve() + ofStudy() + ofSamples(); });
     findings->watch(ui->_4_pb_startCalculation, [=] {
-        return ofDoses() + unstableDoses(shown.selection) + ofStudy()
-               + usableWeights.ofAll(study());
+        const Study now = study();
+        return ofDoses() + unstableDoses(shown.selection) + ofStudy() + usableWeights.ofAll(now)
+               + checkRandomNumbersOfAll(now);
     });
     findings->watch(ui->_4_pb_compTruth, [=] {
         const quint64 then = simulationSource.fingerprint;

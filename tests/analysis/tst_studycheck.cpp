@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/checkup/definitioncheck.h"
 #include "analysis/checkup/modelfindings.h"
+#include "analysis/checkup/randomcheck.h"
 #include "analysis/checkup/studycheck.h"
 #include "tests/support/compare.h"
 #include "tests/support/rows.h"
@@ -109,6 +110,35 @@ private slots:
             const int place = QVector<int>{6, 10, 13}.at(i);
             QVERIFY(found.at(i).startsWith(QString("Character %1: ").arg(place)));
         }
+    }
+
+    void boundsRandomNumbers_data()
+    {
+        const Rows<int, int, QString, QString> row("dataSets", "individuals", "one", "all");
+        row("not yet", 122, 100, "", "");
+        row("passed", 200, 100, "", "*3.52e9 random*after 2147483646: from data set 122 on, *");
+        row("in a data set", 1, 12'300, "*2.16e9 random*2147483646: num*", "*6: numbers used *");
+        row("in the first", 2, 2'000'000'000, "*3.52e14 *", "*7.04e14 *: from data set 0 on, *");
+    }
+    void boundsRandomNumbers()
+    {
+        QFETCH(int, dataSets);
+        QFETCH(int, individuals);
+        QFETCH(QString, one);
+        QFETCH(QString, all);
+        Study study = studyOf({"", "", "", "", ""}, QVector<double>(1000, 1), dataSets);
+        study.doses.fill(0, 11);
+        for (endPoint& definition : study.endPoints) {
+            definition.numSimulations = individuals;
+            definition.highestEta = 2;
+            definition.resizeOmega(3); // of which the second has no variance
+            definition.omega[0][0] = 0.1;
+            definition.omegaColumns[2][2] = 0;
+        }
+        study.endPoints.last().resizeOmega(0);
+        QCOMPARE(told(checkRandomNumbers(study, 0), one), one);
+        QCOMPARE(told(checkRandomNumbersOfAll(study), all), all);
+        QCOMPARE(mostRandomNumbers(study, dataSets), 0.0);
     }
 
     void readsHeadingsOfThetas()
