@@ -3,12 +3,12 @@
 #include "analysis/summary.h"
 
 #include "analysis/certainty/certaintytables.h"
+#include "analysis/settingtexts.h"
 #include "analysis/weights.h"
 #include "model/percentile.h"
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 #include <limits>
 #include <map>
 
@@ -16,41 +16,9 @@ namespace {
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-QString typed(double number)
-{
-    return QString::number(number, 'g', std::numeric_limits<double>::digits10);
-}
-
-QString typed(const QVector<double>& numbers)
-{
-    QStringList texts;
-    for (const double number : numbers) {
-        texts.append(typed(number));
-    }
-    return texts.join(", ");
-}
-
-QString calculated(double number)
-{
-    return QString::number(number, 'g', 6);
-}
-
 QString line(const QStringList& cells)
 {
     return cells.join('\t') + '\n';
-}
-
-QString countRange(const QVector<Table>& dataSets)
-{
-    if (dataSets.isEmpty()) {
-        return "0";
-    }
-    const auto [fewest, most] =
-        std::minmax_element(dataSets.begin(), dataSets.end(),
-                            [](const Table& a, const Table& b) { return a.size() < b.size(); });
-    return fewest->size() == most->size()
-               ? QString::number(fewest->size())
-               : QString("%1 to %2").arg(fewest->size()).arg(most->size());
 }
 
 QString columnsLine(const Study& study)
@@ -63,27 +31,10 @@ QString dosesLine(const Study& study)
     return "Doses: " + typed(study.doses) + '\n';
 }
 
-/// Nothing where nobody is simulated.
 QString populationLine(const Study& study)
 {
-    const char* const names[] = {"Mean of the Population", "Median of the Population",
-                                 "75percentile of the Population",
-                                 "25 percentile of the Population"};
-    const bool hasOmega =
-        std::any_of(study.endPoints.begin(), study.endPoints.end(),
-                    [](const endPoint& definition) { return definition.numEtas > 0; });
-    const auto* chosen = std::find(std::begin(populationSummaries), std::end(populationSummaries),
-                                   study.populationSummary);
-    return hasOmega && chosen != std::end(populationSummaries)
-               ? QString("Population: %1, %2 individuals\n")
-                     .arg(names[chosen - std::begin(populationSummaries)])
-                     .arg(study.individuals)
-               : QString();
-}
-
-QString intervalText(const Study& study)
-{
-    return QString("%1 < endpoint <= %2").arg(typed(study.target.lower), typed(study.target.upper));
+    const QString text = populationText(study);
+    return text.isEmpty() ? text : "Population: " + text + '\n';
 }
 
 QString scaleLine(const Study& study)
@@ -332,12 +283,6 @@ QString comparison(const StudyResults& results, const CurrentInputs& now)
 }
 
 } // namespace
-
-QString methodText(const Study& study)
-{
-    return QString(study.selecting ? "Model Selection" : "Model Average")
-           + (study.individualOfv ? ", using individual ofv" : ", using one ofv per model");
-}
 
 QString summaryText(const CurrentInputs& now, const StudyResults& results, int weightsDataSet,
                     const StudySource& source, const QStringList& findings)

@@ -26,7 +26,4 @@ struct StudySource
 QString summaryText(const CurrentInputs& now, const StudyResults& results, int weightsDataSet,
                     const StudySource& source, const QStringList& findings);
 
-/// The choices as the user makes them: "Model Average, using individual ofv".
-QString methodText(const Study& study);
-
 #endif
