@@ -155,12 +155,12 @@ bool resample(DoseSelection& selection, const std::function<bool(int done)>& goe
     return true;
 }
 
-QString missingCertainty(const ProbabilityCurve& curve)
+QString missingEvaluation(const ProbabilityCurve& curve)
 {
     return curve.evaluation.missing;
 }
 
-QString missingCertainty(const DoseSelection& selection, int dataSet)
+QString missingEvaluation(const DoseSelection& selection, int dataSet)
 {
     if (!selection.made.exists()) {
         return "nothing was calculated";
@@ -168,10 +168,24 @@ QString missingCertainty(const DoseSelection& selection, int dataSet)
     if (selection.isFromProject) {
         return "the doses come from a project, which has no endpoints: calculate them anew";
     }
-    if (dataSet >= selection.evaluations.size()) {
-        return "the data set was not calculated";
+    return dataSet < selection.evaluations.size() ? selection.evaluations.at(dataSet).missing
+                                                  : QString("the data set was not calculated");
+}
+
+QString missingEvaluation(const DoseSelection& selection)
+{
+    for (int dataSet = 0; dataSet < qMax(1, selection.evaluations.size()); ++dataSet) {
+        const QString missing = missingEvaluation(selection, dataSet);
+        if (!missing.isEmpty()) {
+            return dataSet == 0 ? missing : QString("data set %1: ").arg(dataSet) + missing;
+        }
     }
-    const QString& missing = selection.evaluations.at(dataSet).missing;
+    return {};
+}
+
+QString missingCertainty(const DoseSelection& selection, int dataSet)
+{
+    const QString missing = missingEvaluation(selection, dataSet);
     return missing.isEmpty() && dataSet >= selection.stability.size() ? "resampling was given up"
                                                                       : missing;
 }

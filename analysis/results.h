@@ -84,9 +84,13 @@ qint64 keptBytes(const DoseSelection& selection);
 bool resample(DoseSelection& selection, const std::function<bool(int done)>& goesOn,
               const GoesOn& isAwaited = {});
 
-/// Why there are no figures of certainty of a curve, or of a data set of a selection; empty
-/// where there are.
-QString missingCertainty(const ProbabilityCurve& curve);
+/// Why the endpoints of a curve, of a data set of a selection, or of any data set of it, are
+/// not kept; empty where they are.
+QString missingEvaluation(const ProbabilityCurve& curve);
+QString missingEvaluation(const DoseSelection& selection, int dataSet);
+QString missingEvaluation(const DoseSelection& selection);
+
+/// The same of the stability of the doses of a data set.
 QString missingCertainty(const DoseSelection& selection, int dataSet);
 
 /// What results a calculation would give now, for comparison.

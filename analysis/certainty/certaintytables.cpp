@@ -212,3 +212,20 @@ TextRows certaintyRows(CertaintyTable table, const JudgedResult& result, int dig
     }
     return {};
 }
+
+TextRows probabilityRows(const DoseSelection& selection, int digits)
+{
+    const Writer text{digits};
+    TextRows rows{{"Data set"}};
+    for (const double dose : selection.made.inputs.doses) {
+        rows.first().append(text(dose));
+    }
+    for (int dataSet = 0; dataSet < selection.probability.size(); ++dataSet) {
+        QStringList row(QString::number(dataSet));
+        for (const double probability : selection.probability.at(dataSet)) {
+            row.append(text(probability));
+        }
+        rows.append(row);
+    }
+    return rows;
+}

@@ -33,6 +33,9 @@ QStringList certaintyHeadings(CertaintyTable table, const QVector<endPoint>& mod
 /// by model, by dose and model, and by choice of fits. A MED that there is not is "none".
 TextRows certaintyRows(CertaintyTable table, const JudgedResult& result, int digits);
 
+/// The probabilities behind the doses: a heading with the doses and a row for each data set.
+TextRows probabilityRows(const DoseSelection& selection, int digits);
+
 /// What the point of a probability curve has behind its value: ", Monte Carlo error 0.87", or
 /// a line that says why there is none.
 QString errorText(const ProbabilityCurve& curve, double dose);

@@ -82,7 +82,7 @@ QString samplesText(const DoseStability& found, int sampleCount)
 QString errorText(const ProbabilityCurve& curve, double dose)
 {
     if (!curve.evaluation.exists()) {
-        return "\nNo Monte Carlo error: " + missingCertainty(curve) + '.';
+        return "\nNo Monte Carlo error: " + missingEvaluation(curve) + '.';
     }
     const int index = curve.doses.indexOf(dose);
     return index < 0 || index >= curve.errors.size()
@@ -187,7 +187,7 @@ QString certaintySummary(const ProbabilityCurve& curve)
         return {};
     }
     if (!curve.evaluation.exists()) {
-        return "No figures of certainty: " + missingCertainty(curve) + ".\n";
+        return "No figures of certainty: " + missingEvaluation(curve) + ".\n";
     }
     constexpr int digits = 6;
     const JudgedResult result = judgedResult(curve, curve.made.inputs.levels);

@@ -4,6 +4,7 @@
 
 #include "app/widgets/memory.h"
 #include "app/widgets/messagebox.h"
+#include "io/safefile.h"
 
 #include <QAbstractScrollArea>
 #include <QAction>
@@ -120,6 +121,23 @@ void saveAs(QWidget* widget, const QString& title, const QString& offeredName,
     }
     const std::optional<QByteArray> bytes = content();
     if (bytes && !writeFile(path, *bytes)) {
+        showMessage(widget, writeFailedText);
+    }
+}
+
+void saveAs(QWidget* widget, const QString& title, const QString& offeredName,
+            const std::function<bool(QIODevice& file)>& write)
+{
+    const QString path = chosenFile(widget, title, offeredName);
+    if (path.isEmpty()) {
+        return;
+    }
+    SafeFile file(path);
+    const bool isOpen = file.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
+    if (isOpen && !write(file)) {
+        return;
+    }
+    if (!isOpen || !file.commit()) {
         showMessage(widget, writeFailedText);
     }
 }

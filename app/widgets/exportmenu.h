@@ -13,6 +13,7 @@
 #include <optional>
 
 class QAction;
+class QIODevice;
 class QMenu;
 class QWidget;
 
@@ -56,5 +57,10 @@ void copyText(const QString& text);
 /// writes what content gives then, if anything. Tells the user if the file cannot be written.
 void saveAs(QWidget* widget, const QString& title, const QString& offeredName,
             const std::function<std::optional<QByteArray>()>& content);
+
+/// The same for content that is written a part at a time: write gives false where the user gives
+/// it up, which leaves an older file as it was.
+void saveAs(QWidget* widget, const QString& title, const QString& offeredName,
+            const std::function<bool(QIODevice& file)>& write);
 
 #endif

@@ -220,6 +220,7 @@ private:
     void addCertaintyEntries(ExportMenu* menu, bool ofCurve);
     void copyCurveCertainty(CertaintyTable table);
     void copyDoseCertainty(CertaintyTable table);
+    void saveEndpoints(bool ofCurve);
 
     // Page "5": comparison with the truth
     Table trueRows() const;

@@ -3,6 +3,7 @@
 // How firm results are: resampled doses, tooltips and tables to copy.
 
 #include "analysis/certainty/certaintytables.h"
+#include "analysis/certainty/endpointcsv.h"
 #include "app/tables/tabletips.h"
 #include "app/widgets/exportmenu.h"
 #include "app/widgets/memory.h"
@@ -16,6 +17,7 @@ namespace {
 
 const char resamplingText[] = "Resampling bootstrap samples...";
 const char abortText[] = "Abort";
+constexpr int copiedDigits = std::numeric_limits<double>::digits10;
 
 struct CertaintyEntry
 {
@@ -39,7 +41,7 @@ QStringList startOfTable(CertaintyTable table, const QVector<endPoint>& models,
 
 QString tableText(CertaintyTable table, const JudgedResult& result)
 {
-    return tabSeparated(certaintyRows(table, result, std::numeric_limits<double>::digits10));
+    return tabSeparated(certaintyRows(table, result, copiedDigits));
 }
 
 } // namespace
@@ -80,10 +82,46 @@ void MainWindow::addCertaintyEntries(ExportMenu* menu, bool ofCurve)
         QAction* action = menu->addEntry(entry.name, entry.text, [this, table, ofCurve] {
             ofCurve ? copyCurveCertainty(table) : copyDoseCertainty(table);
         });
-        menu->setObstacle(action, [this, ofCurve] {
-            return ofCurve ? missingCertainty(shown.curve) : missingCertainty(shown.selection, 0);
+        menu->setObstacle(action, [this, table, ofCurve] {
+            if (ofCurve) {
+                return missingEvaluation(shown.curve);
+            }
+            return table == CertaintyTable::Doses ? missingCertainty(shown.selection, 0)
+                                                  : missingEvaluation(shown.selection, 0);
         });
     }
+    if (!ofCurve) {
+        QAction* copy = menu->addEntry("CopyProbabilities", "Copy probabilities", [this] {
+            copyText((selectionRemarks(results(), currentInputs())
+                      + QStringList(tabSeparated(probabilityRows(shown.selection, copiedDigits))))
+                         .join('\n'));
+        });
+        menu->setObstacle(copy, [this] {
+            return shown.selection.probability.isEmpty() ? missingEvaluation(shown.selection, 0)
+                                                         : QString();
+        });
+    }
+    QAction* save = menu->addEntry("SaveEndpoints", "Save endpoint values as CSV...",
+                                   [this, ofCurve] { saveEndpoints(ofCurve); });
+    menu->setObstacle(save, [this, ofCurve] {
+        return ofCurve ? missingEvaluation(shown.curve) : missingEvaluation(shown.selection);
+    });
+}
+
+void MainWindow::saveEndpoints(bool ofCurve)
+{
+    saveAs(this, "Save endpoint values as CSV...", "endpoints.csv", [&](QIODevice& file) {
+        const int count = ofCurve ? 1 : shown.selection.evaluations.size();
+        ProgressLoop progress(this, "Saving endpoint values...", abortText, count,
+                              ProgressLoop::Construction::WhenNeeded);
+        return writeEndpoints(
+            file, count,
+            [&](int dataSet) {
+                return ofCurve ? judgedResult(shown.curve, {})
+                               : judgedResult(shown.selection, dataSet);
+            },
+            [&progress](int done) { return progress.advance(done); });
+    });
 }
 
 void MainWindow::copyCurveCertainty(CertaintyTable table)
@@ -116,6 +154,9 @@ void MainWindow::copyDoseCertainty(CertaintyTable table)
                                      selectionRemarks(results(), currentInputs()));
     ProgressLoop progress(this, "Collecting figures...", abortText, selection.evaluations.size(),
                           ProgressLoop::Construction::WhenNeeded);
+    if (const QString missing = missingEvaluation(selection); !missing.isEmpty()) {
+        parts.prepend("Data sets are left out, " + missing + '.');
+    }
     for (int dataSet = 0; dataSet < selection.evaluations.size(); ++dataSet) {
         if (selection.evaluations.at(dataSet).exists()) {
             parts.append(tableText(table, judgedResult(selection, dataSet)));

@@ -4,10 +4,13 @@
 #include "analysis/certainty/averagedendpoint.h"
 #include "analysis/certainty/certaintytables.h"
 #include "analysis/certainty/contributions.h"
+#include "analysis/certainty/endpointcsv.h"
 #include "analysis/certainty/sensitivity.h"
 #include "tests/support/compare.h"
 #include "tests/support/randomnumbers.h"
 #include "tests/support/rows.h"
+
+#include <QBuffer>
 
 using Numbers = QVector<double>;
 static const double none = qQNaN();
@@ -160,6 +163,24 @@ private slots:
         QCOMPARE(found.all.at(1).excluded, 25.0);
         QCOMPARE(found.byModel.at(0).at(1).excluded, 40.0);
         QCOMPARE(found.byModel.at(0).at(1).quantiles.last(), 3.0);
+    }
+
+    void writesEndpoints()
+    {
+        const Study study = smallStudy(false, true);
+        const JudgedResult result{7, study, {}, evaluationOf(study), {}};
+        QBuffer file;
+        file.open(QIODevice::WriteOnly);
+        JudgedResult named = result;
+        named.made.endPoints[1].name = "a,\"b\"";
+        const auto at = [&](int) { return named; };
+        QVERIFY(writeEndpoints(file, 1, at, [](int) { return true; }));
+        const QByteArrayList lines = file.data().replace("\r\n", "\n").split('\n');
+        QCOMPARE(lines.size(), 1 + 7 * 2 + 1); // one sample of model 1 was not evaluated
+        QCOMPARE(lines.at(0), "data_set,model,sample,dose,endpoint,weight,selected,in_target");
+        QCOMPARE(lines.at(3), "7,\"a,\"\"b\"\"\",0,1,-3,0.5,0,0");
+        QCOMPARE(lines.at(10), "7,,2,2,Inf,1,1,1");
+        QVERIFY(!writeEndpoints(file, 1, at, [](int) { return false; }));
     }
 
     void changesNoResult_data()

@@ -78,6 +78,22 @@ private slots:
         QVERIFY(linesOf("_3_cp_PoS", entry).first().endsWith("; since changed: interval."));
     }
 
+    void savesEndpoints()
+    {
+        QCOMPARE(copied(doseTable, "Copy probabilities"),
+                 "Data set\t0\t0.1\t2\n0\t0\t50\t50\n1\t0\t50\t100");
+        const QString path = files.path("endpoints.csv");
+        DialogDriver dialogs;
+        dialogs.answerFiles({path});
+        user::chooseEntry(reach<QTableWidget>(doseTable), "Save endpoint values as CSV...");
+        const QByteArrayList lines = contentOf(path).split('\n');
+        QCOMPARE(lines.size(), 1 + 2 * 2 * 3 + 1); // the selected model of each sample
+        QCOMPARE(lines.at(2).left(25), "0,model 0,0,0.10000000000");
+        dialogs.answerFiles({"/dev/full"});
+        dialogs.acknowledge("The file could not be written.");
+        user::chooseEntry(reach<QTableWidget>(doseTable), "Save endpoint values as CSV...");
+    }
+
     void disablesWhatCannotBe()
     {
         save();

@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_ANALYSIS_CERTAINTY_ENDPOINTCSV_H
+#define VELMORA_ANALYSIS_CERTAINTY_ENDPOINTCSV_H
+
+#include "analysis/certainty/certaintytables.h"
+
+class QIODevice;
+
+/// Writes the endpoints that results were judged by as comma-separated lines (RFC 4180) below the
+/// heading data_set,model,sample,dose,endpoint,weight,selected,in_target, in this order of data
+/// set, sample, model and dose. There are lines for what was evaluated alone.
+///
+/// Data sets and samples count from 0; numbers have 17 digits, NaN is NA, infinities are Inf
+/// and -Inf. weight is the relative weight of the model in the sample (of the first sample with
+/// one OFV per model), whatever the method; selected is 1 for the model that selection would
+/// judge the sample by; in_target is 1 inside the target interval. So the probability at a dose
+/// is, over the samples, the mean sum of weight in_target, or the share of selected lines
+/// with in_target.
+///
+/// False if it is given up, for which goesOn is asked with the number of results done; what
+/// cannot be written is the device's to tell.
+bool writeEndpoints(QIODevice& device, int resultCount,
+                    const std::function<JudgedResult(int result)>& resultAt,
+                    const std::function<bool(int done)>& goesOn);
+
+#endif
