@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/results.h"
 
+#include "model/randomng.h"
+
 namespace {
 
 void addStale(QStringList& remarks, const QString& what, const Provenance& made,
@@ -21,6 +23,11 @@ QVector<InputKind> changesOf(const Provenance& made, Take takeNow)
 }
 
 } // namespace
+
+Circumstances circumstances()
+{
+    return {randomPosition(), processorCount()};
+}
 
 QVector<InputKind> curveChanges(const StudyResults& results, const CurrentInputs& now)
 {

@@ -7,8 +7,20 @@
 #include "analysis/provenance.h"
 #include "analysis/truth.h"
 
+#include <optional>
+
 // Results as they are shown, each with what it was made from. Where nothing was calculated
 // yet, made tells that there is no result.
+
+/// What a calculation with ETAs depends on beside its inputs, as it was when it began.
+struct Circumstances
+{
+    std::optional<quint32> randomPosition; ///< none where it cannot be told
+    int processors = 0;                    ///< 0 where nothing was calculated
+};
+
+/// Those of now.
+Circumstances circumstances();
 
 /// A probability curve.
 struct ProbabilityCurve
@@ -21,6 +33,7 @@ struct ProbabilityCurve
     Provenance made;
     Evaluation evaluation = {};  ///< of the samples that it holds
     QVector<double> errors = {}; ///< Monte Carlo errors in percent points, per entry of doses
+    Circumstances before = {};
 };
 
 /// The doses chosen for all data sets.
@@ -37,6 +50,7 @@ struct DoseSelection
     /// [dataSet][level]; fewer data sets where resampling was given up, empty where there is no
     /// evaluation.
     QVector<QVector<DoseStability>> stability = {};
+    Circumstances before = {};
 };
 
 /// The comparison of chosen doses with theoretical MEDs.
@@ -50,6 +64,7 @@ struct TruthComparison
     bool hadMeds = false;                ///< a table of earlier theoretical MEDs stood there then
     Provenance made;                     ///< of the theoretical MEDs; the doses compared are in it
     Provenance chosen;                   ///< of the doses compared
+    Circumstances before = {};           ///< of the theoretical MEDs
 };
 
 /// Everything that is shown.

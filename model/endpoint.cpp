@@ -24,13 +24,6 @@ constexpr int operationsPerEvaluation = 10;
 /// keep all processors busy by themselves.
 constexpr qint64 maximalPieceOperations = 1 << 22;
 
-/// Asked once: the answer stays, and takes longer than the draws of a few individuals.
-int processorCount()
-{
-    static const int count = qMax(1, QThread::idealThreadCount());
-    return count;
-}
-
 template <typename T>
 void resizeSquare(QVector<QVector<T>>& matrix, int size, T value)
 {
@@ -63,6 +56,18 @@ bool isFixed(int column)
 }
 
 } // namespace
+
+int processorCount()
+{
+    // Asked once: the answer stays, and takes longer than the draws of a few individuals.
+    static const int count = qMax(1, QThread::idealThreadCount());
+    return count;
+}
+
+int simulatedIndividuals(int individuals, int processors)
+{
+    return individuals < 2 ? qMax(0, individuals) : individuals / processors * processors;
+}
 
 double endPoint::evaluateEndpoint(double dose, QVector<double> row)
 {
@@ -165,8 +170,7 @@ QVector<double> endPoint::finishEvaluation(const endPointParserContainer& contai
 /// division being dropped by intent.
 int endPoint::simulatedIndividuals() const
 {
-    return numSimulations < 2 ? qMax(0, numSimulations)
-                              : numSimulations / processorCount() * processorCount();
+    return ::simulatedIndividuals(numSimulations, processorCount());
 }
 
 /// Doses whose random numbers and ETAs are held at a time.

@@ -16,6 +16,12 @@
 /// The population summaries that a user can choose, in their order: the mean, then percentiles.
 constexpr int populationSummaries[] = {-1, 50, 75, 25};
 
+/// The processors that individuals are spread over, at least one.
+int processorCount();
+
+/// How many of so many individuals are simulated on so many processors.
+int simulatedIndividuals(int individuals, int processors);
+
 /// Told now and then during an evaluation how many doses are done; gives the rest up by false.
 /// None goes on to the end.
 using GoesOnWithDoses = std::function<bool(int done)>;

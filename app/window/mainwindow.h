@@ -133,6 +133,7 @@ private:
     ResultsSource source;
     SimulationSource simulationSource;
     QStringList unreadTruth; ///< the last file of true models or MEDs if it could not be read
+    SourceFile truthFile;    ///< that file
     TextSources texts;
     TypedOmega typedOmega; ///< while a number of ETAs is typed
     /// What the pages show beside the members above, with what it was made from; without the

@@ -56,6 +56,7 @@ void MainWindow::refresh_3_cp_PoS()
              sampleCount,
              boundNotes() + usableWeights.ofDataSet(now, dataSet),
              probabilityProvenance(now, dataSet)};
+    curve.before = circumstances();
 
     const auto showState = [&](int sample) {
         progress.setLabel(

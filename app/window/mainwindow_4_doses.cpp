@@ -54,6 +54,7 @@ void MainWindow::on__4_pb_startCalculation_clicked()
                            false,
                            boundNotes() + usableWeights.ofAll(study()),
                            doseProvenance(studyToKeep())};
+        shown.selection.before = circumstances();
         if (ui->_4_cb_useCash->isChecked()) {
             cache.resize(dataSetCount);
         }

@@ -68,6 +68,7 @@ void MainWindow::readSimulationModels(const QStringList& paths)
     ProgressLoop progress(this, importLabel, abortImportText, paths.size(),
                           ProgressLoop::Construction::WhenNeeded);
     for (const QString& path : paths) {
+        simulationSource.read.append(sourceFile(path));
         simRawResults.append(csvWithHeaderReadToDouble(path, &simulationSource.unread));
         simRawResultsHeaders.append(csvWithHeaderReadHeader(path, &simulationSource.unread));
         if (!progress.advance(simRawResults.size())) {
@@ -86,6 +87,7 @@ void MainWindow::on__5_pb_simTrueModel_clicked()
     const QString path =
         QFileDialog::getOpenFileName(this, trueModelTitle, ui->__lb_directory->text(), csvFilter);
     unreadTruth.clear();
+    truthFile = sourceFile(path);
     const TrueModelNumbers read = trueModelNumbers(csvReadToDouble(path, &unreadTruth),
                                                    study().dataSetCount(), rawResults.size());
     trueModelIndices = read.numbers;
@@ -119,6 +121,7 @@ void MainWindow::on__4_pb_compTruth_clicked()
     truth.levels = doseChoiceVector;
     truth.dataSetCount = byModels ? simRawResults.size() : study().dataSetCount();
     truth.chosen = shown.selection.made;
+    truth.before = circumstances();
     const bool isComparable = byModels ? computeTheoreticalMeds() : readTrueMeds();
     truth.isFailed = !isComparable;
     truth.hadMeds = !isComparable && hadMeds;
@@ -169,6 +172,7 @@ bool MainWindow::readTrueMeds()
     const QString path =
         QFileDialog::getOpenFileName(this, trueMedTitle, ui->__lb_directory->text(), csvFilter);
     unreadTruth.clear();
+    truthFile = sourceFile(path);
     const Table file = csvReadToDouble(path, &unreadTruth);
     if (rawResults.isEmpty() || file.isEmpty() || file.size() != study().dataSetCount()
         || file.first().size() <= theoreticalMedColumn) {

@@ -127,10 +127,12 @@ void MainWindow::setModelCount(int count)
 {
     rawResults.resize(count);
     source.unread.resize(count);
+    source.read.resize(count);
 }
 
 void MainWindow::readDataSet(int model, const QString& path)
 {
+    source.read[model].append(sourceFile(path));
     rawResults[model].append(csvWithHeaderReadToDouble(path, &source.unread[model]));
 }
 
@@ -203,6 +205,7 @@ void MainWindow::readFurtherModel(const QString& directory, int model, int dataS
         } else {
             // A model estimated on fewer data sets repeats its last one.
             rawResults[model].append(rawResults.at(model).last());
+            source.read[model].append(SourceFile());
         }
         if (!progress.poll()) {
             return;

@@ -159,6 +159,7 @@ void MainWindow::loadResults(const DecodedProject& project)
 {
     source = {};
     source.place = ui->__lb_directory->text();
+    source.read = {{sourceFile(source.place)}};
     rawResults = project.items.rawResults;
     if (project.completeItems >= 2 || project.endsInsideItem) {
         rawResultsHeaders = project.items.rawResultsHeaders;

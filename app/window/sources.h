@@ -4,6 +4,7 @@
 #define VELMORA_APP_WINDOW_SOURCES_H
 
 #include "analysis/checkup/textorigins.h"
+#include "io/sourcefile.h"
 
 #include <QStringList>
 #include <QVector>
@@ -15,6 +16,9 @@ struct ResultsSource
     /// Names of the files, without folders and with * for the number of the data set,
     /// [model]; empty after Open.
     QStringList files;
+    /// The files as they were read, [model][dataSet], without path where a data set repeats the
+    /// one before; the project alone after Open.
+    QVector<QVector<SourceFile>> read;
     /// Names of the files that could not be read to their end, [model]; may be short.
     QVector<QStringList> unread;
     bool namesModels = false; ///< whether models are named after their files
@@ -25,9 +29,10 @@ struct ResultsSource
 /// Where the simulation models' results came from.
 struct SimulationSource
 {
-    QStringList files;       ///< names without folders
-    QStringList unread;      ///< those that could not be read to their end
-    quint64 fingerprint = 0; ///< of the bootstrap results then; 0 if there were none
+    QStringList files;        ///< names without folders
+    QVector<SourceFile> read; ///< as they were read
+    QStringList unread;       ///< those that could not be read to their end
+    quint64 fingerprint = 0;  ///< of the bootstrap results then; 0 if there were none
 };
 
 /// For which models texts were typed or placed.
