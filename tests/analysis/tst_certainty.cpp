@@ -175,7 +175,7 @@ private slots:
         named.made.endPoints[1].name = "a,\"b\"";
         const auto at = [&](int) { return named; };
         QVERIFY(writeEndpoints(file, 1, at, [](int) { return true; }));
-        const QByteArrayList lines = file.data().replace("\r\n", "\n").split('\n');
+        const QByteArrayList lines = QByteArray(file.data()).replace("\r\n", "\n").split('\n');
         QCOMPARE(lines.size(), 1 + 7 * 2 + 1); // one sample of model 1 was not evaluated
         QCOMPARE(lines.at(0), "data_set,model,sample,dose,endpoint,weight,selected,in_target");
         QCOMPARE(lines.at(3), "7,\"a,\"\"b\"\"\",0,1,-3,0.5,0,0");

@@ -89,7 +89,7 @@ private slots:
         const QByteArrayList lines = contentOf(path).split('\n');
         QCOMPARE(lines.size(), 1 + 2 * 2 * 3 + 1); // the selected model of each sample
         QCOMPARE(lines.at(2).left(25), "0,model 0,0,0.10000000000");
-        dialogs.answerFiles({"/dev/full"});
+        dialogs.answerFiles({"/proc/endpoints.csv"});
         dialogs.acknowledge("The file could not be written.");
         user::chooseEntry(reach<QTableWidget>(doseTable), "Save endpoint values as CSV...");
     }
