@@ -42,26 +42,18 @@ std::optional<QVector<Table>> averagedEndpoints(const Study& study, int dataSet,
     return run.endpoints();
 }
 
-/// Endpoints of the model that judges each sample, and with a cache of all models.
-struct SelectedEndpoints
-{
-    Table judging;      ///< [sample][dose]
-    QVector<Table> all; ///< [model][sample][dose]; empty without a cache
-};
-
-/// None if it is given up. The cache holds all models, so that it serves other selections too.
-std::optional<SelectedEndpoints> selectedEndpoints(const Study& study, int dataSet,
-                                                   const QVector<int>& selected,
-                                                   EndpointCache* cache, const GoesOn& goesOn)
+/// The same for model selection: of the model that judges each sample, and with a cache of all
+/// models, so that it serves other selections too.
+std::optional<QVector<Table>> selectedEndpoints(const Study& study, int dataSet,
+                                                const QVector<int>& selected, EndpointCache* cache,
+                                                const GoesOn& goesOn)
 {
     if (selected.isEmpty()) {
-        return SelectedEndpoints();
+        return QVector<Table>();
     }
     const int modelCount = study.endPoints.size();
-    if (cache != nullptr) {
-        if (auto kept = cache->selected(dataSet, modelCount, selected)) {
-            return SelectedEndpoints{*kept, cache->averaged(dataSet, modelCount).value()};
-        }
+    if (cache != nullptr && cache->selected(dataSet, modelCount, selected)) {
+        return cache->averaged(dataSet, modelCount);
     }
     EndpointRun run(study, dataSet,
                     cache == nullptr ? selectionPlan(selected, true)
@@ -70,10 +62,10 @@ std::optional<SelectedEndpoints> selectedEndpoints(const Study& study, int dataS
         return std::nullopt;
     }
     if (cache == nullptr) {
-        return SelectedEndpoints{run.endpoints().value(0), {}};
+        return spreadSelected(run.endpoints().value(0), selected, modelCount);
     }
     cache->keep(dataSet, run.endpoints(), endpointProvenance(study));
-    return SelectedEndpoints{pickSelected(run.endpoints(), selected), run.endpoints()};
+    return run.endpoints();
 }
 
 EndpointPlan planOf(const Study& study, const JudgingWeights& weights)
@@ -81,16 +73,6 @@ EndpointPlan planOf(const Study& study, const JudgingWeights& weights)
     return study.selecting
                ? selectionPlan(weights.selected, true)
                : averagingPlan(weights.relative, study.individualOfv, study.endPoints.size());
-}
-
-/// The endpoints that a run has gathered, kept.
-Evaluation keepRun(const Study& study, int dataSet, const JudgingWeights& weights,
-                   const QVector<Table>& endpoints)
-{
-    return keepEvaluation(study, dataSet, weights,
-                          study.selecting ? spreadSelected(endpoints.value(0), weights.selected,
-                                                           study.endPoints.size())
-                                          : endpoints);
 }
 
 } // namespace
@@ -105,7 +87,10 @@ ProbabilityRun::ProbabilityRun(const Study& currentStudy, int dataSetNumber)
 
 Evaluation ProbabilityRun::evaluation() const
 {
-    return keepRun(study, dataSet, weights, run.endpoints());
+    return keepEvaluation(study, dataSet, weights,
+                          study.selecting ? spreadSelected(run.endpoints().value(0),
+                                                           weights.selected, study.endPoints.size())
+                                          : run.endpoints());
 }
 
 std::optional<QVector<double>> probabilityCurve(const Study& study, int dataSet,
@@ -116,25 +101,18 @@ std::optional<QVector<double>> probabilityCurve(const Study& study, int dataSet,
         return QVector<double>();
     }
     const JudgingWeights weights = judgingWeights(study, dataSet);
-    if (study.selecting) {
-        const auto endpoints = selectedEndpoints(study, dataSet, weights.selected, cache, goesOn);
-        if (!endpoints) {
-            return std::nullopt;
-        }
-        if (evaluation != nullptr) {
-            *evaluation = endpoints->all.isEmpty()
-                              ? keepRun(study, dataSet, weights, {endpoints->judging})
-                              : keepEvaluation(study, dataSet, weights, endpoints->all);
-        }
-        return probabilityBySelection(endpoints->judging, study.doses.size(), study.target);
-    }
-    const auto endpoints = averagedEndpoints(study, dataSet, weights.relative, cache, goesOn);
+    const auto endpoints = study.selecting
+                               ? selectedEndpoints(study, dataSet, weights.selected, cache, goesOn)
+                               : averagedEndpoints(study, dataSet, weights.relative, cache, goesOn);
     if (!endpoints) {
         return std::nullopt;
     }
     if (evaluation != nullptr) {
         *evaluation = keepEvaluation(study, dataSet, weights, *endpoints);
     }
-    return probabilityByAveraging(*endpoints, weights.relative, study.individualOfv,
-                                  study.doses.size(), study.target);
+    return study.selecting
+               ? probabilityBySelection(pickSelected(*endpoints, weights.selected),
+                                        study.doses.size(), study.target)
+               : probabilityByAveraging(*endpoints, weights.relative, study.individualOfv,
+                                        study.doses.size(), study.target);
 }
