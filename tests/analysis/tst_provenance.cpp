@@ -46,6 +46,10 @@ private slots:
         row("ETA that is always 0", "", false, [](Study& s) { first(s).resizeOmega(2); });
         row("number below a column", "", false, [](Study& s) { s.endPoints[1].omega[0][0] = 4; });
         row("shown model", "weights", false, [](Study& s) { s.shownModel = 7; });
+        row("two in their order", "endpoints, individuals", true, [](Study& s) {
+            first(s).omega[0][0] = 4;
+            first(s).numSimulations = 1;
+        });
         row("model", "endpoints, weights", false, [](Study& s) { s.endPoints.removeLast(); });
     }
     void namesWhatChanged()
