@@ -146,6 +146,7 @@ private slots:
             "ofv is column 4, weights read column 3, named estimate_near_boundary");
         row("no OFV", "model,a,b,c,d,e", 20, 5,
             "no column is named ofv; weights read column 20/10 of 10*");
+        row("number among names", "model,2,b,ofv,CL,x", 4, 5, "");
         row("THETA1 elsewhere", "model,a,b,ofv,THETA1,x", 4, 6,
             "THETA1 is column 5, endpoints read*");
         row("THETA1 at the OFV", usualHeading, 4, 4,
@@ -234,6 +235,10 @@ private slots:
         QCOMPARE(checkUsual({{one}, {with(one, 4, 1, 0)}}).summary,
                  "2 models, 1 data set, 10 samples each; 2 samples of emax did not converge; "
                  "1 more finding");
+        const QString summary =
+            checkUp({{one}, {samples(1, 9)}}, {2, pieces(usualHeading)}, {"linear", "emax"}, 3, 5)
+                .summary;
+        QVERIFY2(summary.contains("; linear: ofv is column 4, "), qPrintable(summary));
     }
 
     void remarksOnInputs_data()

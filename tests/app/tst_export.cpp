@@ -52,6 +52,9 @@ private slots:
                                  plot->yAxis->coordToPixel(place.y()))
                              .toPoint());
         QTRY_COMPARE(QToolTip::text(), text);
+        const QSignalSpy drawn(plot, &QCustomPlot::afterReplot);
+        user::chooseEntry(plot, "Fit to data");
+        QVERIFY(!drawn.isEmpty());
     }
 
     void histograms_data()
