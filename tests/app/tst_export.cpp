@@ -109,6 +109,12 @@ private slots:
         QCOMPARE(copied(chart, "Copy data"), data);
         QTest::mouseClick(plot, Qt::LeftButton);
         QCOMPARE(plot->axisRect()->rangeDrag(), Qt::Horizontal);
+        // An import shows all again.
+        turnWheel(plot);
+        importStudy(results);
+        press(toDoses);
+        user::clickCell(reach<QTableWidget>(table), 0, column);
+        QCOMPARE(copied(chart, "Copy data"), data);
     }
 
     void savesTables()

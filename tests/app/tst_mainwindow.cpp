@@ -155,6 +155,10 @@ private slots:
         QCOMPARE(curve("_1_cp_typicalDRPlot"), QVector<double>({4, 5, 6}));
         type("_m1_le_colNumOFV", "21");
         QCOMPARE(rows("_2_tw_relativeWeight").first(), "0.5 0.5");
+        openWindow();
+        type("_m1_le_colNumTHETA1", "20");
+        defineStudy(); // with the column typed before
+        QCOMPARE(curve("_1_cp_typicalDRPlot"), QVector<double>({4, 5, 6}));
     }
 
     void replacesColumnNumbers()
