@@ -12,7 +12,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 # Folders by what they stand on, lowest first; the tests of each lie below tests/.
 FOLDERS = ["expr", "model", "io", "analysis", "app", "app/window"]
 # For each folder, those of tests/ that can notice its faults, nearest first.
-NEAREST = {"expr": ["expr", "model", "analysis", "app"], "model": ["model", "analysis", "app"],
+NEAREST = {"expr": ["expr", "model", "analysis", "app"], "model": ["model", "expr", "analysis", "app"],
            "io": ["io", "analysis", "app"], "analysis": ["analysis", "app"]}
 COUNTED = ("drawn", "caught", "survived", "dropped")
 # No test links the one, and only the thread sanitizer the other.

@@ -120,6 +120,7 @@ private slots:
         row("run that failed", samples(0, 3) + samples(4, 4, 3) + samples(5, 9),
             "1 of 10 samples (10 %) came without an OFV/1 of 10*another number of columns than 6 "
             "(3)");
+        row("one column", samples(0, 9, 1), "there is one column only");
         row("wide rows", samples(0, 0) + samples(1, 1, 9) + samples(2, 2, 7) + samples(3, 9),
             "2 of 10 samples (20 %) came with another number of columns than 6 (7 to 9)");
         row("number left out", samples(0, 3) + samples(5, 9),

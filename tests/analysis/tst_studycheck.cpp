@@ -153,6 +153,11 @@ private slots:
             found.first().message.startsWith("\"THETA3\" is column 4, which by its name, SIGMA"));
         QVERIFY(found.last().message.contains("seV, is a standard error"));
         QVERIFY(diagnoseThetas("THETA3+1", names, {10, 2, 1}).isEmpty());
+        Study study = studyOf({"1"}, {1, 2});
+        study.rawResultsHeaders = {{"SIGMA(1;1)"}};
+        study.endPoints[0].endPointParser.expression = "(THETA1)";
+        study.colNumTHETA1 = 1;
+        QVERIFY(endpointFindings(study, 0).join("").contains("SIGMA"));
     }
 
     void readsHeadingsOfOmega()

@@ -44,6 +44,22 @@ private slots:
                  TextRows({{digits(start), "1"}, {digits(edges.at(1)), "2"}}));
     }
 
+    void drawsStepsFarFromZero()
+    {
+        Values edges;
+        Values values;
+        for (int bin = 0; bin < 400; ++bin) {
+            edges.append(1e14 + 4 * bin);
+            values += Values(bin % 2, edges.last()); // none and one in turn
+        }
+        plot.clearGraphs();
+        histogram(values, edges, &plot);
+        int points = 0;
+        for (const QCPGraphData& point : *plot.graph()->data()) {
+            QCOMPARE(int(point.value), points++ / 2 % 2);
+        }
+    }
+
     void fitsEveryValueIntoABin_data()
     {
         const Rows<Values> row("largestLast");

@@ -141,6 +141,8 @@ private slots:
         defineStudy();
         importSimulationModels();
         calculate({toDoses});
+        type("_1_sb_numSimulations", "2");
+        QVERIFY(results()["summary"].contains("Population: Mean of the Population, 8 individuals"));
         DialogDriver dialogs;
         dialogs.abortProgressAt(1);
         calculate({toTruth});

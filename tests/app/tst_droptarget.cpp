@@ -18,9 +18,9 @@ class TestDropTarget : public WindowTest
         data.setUrls(urls);
         data.setText(names.join('\n')); // as file managers do
         const QPoint place = target->rect().center();
-        const auto offered = Qt::MoveAction | Qt::CopyAction;
+        const auto offered = Qt::MoveAction | Qt::CopyAction; // the former by default
         for (const auto type : {QEvent::DragEnter, QEvent::DragMove, QEvent::Drop}) {
-            QDragMoveEvent event(place, offered, &data, Qt::LeftButton, {}, type);
+            QDragMoveEvent event(place, offered, &data, Qt::LeftButton, Qt::ShiftModifier, type);
             event.ignore();
             QApplication::sendEvent(target, &event);
             if (!event.isAccepted() || event.dropAction() != Qt::CopyAction) {

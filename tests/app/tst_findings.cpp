@@ -126,6 +126,8 @@ private slots:
         QStatusTipEvent ofMenu(""); // as a menu sends it
         QApplication::sendEvent(window.get(), &ofMenu);
         QVERIFY(status().contains("OMEGA(2,1)"));
+        user::clickCell(the<QTableWidget>(endpoints), 0, 0);
+        QCOMPARE(cell("_1_tw_rawResLabels", 0, 19), "\"ofv\"");
         edit(weights, 0, 0, "2");
         user::clickCell(reach<QTableWidget>("_2_tw_relativeWeight"), 0, 0);
         QCOMPARE(status(), "Selected model of this bootstrap sample");

@@ -170,11 +170,11 @@ private slots:
 
     void readsBounds_data()
     {
-        const Rows<QString, double, QString> row("bound", "probability", "note");
-        row("placed by the program, inf stands for 10", "", 0, "bound stands for 10: endpoints");
-        row("typed by the user, inf is infinite", "inf", 100, "");
-        row("no number", "x", 0, "bound stands for 10: endpoints");
-        row("number", "1e9", 100, "");
+        const Rows<QString, QString, double, QString> row("bound", "shown", "probability", "note");
+        row("placed by the program, inf stands for 10", "", "inf", 0, "bound stands for 10: ");
+        row("typed by the user, inf is infinite", "inf", "inf", 100, "");
+        row("no number", "x", "inf", 0, "bound stands for 10: ");
+        row("number", "1e9", "1e9", 100, "");
     }
     void readsBounds()
     {
@@ -183,6 +183,7 @@ private slots:
         type("_3_le_lowerBound", "-1");
         type("_1_le_possibleDoses", "0,1,11");
         type("_3_le_upperBound", bound);
+        QTEST(the<QLineEdit>("_3_le_upperBound")->text(), "shown");
         press(toCurve);
         QTEST(curve("_3_cp_PoS").last(), "probability");
         QFETCH(QString, note);

@@ -201,6 +201,14 @@ private slots:
         QVERIFY(almostEqual(simulated, plain.evaluateEndpoint(Numbers()), 0));
     }
 
+    void sharesTheWorkOfFew()
+    {
+        endPoint model = definition("ETA1*DOSE", {1, 2}, {{1}});
+        QVERIFY(model.startEvaluation({}));
+        model.numSimulations = 100'000'000;
+        QVERIFY(!model.startEvaluation({}));
+    }
+
     void growsOmega()
     {
         endPoint model = definition("ETA3+THETA1", {0}, {{1, 2}, {2, 5}});
