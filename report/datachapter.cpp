@@ -1,0 +1,146 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The chapter on data: files, samples, columns, and everything that is found.
+
+#include "analysis/checkup/samplecounts.h"
+#include "analysis/settingtexts.h"
+#include "report/chapters.h"
+
+#include <QFileInfo>
+
+namespace {
+
+QString stateText(const FileCheck& check)
+{
+    switch (check.state) {
+    case FileCheck::State::Same:
+        return QString::fromLatin1(check.sha256);
+    case FileCheck::State::Changed:
+        return "has changed since it was read";
+    case FileCheck::State::Gone:
+        return "is gone";
+    case FileCheck::State::Unreadable:
+        break;
+    }
+    return "cannot be read any more";
+}
+
+void addFiles(ReportDocument& document, const QVector<ReportedFile>& files)
+{
+    ReportTable table{"Files", {"What for", "File", "Bytes", "SHA-256"}, "llrl", {}};
+    QStringList folders;
+    int others = 0;
+    for (const ReportedFile& file : files) {
+        const QFileInfo info(file.file.path);
+        if (!folders.contains(info.path())) {
+            folders.append(info.path());
+        }
+        others += int(file.check.state != FileCheck::State::Same);
+        table.rows.append({file.use, documentName(info.fileName()),
+                           file.file.size < 0 ? QString() : QString::number(file.file.size),
+                           stateText(file.check)});
+    }
+    if (files.isEmpty()) {
+        document.say("The files that the data were read from are not known.");
+        return;
+    }
+    if (others > 0) {
+        document.add(ReportParagraph{
+            QString("%1 of %2 files cannot be compared with what was read: they are gone or have "
+                    "changed since.")
+                .arg(others)
+                .arg(files.size()),
+            Emphasis::Warning});
+    }
+    document.add(table);
+    document.say("The files lie in " + folders.join(", ")
+                 + ". Sizes are those when the files were read; hashes were taken when this report "
+                   "was written.");
+}
+
+/// Counts over all data sets of a model.
+SampleCounts countsOf(const QVector<Table>& dataSets, const SampleColumns& columns)
+{
+    SampleCounts sum;
+    for (const Table& table : dataSets) {
+        const SampleCounts counts =
+            countSamples(table, columns, columnValues(table, columns.number), {});
+        sum.samples += counts.samples;
+        sum.withoutOfv += counts.withoutOfv;
+        sum.notConverged += counts.notConverged;
+        sum.nearBoundary += counts.nearBoundary;
+    }
+    return sum;
+}
+
+/// "20: ofv"; the number alone where the heading does not name it.
+QString columnText(const QStringList& names, int column)
+{
+    const QString name = names.value(column - 1);
+    return QString::number(column) + (name.isEmpty() ? QString() : ": " + documentName(name));
+}
+
+void addSamples(ReportDocument& document, const Study& study)
+{
+    ReportTable table{"Samples, the original fits included",
+                      {"Model", "Data sets", "Samples in each", "Samples", "Without OFV",
+                       "Not converged", "Near a boundary", "OFV column", "THETA1 column"},
+                      "lrrrrrrll",
+                      {}};
+    for (int model = 0; model < study.rawResults.size(); ++model) {
+        const QVector<Table>& dataSets = study.rawResults.at(model);
+        const QStringList names = study.columnNamesOf(model);
+        const SampleColumns columns{
+            columnNamed(names, "model"), columnNamed(names, "minimization_successful"),
+            columnNamed(names, "estimate_near_boundary"), study.colNumOFV - 1};
+        const SampleCounts counts = countsOf(dataSets, columns);
+        const auto known = [](int column, qint64 count) {
+            return column < 0 ? QString("no column") : QString::number(count);
+        };
+        table.rows.append(
+            {modelName(study.endPoints, model), QString::number(dataSets.size()),
+             countRange(dataSets), QString::number(counts.samples),
+             QString::number(counts.withoutOfv), known(columns.converged, counts.notConverged),
+             known(columns.boundary, counts.nearBoundary), columnText(names, study.colNumOFV),
+             columnText(names, study.colNumTHETA1)});
+    }
+    document.add(table);
+}
+
+void addCheckUp(ReportDocument& document, const ImportCheckUp& checkUp)
+{
+    document.add(ReportHeading{"Check-up of the import", 2});
+    if (checkUp.models.isEmpty()) {
+        document.say("There are no imported results.");
+        return;
+    }
+    document.say(checkUp.summary + '.');
+    QStringList texts;
+    for (const ModelCheckUp& model : checkUp.models) {
+        QStringList lines = model.text.split('\n');
+        const QString name = lines.takeFirst();
+        texts.append(documentName(name) + ": " + lines.join("; ").replace(":; - ", ": "));
+    }
+    document.add(ReportList{texts, Emphasis::None});
+}
+
+} // namespace
+
+void addData(ReportDocument& document, const ReportContext& context)
+{
+    const ReportSource& source = context.inputs.source;
+    document.add(ReportHeading{"Data"});
+    addFiles(document, source.files);
+    const Study& study = context.inputs.now.study;
+    if (!study.rawResults.isEmpty()) {
+        addSamples(document, study);
+    }
+    document.say("Rows of different models belong together by their position: row 7 of one file is "
+                 "taken for the same resampled data as row 7 of the others.");
+    addCheckUp(document, source.checkUp);
+    document.add(ReportHeading{"All findings", 2});
+    if (source.findings.isEmpty()) {
+        document.say("Nothing was found.");
+    }
+    document.add(ReportList{source.findings, Emphasis::None});
+}

@@ -1,0 +1,187 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The first chapter: which dose, how firm, and what speaks against it.
+
+#include "analysis/checkup/wording.h"
+#include "analysis/settingtexts.h"
+#include "report/firmness.h"
+#include "report/manydatasets.h"
+
+#include <cmath>
+
+namespace {
+
+constexpr int mostFindings = 10; ///< on the first page; all stand in the chapter on data
+
+/// What there is to say of results as they are shown: stale, or not calculated to the end.
+QStringList statusOf(const ReportInputs& inputs)
+{
+    const StudyResults& all = inputs.results;
+    QStringList texts;
+    const auto add = [&texts](const QStringList& remarks, bool isStale) {
+        for (int remark = 0; remark < remarks.size(); ++remark) {
+            texts.append((isStale && remark == 0 ? "Stale: " : "") + remarks.at(remark));
+        }
+    };
+    add(selectionRemarks(all, inputs.now), !selectionChanges(all, inputs.now).isEmpty());
+    add(curveRemarks(all, inputs.now), !curveChanges(all, inputs.now).isEmpty());
+    add(truthRemarks(all, inputs.now), !truthChanges(all, inputs.now).isEmpty()
+                                           || !comparedDosesChanges(all, inputs.now).isEmpty());
+    return texts;
+}
+
+/// What the chapter lacks, and where its doses come from.
+QString originOf(const ReportContext& context)
+{
+    const StudyResults& all = context.inputs.results;
+    if (!all.selection.doses.isEmpty()) {
+        return all.selection.isFromProject ? "The doses are those of the project that was opened; "
+                                             "how firm they are is not known."
+                                           : QString();
+    }
+    return context.results.isEmpty() ? "No dose was selected and no probability calculated."
+                                     : "No doses were selected: those of this chapter are read off "
+                                       "the probability curve.";
+}
+
+/// Which dose: the highest level that one reaches.
+QString answer(const ReportedResult& result)
+{
+    const QVector<double>& levels = result.made.levels;
+    int highest = -1;
+    for (int level = 0; level < qMin(levels.size(), result.meds.size()); ++level) {
+        if (!std::isnan(result.meds.at(level))) {
+            highest = level;
+        }
+    }
+    if (highest < 0) {
+        return QString("No candidate dose reaches %1.")
+            .arg(levels.size() == 1 ? "the level of " + levelText(levels.first())
+                                    : QString("any of the levels"));
+    }
+    QString text = QString("Dose %1 is the lowest from which on the probability of %2 is above %3")
+                       .arg(doseText(result.meds.at(highest)), intervalText(result.made),
+                            levelText(levels.at(highest)));
+    if (levels.size() > 1) {
+        text += highest + 1 < levels.size() ? "; no dose reaches the levels above"
+                                            : ", the highest of the levels";
+    }
+    return text + ". " + firmness(result, highest);
+}
+
+void addMeds(ReportDocument& document, const ReportedResult& result)
+{
+    ReportTable table{"Minimum effective dose (MED) by probability level",
+                      {"Level (%)", "MED", "Held in (% of resamples)", "95 % of resamples choose",
+                       "Doses chosen most often"},
+                      "rrrrl",
+                      {}};
+    for (int level = 0; level < result.meds.size(); ++level) {
+        QStringList row{typed(result.made.levels.value(level)), doseText(result.meds.at(level))};
+        if (level < result.stability.size()) {
+            const DoseStability& found = result.stability.at(level);
+            row += QStringList{calculated(found.share(found.med)),
+                               resampledDose(result, found.lower) + " to "
+                                   + resampledDose(result, found.upper),
+                               chosenDoses(result, found)};
+        } else {
+            row += QStringList{"not known", "not known", QString()};
+        }
+        table.rows.append(row);
+    }
+    document.add(table);
+}
+
+void addMethodTable(ReportDocument& document, const ReportedResult& result,
+                    const QVector<OtherMethod>& methods)
+{
+    ReportTable table{"MED by each way to bring the models together, and the share of resamples in "
+                      "which it holds",
+                      {"Level (%)"},
+                      "r",
+                      {}};
+    for (const double level : result.made.levels) {
+        table.rows.append({typed(level)});
+    }
+    QStringList missing;
+    for (const OtherMethod& method : methods) {
+        if (!method.result) {
+            missing.append(methodText(method.made));
+            continue;
+        }
+        table.headings.append(methodText(method.made) + (method.isChosen ? " (chosen)" : ""));
+        table.alignment.append('r');
+        for (int level = 0; level < table.rows.size(); ++level) {
+            const DoseStability& firm = method.stability.at(level);
+            table.rows[level].append(QString("%1 (%2 %)")
+                                         .arg(doseText(method.result->meds.at(level)),
+                                              calculated(firm.share(firm.med))));
+        }
+    }
+    if (!methods.isEmpty()) {
+        document.add(table);
+    }
+    if (!missing.isEmpty()) {
+        document.say("Not at hand, since models would judge whose endpoints were not evaluated: "
+                     + missing.join("; ") + '.');
+    }
+}
+
+void addObjections(ReportDocument& document, const ReportContext& context,
+                   const QStringList& objectionTexts)
+{
+    document.add(ReportHeading{"What speaks against it", 2});
+    const StudyResults& all = context.inputs.results;
+    const QStringList& findings = context.inputs.source.findings;
+    QStringList texts = objectionTexts + all.selection.notes;
+    for (const QString& note : all.curve.notes) {
+        if (!texts.contains(note)) {
+            texts.append(note);
+        }
+    }
+    texts += findings.mid(0, mostFindings);
+    if (findings.size() > mostFindings) {
+        texts.append(QString("%1 stand in the chapter on data.")
+                         .arg(counted(findings.size() - mostFindings, "further finding")));
+    }
+    if (texts.isEmpty()) {
+        document.say("Nothing was found that speaks against it.");
+    }
+    document.add(ReportList{texts, Emphasis::Warning});
+}
+
+} // namespace
+
+bool addDecision(ReportDocument& document, const ReportContext& context)
+{
+    document.add(ReportHeading{"The decision"});
+    document.add(ReportList{statusOf(context.inputs), Emphasis::Warning});
+    const QString origin = originOf(context);
+    if (!origin.isEmpty()) {
+        document.add(ReportParagraph{origin, Emphasis::Warning});
+    }
+    if (context.isSimulation()) {
+        addManyMeds(document, context);
+        addObjections(document, context, manyObjections(context));
+        return addManyMethods(document, context);
+    }
+    if (context.results.isEmpty()) {
+        addObjections(document, context, {});
+        return true;
+    }
+    const ReportedResult& result = context.results.first();
+    const auto methods = otherMethods(result, context.goesOn);
+    if (!methods) {
+        return false;
+    }
+    document.add(ReportParagraph{answer(result), Emphasis::Statement});
+    document.say(QString("Candidate doses: %1. Method: %2.")
+                     .arg(typed(result.made.doses), methodText(result.made)));
+    addMeds(document, result);
+    addObjections(document, context, objections(result, *methods));
+    if (!methods->isEmpty()) {
+        document.add(ReportHeading{"By other methods", 2});
+        addMethodTable(document, result, *methods);
+    }
+    return true;
+}

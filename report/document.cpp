@@ -1,0 +1,171 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "report/document.h"
+
+#include "analysis/checkup/wording.h"
+
+namespace {
+
+constexpr QChar firstStrongIsolate(0x2068);
+constexpr QChar popIsolate(0x2069);
+
+/// Whether the letter turns the direction of the text behind it until another ends it.
+bool isDirectionMark(QChar letter)
+{
+    const ushort code = letter.unicode();
+    return (code >= 0x202a && code <= 0x202e) || (code >= 0x2066 && code <= 0x2069);
+}
+
+bool isForbidden(QChar letter)
+{
+    const ushort code = letter.unicode();
+    return code < 0x20 || (code >= 0x7f && code < 0xa0) || letter.isNonCharacter();
+}
+
+bool runsLeft(QChar letter)
+{
+    return letter.direction() == QChar::DirR || letter.direction() == QChar::DirAL;
+}
+
+QStringList documentTexts(const QStringList& texts)
+{
+    QStringList fit;
+    for (const QString& text : texts) {
+        fit.append(documentText(text));
+    }
+    return fit;
+}
+
+} // namespace
+
+QString documentText(const QString& text, int longest)
+{
+    const QString shown =
+        text.size() <= longest
+            ? text
+            : text.left(longest) + QString("... (%1 letters in all)").arg(text.size());
+    QString fit;
+    fit.reserve(shown.size());
+    for (int place = 0; place < shown.size(); ++place) {
+        const QChar letter = shown.at(place);
+        const bool isPair = letter.isHighSurrogate() && place + 1 < shown.size()
+                            && shown.at(place + 1).isLowSurrogate();
+        if (isPair) {
+            fit += letter;
+            fit += shown.at(++place);
+        } else if (letter.isSurrogate()) {
+            fit += QChar(QChar::ReplacementCharacter);
+        } else {
+            fit += isForbidden(letter) ? QChar(' ') : letter;
+        }
+    }
+    return fit;
+}
+
+QString documentName(const QString& name)
+{
+    QString fit;
+    bool isMixed = false;
+    for (const QChar letter : shortName(name)) {
+        if (!isDirectionMark(letter)) {
+            fit += letter;
+            isMixed = isMixed || runsLeft(letter);
+        }
+    }
+    return isMixed ? firstStrongIsolate + fit + popIsolate : fit;
+}
+
+ReportDocument::ReportDocument(const QString& titleText, const QStringList& subtitleLines)
+    : titleLine(documentText(titleText))
+    , subtitleTexts(documentTexts(subtitleLines))
+{
+}
+
+void ReportDocument::add(ReportHeading heading)
+{
+    if (heading.level == 1) {
+        ++chapter;
+        section = 0;
+    } else {
+        ++section;
+    }
+    const QString number =
+        heading.level == 1 ? QString::number(chapter) : QString("%1.%2").arg(chapter).arg(section);
+    heading.text = number + ' ' + documentText(heading.text);
+    content.append(heading);
+}
+
+void ReportDocument::add(ReportParagraph paragraph)
+{
+    paragraph.text = documentText(paragraph.text);
+    content.append(paragraph);
+}
+
+void ReportDocument::add(ReportList list)
+{
+    if (!list.texts.isEmpty()) {
+        list.texts = documentTexts(list.texts);
+        content.append(list);
+    }
+}
+
+void ReportDocument::add(ReportTable table)
+{
+    const int rowCount = table.rows.size();
+    table.rows = table.rows.mid(0, mostRows);
+    table.headings = documentTexts(table.headings);
+    for (QStringList& row : table.rows) {
+        row = documentTexts(row);
+        while (row.size() < table.headings.size()) {
+            row.append(QString());
+        }
+    }
+    table.caption = QString("Table %1. %2").arg(++tableNumber).arg(documentText(table.caption));
+    if (rowCount > mostRows) {
+        table.caption += QString(" The first %1 of %2 rows.").arg(mostRows).arg(rowCount);
+    }
+    const int columnCount = table.headings.size();
+    if (columnCount <= mostColumns) {
+        content.append(table);
+        return;
+    }
+    const int step = mostColumns - table.leadingColumns;
+    for (int column = table.leadingColumns; column < columnCount; column += step) {
+        addPart(table, column, qMin(columnCount, column + step));
+    }
+}
+
+/// Some columns of a wide table, behind those that lead.
+void ReportDocument::addPart(const ReportTable& table, int firstColumn, int endColumn)
+{
+    const int leading = table.leadingColumns;
+    const int count = endColumn - firstColumn;
+    const auto columns = [=](const auto& row) {
+        return row.mid(0, leading) + row.mid(firstColumn, count);
+    };
+    ReportTable part = table;
+    part.headings = columns(table.headings);
+    part.alignment = columns(table.alignment);
+    if (firstColumn > leading) {
+        part.caption = part.caption.section('.', 0, 0) + ", continued.";
+    }
+    for (QStringList& row : part.rows) {
+        row = columns(row);
+    }
+    content.append(part);
+}
+
+void ReportDocument::add(ReportChart chart)
+{
+    chart.caption = QString("Figure %1. %2").arg(++chartNumber).arg(documentText(chart.caption));
+    chart.description = documentText(chart.description);
+    chart.keyLabel = documentName(documentText(chart.keyLabel));
+    chart.valueLabel = documentName(documentText(chart.valueLabel));
+    for (ChartCurve& curve : chart.curves) {
+        curve.name = documentText(curve.name);
+    }
+    for (ChartBars& bars : chart.bars) {
+        bars.name = documentText(bars.name);
+    }
+    content.append(chart);
+}

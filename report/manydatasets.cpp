@@ -1,0 +1,197 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "report/manydatasets.h"
+
+#include "analysis/certainty/othermethods.h"
+#include "analysis/checkup/wording.h"
+#include "analysis/settingtexts.h"
+#include "report/firmness.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+namespace {
+
+/// The dose of a count by doseCounts.
+QString countedDose(const QVector<double>& doses, int dose)
+{
+    return dose < doses.size() ? doseText(doses.at(dose)) : QString("none");
+}
+
+/// The lowest dose that half of the data sets do not exceed; none ranks highest.
+int medianDose(const QVector<int>& counts)
+{
+    const int all = std::accumulate(counts.begin(), counts.end(), 0);
+    int reached = 0;
+    for (int dose = 0; dose < counts.size(); ++dose) {
+        reached += counts.at(dose);
+        if (2 * reached >= all) {
+            return dose;
+        }
+    }
+    return counts.size() - 1;
+}
+
+int doseIndex(const QVector<double>& doses, double dose)
+{
+    const int index = doses.indexOf(dose);
+    return index < 0 ? doses.size() : index;
+}
+
+/// Which doses: those of the lowest and of the highest level.
+QString answer(const DoseSelection& selection)
+{
+    const QVector<double>& doses = selection.made.inputs.doses;
+    QString text =
+        QString("Doses were selected for %1.").arg(counted(selection.doses.size(), "data set"));
+    QVector<int> levels{0};
+    if (selection.levels.size() > 1) {
+        levels.append(selection.levels.size() - 1);
+    }
+    for (const int level : levels) {
+        const QVector<int> counts = doseCounts(selection, level);
+        text +=
+            QString(" At %1 the median dose is %2, and %3 no dose.")
+                .arg(levelText(selection.levels.value(level)),
+                     countedDose(doses, medianDose(counts)),
+                     counted(counts.last(), "data set") + (counts.last() == 1 ? " has" : " have"));
+    }
+    return text;
+}
+
+/// The mean share of resamples in which the doses of a level hold, and the data sets in which
+/// they do in less than firmShare; NaN where nothing is known.
+QPair<double, int> firmnessOf(const DoseSelection& selection, int level)
+{
+    double sum = 0.0;
+    int known = 0;
+    int unstable = 0;
+    for (const QVector<DoseStability>& ofLevels : selection.stability) {
+        if (level < ofLevels.size()) {
+            const DoseStability& found = ofLevels.at(level);
+            sum += found.share(found.med);
+            unstable += int(found.share(found.med) < firmShare);
+            ++known;
+        }
+    }
+    return {sum / known, unstable};
+}
+
+} // namespace
+
+QVector<int> doseCounts(const DoseSelection& selection, int level)
+{
+    const QVector<double>& doses = selection.made.inputs.doses;
+    QVector<int> counts(doses.size() + 1, 0);
+    for (const QVector<double>& dataSet : selection.doses) {
+        if (level < dataSet.size()) {
+            ++counts[doseIndex(doses, dataSet.at(level))];
+        }
+    }
+    return counts;
+}
+
+void addManyMeds(ReportDocument& document, const ReportContext& context)
+{
+    const DoseSelection& selection = context.inputs.results.selection;
+    const Study& made = selection.made.inputs;
+    document.add(ReportParagraph{answer(selection), Emphasis::Statement});
+    document.say(QString("The dose of a level is the lowest from which on the probability of %1 is "
+                         "above it. Candidate doses: %2. Method: %3.")
+                     .arg(intervalText(made), typed(made.doses), methodText(made)));
+    ReportTable table{"Minimum effective dose (MED) by probability level, over the data sets",
+                      {"Level (%)", "Median", "Most often", "in data sets", "No dose in",
+                       "Held in, mean (% of resamples)", "Not firm in"},
+                      "rrrrrrr",
+                      {}};
+    for (int level = 0; level < selection.levels.size(); ++level) {
+        const QVector<int> counts = doseCounts(selection, level);
+        const auto most = std::max_element(counts.begin(), counts.end());
+        const auto [held, unstable] = firmnessOf(selection, level);
+        table.rows.append(
+            {typed(selection.levels.at(level)), countedDose(made.doses, medianDose(counts)),
+             countedDose(made.doses, int(most - counts.begin())), QString::number(*most),
+             QString::number(counts.last()), std::isnan(held) ? "not known" : calculated(held),
+             std::isnan(held) ? "not known" : QString::number(unstable)});
+    }
+    document.add(table);
+    document.say("The median counts data sets without a dose as above the highest dose.");
+}
+
+bool addManyMethods(ReportDocument& document, const ReportContext& context)
+{
+    const DoseSelection& selection = context.inputs.results.selection;
+    ReportTable table{"Median MED over the data sets by each way to bring the models together, and "
+                      "data sets in which it is the chosen one's",
+                      {"Level (%)"},
+                      "r",
+                      {}};
+    for (const double level : selection.levels) {
+        table.rows.append({typed(level)});
+    }
+    Study made = selection.made.inputs;
+    made.levels = selection.levels;
+    QStringList missing;
+    for (const Method& method : allMethods) {
+        DoseSelection other;
+        other.made = selection.made;
+        QVector<int> agreeing(selection.levels.size(), 0);
+        for (int dataSet = 0; dataSet < selection.evaluations.size(); ++dataSet) {
+            const auto found = resultByMethod(made, selection.evaluations.at(dataSet), method);
+            if (!found || !selection.evaluations.at(dataSet).exists()) {
+                break;
+            }
+            other.doses.append(found->meds);
+            for (int level = 0; level < agreeing.size(); ++level) {
+                agreeing[level] += int(doseText(found->meds.at(level))
+                                       == doseText(selection.doses.at(dataSet).value(level)));
+            }
+            if (context.goesOn && !context.goesOn()) {
+                return false;
+            }
+        }
+        Study named = made;
+        named.selecting = method.selecting;
+        named.individualOfv = method.individualOfv;
+        if (other.doses.size() < selection.doses.size()) {
+            missing.append(methodText(named));
+            continue;
+        }
+        table.headings.append(methodText(named));
+        table.alignment.append('r');
+        for (int level = 0; level < table.rows.size(); ++level) {
+            table.rows[level].append(QString("%1 (%2)").arg(
+                countedDose(made.doses, medianDose(doseCounts(other, level))),
+                QString::number(agreeing.at(level))));
+        }
+    }
+    document.add(ReportHeading{"By other methods", 2});
+    if (table.headings.size() > 1) {
+        document.add(table);
+    }
+    if (!missing.isEmpty()) {
+        document.say("Not at hand, since endpoints that they need were not evaluated or not kept: "
+                     + missing.join("; ") + '.');
+    }
+    return true;
+}
+
+QStringList manyObjections(const ReportContext& context)
+{
+    const DoseSelection& selection = context.inputs.results.selection;
+    QStringList levels;
+    for (int level = 0; level < selection.levels.size(); ++level) {
+        const auto [held, unstable] = firmnessOf(selection, level);
+        if (unstable > 0) {
+            levels.append(
+                QString("%1 at %2").arg(unstable).arg(levelText(selection.levels.at(level))));
+        }
+    }
+    return levels.isEmpty()
+               ? QStringList()
+               : QStringList(QString("Of %1, so many have a dose that holds in less than %2 % of "
+                                     "resamples: %3.")
+                                 .arg(counted(selection.stability.size(), "data set"),
+                                      typed(firmShare), levels.join(", ")));
+}

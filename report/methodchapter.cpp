@@ -1,0 +1,156 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The chapter on methods: how each figure is made, by which settings, and from where.
+
+#include "analysis/settingtexts.h"
+#include "report/chapters.h"
+
+#include <algorithm>
+
+namespace {
+
+const char* const literature[] = {
+    "Akaike H (1974). A new look at the statistical model identification. IEEE Transactions on "
+    "Automatic Control 19:716-723.",
+    "Box GEP, Muller ME (1958). A note on the generation of random normal deviates. Annals of "
+    "Mathematical Statistics 29:610-611.",
+    "Buckland ST, Burnham KP, Augustin NH (1997). Model selection: an integral part of inference. "
+    "Biometrics 53:603-618.",
+    "Burnham KP, Anderson DR (2002). Model Selection and Multimodel Inference, 2nd edition. "
+    "Springer.",
+    "Efron B, Tibshirani RJ (1993). An Introduction to the Bootstrap. Chapman & Hall.",
+    "Golub GH, Van Loan CF. Matrix Computations. Johns Hopkins University Press.",
+    "Hill MO (1973). Diversity and evenness: a unifying notation and its consequences. Ecology "
+    "54:427-432.",
+    "Koehler E, Brown E, Haneuse SJPA (2009). On the assessment of Monte Carlo error in "
+    "simulation-based statistical analyses. The American Statistician 63:155-162.",
+    "Matsumoto M, Nishimura T (1998). Mersenne twister: a 623-dimensionally equidistributed "
+    "uniform pseudo-random number generator. ACM Transactions on Modeling and Computer Simulation "
+    "8:3-30.",
+    "Morris TP, White IR, Crowther MJ (2019). Using simulation studies to evaluate statistical "
+    "methods. Statistics in Medicine 38:2074-2102.",
+};
+
+bool hasEtas(const Study& study)
+{
+    return std::any_of(study.endPoints.begin(), study.endPoints.end(),
+                       [](const endPoint& definition) { return definition.highestEta > 0; });
+}
+
+void addSentences(ReportDocument& document, const Study& study)
+{
+    document.say(
+        QString("Weights: the value of a model's weight expression in a bootstrap sample is %1. "
+                "The relative weights of a sample add up to 1; a model without a value has none. "
+                "On the log scale the proposed expression, minus half of OFV + 2 K, is Akaike's "
+                "criterion (Akaike 1974; Buckland, Burnham & Augustin 1997).")
+            .arg(study.logScale ? "the logarithm of its weight" : "its weight"));
+    document.say(
+        study.selecting
+            ? QString("Model selection: each sample is judged by the model with the highest weight "
+                      "%1 (Burnham & Anderson 2002). The probability of a dose is the share of the "
+                      "samples whose endpoint lies in the target interval.")
+                  .arg(study.individualOfv ? "in that sample" : "in the first sample")
+            : QString("Model averaging: the probability of a dose is the mean over the samples of "
+                      "the weight, %1, of the models whose endpoint lies in the target interval "
+                      "(Buckland, Burnham & Augustin 1997).")
+                  .arg(study.individualOfv ? "that of each sample" : "that of the first sample"));
+    document.say("The minimum effective dose (MED) of a level is the lowest candidate dose from "
+                 "which on, up to the highest, the probability is above the level. Equality is not "
+                 "enough.");
+    if (hasEtas(study)) {
+        document.say("Endpoints with ETAs are those of a simulated population: individuals with "
+                     "normally distributed random effects (Box & Muller 1958) of covariance omega, "
+                     "by its Cholesky factor (Golub & Van Loan).");
+    }
+    document.say(
+        QString(
+            "The Monte Carlo error of a probability is 100 sd(z) / sqrt(N), z being the weight "
+            "that each of the N samples puts inside the interval; it tells what more bootstrap "
+            "samples would change, not what another trial would (Koehler, Brown & Haneuse 2009; "
+            "Morris, White & Crowther 2019). How firm a MED is: the samples are drawn anew "
+            "with replacement %1 times, the same for all models and doses, and the rule is "
+            "repeated (Efron & Tibshirani 1993); the generator of these draws (Matsumoto & "
+            "Nishimura 1998) starts at %2 each time and is none of the program's own sequence.")
+            .arg(resampleCount)
+            .arg(resamplingSeed));
+    document.say("Quantiles of the model-averaged endpoint are the lowest endpoints at which the "
+                 "weighted distribution function over samples and models reaches them. The "
+                 "effective number of models is the inverse of the sum of squared weights (Hill "
+                 "1973).");
+}
+
+void addSettings(ReportDocument& document, const Study& study, const QString& caption)
+{
+    ReportTable table{caption, {"Setting", "Value"}, "ll", {}};
+    const QString population = populationText(study);
+    table.rows = {{"Candidate doses", typed(study.doses)},
+                  {"Target interval", intervalText(study)},
+                  {"Method", methodText(study)},
+                  {"Probability levels (%)", typed(study.levels)},
+                  {"Weights", study.logScale ? "in log scale" : "not in log scale"},
+                  {"Column of OFV", QString::number(study.colNumOFV)},
+                  {"Column of THETA1", QString::number(study.colNumTHETA1)},
+                  {"Population", population.isEmpty() ? "no individual is simulated" : population}};
+    document.add(table);
+}
+
+void addCircumstances(ReportDocument& document, const QString& what, const Study& study,
+                      const Circumstances& before)
+{
+    if (before.processors == 0) {
+        return;
+    }
+    QString text = QString("%1: calculated on %2 processor%3.")
+                       .arg(what)
+                       .arg(before.processors)
+                       .arg(before.processors == 1 ? "" : "s");
+    if (hasEtas(study)) {
+        text += QString(" Of %1 individuals %2 were really simulated.")
+                    .arg(study.individuals)
+                    .arg(simulatedIndividuals(study.individuals, before.processors));
+    } else {
+        text += " No random numbers were drawn.";
+    }
+    text += before.randomPosition ? QString(" The sequence of random numbers stood at %1 before.")
+                                        .arg(*before.randomPosition)
+                                  : QString(" The position of the random sequence cannot be told.");
+    document.say(text);
+}
+
+} // namespace
+
+void addMethods(ReportDocument& document, const ReportContext& context)
+{
+    const ReportInputs& inputs = context.inputs;
+    const Study& study =
+        context.results.isEmpty() ? inputs.now.study : context.results.first().made;
+    document.add(ReportHeading{"Methods and settings"});
+    addSentences(document, study);
+    document.add(ReportHeading{"Settings", 2});
+    addSettings(document, study,
+                context.results.isEmpty() ? QString("Settings") : context.results.first().name);
+    for (int result = 1; result < context.results.size(); ++result) {
+        addSettings(document, context.results.at(result).made, context.results.at(result).name);
+    }
+    document.add(ReportHeading{"Calculation", 2});
+    for (const ReportedResult& result : context.results) {
+        addCircumstances(document, result.name, result.made, result.before);
+    }
+    const TruthComparison& truth = inputs.results.truth;
+    if (!truth.made.trueRows.isEmpty()) {
+        addCircumstances(document, "Theoretical MEDs", truth.made.inputs, truth.before);
+    }
+    const ReportSource& source = inputs.source;
+    document.say(
+        QString("Written by %1 with Qt %2 on %3, by a machine with %4 processor%5.")
+            .arg(source.study.program, source.study.qtVersion, source.date.toString(Qt::ISODate))
+            .arg(processorCount())
+            .arg(processorCount() == 1 ? "" : "s"));
+    document.add(ReportHeading{"Literature", 2});
+    ReportList list;
+    for (const char* const entry : literature) {
+        list.texts.append(entry);
+    }
+    document.add(list);
+}

@@ -1,0 +1,255 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Chapters on the endpoint and its models: the dose-response, and what each model contributes.
+
+#include "analysis/certainty/averagedendpoint.h"
+#include "analysis/certainty/contributions.h"
+#include "analysis/settingtexts.h"
+#include "report/chapters.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numeric>
+
+namespace {
+
+constexpr int mostCurves = 9; ///< typical curves that one chart can hold
+
+/// The typical curve of each model, [model][dose]; empty with ETAs, which would draw random
+/// numbers, and where the model has no results.
+QVector<QVector<double>> typicalCurves(const ReportContext& context, const Study& made)
+{
+    QVector<QVector<double>> curves;
+    QVector<endPoint> definitions = made.endPoints;
+    for (int model = 0; model < definitions.size(); ++model) {
+        endPoint& definition = definitions[model];
+        const Table samples = context.inputs.now.study.rawResults.value(model).value(0);
+        definition.checkETA();
+        const bool isDrawless = definition.highestEta == 0 && !samples.isEmpty();
+        if (isDrawless) {
+            definition.bringUpToDate(made.doses);
+        }
+        curves.append(isDrawless ? definition.evaluateEndpoint(samples.first())
+                                 : QVector<double>());
+    }
+    return curves;
+}
+
+bool areResultsThose(const ReportContext& context, const Study& made)
+{
+    return made.fingerprint == context.inputs.now.study.fingerprint;
+}
+
+/// The models by weight, the highest first; their order where nothing is known.
+QVector<int> byWeight(const ReportedResult& result)
+{
+    QVector<int> models(result.made.endPoints.size());
+    std::iota(models.begin(), models.end(), 0);
+    if (result.evaluation.exists()) {
+        const QVector<double> weights = contributionsOf(result.made, result.evaluation).meanWeights;
+        std::stable_sort(models.begin(), models.end(), [&weights](int first, int second) {
+            return weights.value(first) > weights.value(second);
+        });
+    }
+    return models;
+}
+
+void addBands(ReportChart& chart, const ReportedResult& result)
+{
+    const AveragedEndpoint found = averagedEndpoint(result.made, result.evaluation);
+    QVector<QVector<double>> quantiles(endpointQuantileCount);
+    for (const EndpointDistribution& here : found.all) {
+        for (int quantile = 0; quantile < endpointQuantileCount; ++quantile) {
+            quantiles[quantile].append(here.quantiles.at(quantile));
+        }
+    }
+    const QVector<double>& doses = result.made.doses;
+    chart.bands = {{"5 to 95 %", doses, quantiles.at(0), quantiles.at(4)},
+                   {"25 to 75 %", doses, quantiles.at(1), quantiles.at(3)}};
+    chart.curves.append({"Median of all models", doses, quantiles.at(2), {}, ChartRole::Main});
+}
+
+void addTargetGuides(ReportChart& chart, const Study& made)
+{
+    for (const double bound : {made.target.lower, made.target.upper}) {
+        if (std::isfinite(bound) && made.doses.size() > 1) {
+            chart.curves.append({"target",
+                                 {made.doses.first(), made.doses.last()},
+                                 {bound, bound},
+                                 {},
+                                 ChartRole::Guide});
+        }
+    }
+}
+
+void addResponseChart(ReportDocument& document, const ReportContext& context,
+                      const ReportedResult& result)
+{
+    ReportChart chart{"Endpoint by dose over bootstrap samples and models, each with its weight, "
+                      "and typical curves: those of the first row of each model's results.",
+                      "Bands of the quantiles of the endpoint over the candidate doses, with its "
+                      "median and the typical curve of each model.",
+                      doseName(result.made.endPoints), "Endpoint"};
+    if (result.evaluation.exists()) {
+        addBands(chart, result);
+    }
+    addTargetGuides(chart, result.made);
+    QStringList withEtas;
+    int drawn = 0;
+    const QVector<QVector<double>> typical = areResultsThose(context, result.made)
+                                                 ? typicalCurves(context, result.made)
+                                                 : QVector<QVector<double>>();
+    for (const int model : byWeight(result)) {
+        const QVector<double> values = typical.value(model);
+        if (values.isEmpty()) {
+            withEtas.append(modelName(result.made.endPoints, model));
+        } else if (drawn++ < mostCurves) {
+            chart.curves.append(
+                {modelName(result.made.endPoints, model), result.made.doses, values});
+        }
+    }
+    document.add(chart);
+    if (drawn > mostCurves) {
+        document.say(QString("The typical curves drawn are those of the %1 models with the highest "
+                             "mean weight, of %2.")
+                         .arg(mostCurves)
+                         .arg(drawn));
+    }
+    if (typical.isEmpty()) {
+        document.say("Typical curves are left out: other results have been imported since.");
+    } else if (!withEtas.isEmpty()) {
+        document.say("Typical curves are left out where individuals would have to be simulated "
+                     "anew or there are no results: "
+                     + withEtas.join(", ") + '.');
+    }
+}
+
+void addResponseTable(ReportDocument& document, const ReportedResult& result)
+{
+    ReportTable table{"Model-averaged endpoint by dose: mean and quantiles over samples and models",
+                      {"Dose", "Mean", "5 %", "25 %", "50 %", "75 %", "95 %", "Excluded (%)"},
+                      "rrrrrrrr",
+                      {}};
+    const AveragedEndpoint found = averagedEndpoint(result.made, result.evaluation);
+    for (int dose = 0; dose < found.all.size(); ++dose) {
+        const EndpointDistribution& here = found.all.at(dose);
+        QStringList row{typed(result.made.doses.at(dose)), calculated(here.mean)};
+        for (const double quantile : here.quantiles) {
+            row.append(calculated(quantile));
+        }
+        // What rounding leaves of weights that add up to all is nothing.
+        const double excluded = here.excluded < 1e-9 ? 0.0 : here.excluded;
+        table.rows.append(row + QStringList(calculated(excluded)));
+    }
+    document.add(table);
+    document.say("Excluded is the share of the weight whose endpoint is not finite or not known, "
+                 "samples without a weight included.");
+}
+
+void addDefinitions(ReportDocument& document, const Study& study)
+{
+    ReportTable table{"Models and their expressions", {"Model", "Endpoint", "Weight"}, "lll", {}};
+    for (int model = 0; model < study.endPoints.size(); ++model) {
+        const endPoint& definition = study.endPoints.at(model);
+        table.rows.append({modelName(study.endPoints, model), definition.endPointParser.expression,
+                           definition.weightParser.expression});
+    }
+    document.add(table);
+    document.say(study.logScale ? "Weights are in log scale." : "Weights are not in log scale.");
+    for (int model = 0; model < study.endPoints.size(); ++model) {
+        const endPoint& definition = study.endPoints.at(model);
+        const QString name = modelName(study.endPoints, model);
+        if (definition.highestEta == 0) {
+            continue; // a matrix that stays behind an ETA has no effect
+        }
+        if (definition.hasBlankOmega()) {
+            document.say(
+                QString("Omega of %1: %2 x %2 elements, all 0.").arg(name).arg(definition.numEtas));
+        } else {
+            ReportTable omega{"Omega of " + name, {"ETA"}, "l", {}};
+            for (int row = 0; row < definition.numEtas; ++row) {
+                omega.headings.append(QString::number(row + 1));
+                omega.alignment.append('r');
+                omega.rows.append({QString::number(row + 1)});
+                for (int column = 0; column < definition.numEtas; ++column) {
+                    omega.rows.last().append(
+                        definition.omegaText(row, column, std::numeric_limits<double>::digits10));
+                }
+            }
+            document.add(omega);
+        }
+    }
+}
+
+void addContributions(ReportDocument& document, const ReportedResult& result)
+{
+    const Contributions found = contributionsOf(result.made, result.evaluation);
+    ReportTable weights{"Weights over the bootstrap samples, " + dataSetText(result.dataSet),
+                        {"Model", "Mean weight", "Best in (% of samples)"},
+                        "lrr",
+                        {}};
+    ReportTable parts{"Parts of the probability (%) by model", {"Dose"}, "r", {}};
+    for (const double dose : result.made.doses) {
+        parts.rows.append({typed(dose)});
+    }
+    for (int model = 0; model < found.meanWeights.size(); ++model) {
+        const QString name = modelName(result.made.endPoints, model);
+        weights.rows.append({name, calculated(found.meanWeights.at(model)),
+                             calculated(found.bestShares.at(model))});
+        parts.headings.append(name);
+        parts.alignment.append('r');
+        for (int dose = 0; dose < parts.rows.size(); ++dose) {
+            parts.rows[dose].append(calculated(found.parts.at(dose).at(model)));
+        }
+    }
+    parts.headings.append("All models");
+    parts.alignment.append('r');
+    for (int dose = 0; dose < parts.rows.size(); ++dose) {
+        parts.rows[dose].append(calculated(result.probability.value(dose)));
+    }
+    document.add(weights);
+    document.say(QString("%1 of %2 samples have weights. The effective number of models, 1 / "
+                         "sum(w^2), is %3 on average; in %4 % of these samples one model has more "
+                         "than 0.9 of the weight.")
+                     .arg(found.weighedSamples)
+                     .arg(result.evaluation.sampleCount)
+                     .arg(calculated(found.effectiveModels), calculated(found.dominatedShare)));
+    document.add(parts);
+}
+
+} // namespace
+
+void addDoseResponse(ReportDocument& document, const ReportContext& context)
+{
+    document.add(ReportHeading{"Dose-response"});
+    if (context.results.isEmpty()) {
+        document.say("Nothing was calculated.");
+        return;
+    }
+    const ReportedResult& result = context.results.first();
+    addResponseChart(document, context, result);
+    if (result.evaluation.exists()) {
+        addResponseTable(document, result);
+    } else {
+        document.say("The model-averaged endpoint is not known: " + result.evaluation.missing
+                     + '.');
+    }
+}
+
+void addModels(ReportDocument& document, const ReportContext& context)
+{
+    document.add(ReportHeading{"Models"});
+    if (context.results.isEmpty()) {
+        addDefinitions(document, context.inputs.now.study);
+        document.say("Weights and contributions are left out: nothing was calculated.");
+        return;
+    }
+    const ReportedResult& result = context.results.first();
+    addDefinitions(document, result.made);
+    if (result.evaluation.exists()) {
+        addContributions(document, result);
+    } else {
+        document.say("Weights and contributions are not known: " + result.evaluation.missing + '.');
+    }
+}

@@ -1,0 +1,125 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The chapter on simulation studies: doses by level, and their comparison with the truth.
+
+#include "analysis/settingtexts.h"
+#include "report/manydatasets.h"
+
+namespace {
+
+constexpr int mostDoseTicks = 25;
+
+void addDistribution(ReportDocument& document, const DoseSelection& selection)
+{
+    const QVector<double>& doses = selection.made.inputs.doses;
+    ReportChart chart{"Minimum effective doses of the data sets by probability level. Areas and "
+                      "numbers are counts of data sets.",
+                      "Circles over levels and doses, whose areas are numbers of data sets, which "
+                      "stand in the table below.",
+                      "Probability level (%)",
+                      "MED (" + doseName(selection.made.inputs.endPoints) + ')'};
+    ReportTable table{"Data sets by dose and level", {"Dose"}, "r", {}};
+    const int step = doses.size() / mostDoseTicks + 1;
+    for (int dose = 0; dose <= doses.size(); ++dose) {
+        const QString text = dose < doses.size() ? doseText(doses.at(dose)) : QString("none");
+        table.rows.append({text});
+        if (dose % step == 0 || dose == doses.size()) {
+            chart.valueTicks.append({double(dose), text});
+        }
+    }
+    for (int level = 0; level < selection.levels.size(); ++level) {
+        const QVector<int> counts = doseCounts(selection, level);
+        table.headings.append(levelText(selection.levels.at(level)));
+        table.alignment.append('r');
+        for (int dose = 0; dose < counts.size(); ++dose) {
+            table.rows[dose].append(QString::number(counts.at(dose)));
+            if (counts.at(dose) > 0) {
+                chart.spots.append({selection.levels.at(level), double(dose), counts.at(dose)});
+            }
+        }
+    }
+    chart.valueRange = {-0.7, doses.size() + 0.7};
+    document.add(ReportHeading{"Doses by level", 2});
+    document.add(chart);
+    document.add(table);
+}
+
+/// How the counts of each level compare with the nominal one.
+void addComparison(ReportDocument& document, const TruthComparison& truth)
+{
+    const int levelCount = qMin(truth.comparison.size(), truth.levels.size());
+    ReportTable table{
+        "Data sets by how their MED compares with the theoretical one",
+        {"Level (%)", "Over", "Equal", "Under", "Over or equal", "Nominal", "Mean absolute error"},
+        "rrrrrrr",
+        {}};
+    ChartBars over{"Above the theoretical MED", {}, {}};
+    ChartBars equal{"Equal to it", {}, {}};
+    ChartBars under{"Below it, or none", {}, {}};
+    ChartCurve nominal{"Nominal count, at or above it", {}, {}, {}, ChartRole::Main};
+    for (int level = 0; level < levelCount; ++level) {
+        const LevelComparison& counts = truth.comparison.at(level);
+        const double percent = truth.levels.at(level);
+        for (ChartBars* bars : {&over, &equal, &under}) {
+            bars->keys.append(percent);
+        }
+        over.values.append(counts.over);
+        equal.values.append(counts.equal);
+        under.values.append(counts.under);
+        nominal.keys.append(percent);
+        nominal.values.append(nominalCount(counts, percent));
+        table.rows.append(
+            {typed(percent), QString::number(counts.over), QString::number(counts.equal),
+             QString::number(counts.under), QString::number(counts.over + counts.equal),
+             calculated(nominalCount(counts, percent)), calculated(counts.meanAbsoluteError)});
+    }
+    ReportChart chart{"Estimated and theoretical MEDs by level. A method without bias has the "
+                      "nominal line within the part of equal MEDs.",
+                      "Stacked bars of the data sets whose estimated MED is above, equal to and "
+                      "below the theoretical one, with a line of nominal counts.",
+                      "Probability level (%)", "Data sets"};
+    chart.bars = {over, equal, under};
+    chart.curves = {nominal};
+    document.add(chart);
+    document.add(table);
+    document.say("The mean absolute error is the mean distance between estimated and theoretical "
+                 "MED, in dose units, over the data sets in which both exist and differ.");
+}
+
+void addTruth(ReportDocument& document, const TruthComparison& truth)
+{
+    document.add(ReportHeading{"Comparison with the truth", 2});
+    if (!truth.made.exists()) {
+        document.say("The doses were not compared with theoretical ones.");
+        return;
+    }
+    document.add(ReportList{unfinishedRemarks(truth), Emphasis::Warning});
+    if (truth.isFailed || truth.comparison.isEmpty()) {
+        document.say("There is no comparison.");
+        return;
+    }
+    document.say(
+        truth.made.trueRows.isEmpty()
+            ? QString("The theoretical MEDs come from a file, each rounded up to the next "
+                      "candidate dose.")
+            : QString("The theoretical MED of a data set is the lowest candidate dose from "
+                      "which on its true model's endpoint lies in %1; the true models are "
+                      "%2.")
+                  .arg(intervalText(truth.made.inputs), truth.made.trueModels.join(", ")));
+    addComparison(document, truth);
+}
+
+} // namespace
+
+void addSimulations(ReportDocument& document, const ReportContext& context)
+{
+    const StudyResults& all = context.inputs.results;
+    if (!context.isSimulation() && !all.truth.made.exists()) {
+        return;
+    }
+    document.add(ReportHeading{"Simulation study"});
+    if (!all.selection.doses.isEmpty()) {
+        addDistribution(document, all.selection);
+    }
+    addTruth(document, all.truth);
+}
