@@ -21,13 +21,15 @@ namespace {
 
 const char writeFailedText[] = "The file could not be written.";
 
+const char suffixText[] = "The name of the file has to end with %1.";
+
 /// Empty if the user wants none.
-QString chosenFile(QWidget* widget, const QString& title, const QString& offeredName)
+QString chosenFile(QWidget* widget, const QString& title, const QString& offeredName,
+                   const QStringList& suffixes)
 {
-    const QString suffix = QFileInfo(offeredName).suffix();
-    QFileDialog dialog(widget->window(), title, QString(), "*." + suffix);
+    QFileDialog dialog(widget->window(), title, QString(), "*." + suffixes.join(" *."));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(suffix);
+    dialog.setDefaultSuffix(QFileInfo(offeredName).suffix());
     dialog.selectFile(offeredName);
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
@@ -114,12 +116,26 @@ void copyText(const QString& text)
 void saveAs(QWidget* widget, const QString& title, const QString& offeredName,
             const std::function<std::optional<QByteArray>()>& content)
 {
+    saveAs(widget, title, offeredName, {}, [&content](const QString&) { return content(); });
+}
+
+void saveAs(QWidget* widget, const QString& title, const QString& offeredName,
+            const QStringList& suffixes,
+            const std::function<std::optional<QByteArray>(const QString& suffix)>& content)
+{
     // The dialog is gone before the content takes its memory.
-    const QString path = chosenFile(widget, title, offeredName);
+    const QString path =
+        chosenFile(widget, title, offeredName,
+                   suffixes.isEmpty() ? QStringList(QFileInfo(offeredName).suffix()) : suffixes);
     if (path.isEmpty()) {
         return;
     }
-    const std::optional<QByteArray> bytes = content();
+    const QString suffix = QFileInfo(path).suffix().toLower();
+    if (!suffixes.isEmpty() && !suffixes.contains(suffix)) {
+        showMessage(widget, QString(suffixText).arg('.' + suffixes.join(" or .")));
+        return;
+    }
+    const std::optional<QByteArray> bytes = content(suffix);
     if (bytes && !writeFile(path, *bytes)) {
         showMessage(widget, writeFailedText);
     }
@@ -128,7 +144,7 @@ void saveAs(QWidget* widget, const QString& title, const QString& offeredName,
 void saveAs(QWidget* widget, const QString& title, const QString& offeredName,
             const std::function<bool(QIODevice& file)>& write)
 {
-    const QString path = chosenFile(widget, title, offeredName);
+    const QString path = chosenFile(widget, title, offeredName, {QFileInfo(offeredName).suffix()});
     if (path.isEmpty()) {
         return;
     }

@@ -63,4 +63,10 @@ void saveAs(QWidget* widget, const QString& title, const QString& offeredName,
 void saveAs(QWidget* widget, const QString& title, const QString& offeredName,
             const std::function<bool(QIODevice& file)>& write);
 
+/// The same for a file that may have one of several suffixes, the offered name's among them;
+/// content is told in small letters which. Another one the user is told, and nothing is written.
+void saveAs(QWidget* widget, const QString& title, const QString& offeredName,
+            const QStringList& suffixes,
+            const std::function<std::optional<QByteArray>(const QString& suffix)>& content);
+
 #endif

@@ -32,6 +32,8 @@ class ProgressLoop;
 enum class CertaintyTable;
 struct DecodedProject;
 struct ProjectItems;
+struct ReportInputs;
+struct StudySource;
 
 /// The main window: owns the whole analysis state and serves the pages.
 ///
@@ -265,7 +267,10 @@ private:
     void addExports();
     void addTableExports(const QList<QAction*>& shared);
     void addChartExports(const QList<QAction*>& shared);
+    StudySource studySource() const;
     QString analysisSummary() const;
+    ReportInputs reportInputs() const;
+    void saveReport();
 
     // Looks
     void openKeyboardWays();

@@ -23,12 +23,16 @@ void MainWindow::addExports()
     summary->setObjectName("actionCopySummary");
     connect(summary, &QAction::triggered, this,
             [this] { whileMemoryLasts(this, [this] { copyText(analysisSummary()); }); });
+    auto* report = new QAction("Save report...", this);
+    report->setObjectName("actionSaveReport");
+    connect(report, &QAction::triggered, this,
+            [this] { whileMemoryLasts(this, [this] { saveReport(); }); });
     auto* allFound = new QAction("Copy all findings", this);
     allFound->setObjectName("actionCopyFindings");
     connect(allFound, &QAction::triggered, this,
             [this] { whileMemoryLasts(this, [this] { copyText(allFindings().join('\n')); }); });
-    addTableExports({summary, allFound});
-    addChartExports({summary, allFound});
+    addTableExports({summary, report, allFound});
+    addChartExports({summary, report, allFound});
 }
 
 void MainWindow::addTableExports(const QList<QAction*>& shared)
@@ -103,11 +107,14 @@ void MainWindow::addChartExports(const QList<QAction*>& shared)
     add(ui->_5_cp_truthVisualization, {counts, "comparison_counts", {}, {}, ofLevel}, truthRemarks);
 }
 
+StudySource MainWindow::studySource() const
+{
+    return {"Velmora " VELMORA_VERSION, qVersion(), source.place, source.files};
+}
+
 /// The analysis as it stands.
 QString MainWindow::analysisSummary() const
 {
     const int dataSet = shown.weights.exists() ? qMax(0, ui->_2_sb_dataNumber->value()) : -1;
-    return summaryText(currentInputs(), results(), dataSet,
-                       {"Velmora " VELMORA_VERSION, qVersion(), source.place, source.files},
-                       allFindings());
+    return summaryText(currentInputs(), results(), dataSet, studySource(), allFindings());
 }

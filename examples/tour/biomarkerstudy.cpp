@@ -171,6 +171,16 @@ void takeBetweenSubjectVariabilityBack(Tour& tour, const QString& dosesBefore)
                  "without the ETA the doses are not those of before");
 }
 
+/// Of the method that decides.
+void saveReports(Tour& tour)
+{
+    chooseMethod(tour, methods.first());
+    user::click(tour.widget<QPushButton>("_3_pb_calculatePoS"));
+    tour.showPage(DosePage);
+    user::click(tour.widget<QPushButton>("_4_pb_startCalculation"));
+    tour.saveReports("report");
+}
+
 } // namespace
 
 void playBiomarkerStudy(Tour& tour, const QString& dataFolder)
@@ -185,4 +195,5 @@ void playBiomarkerStudy(Tour& tour, const QString& dataFolder)
     addBetweenSubjectVariability(tour);
     decide(tour, "");
     takeBetweenSubjectVariabilityBack(tour, doses);
+    saveReports(tour);
 }

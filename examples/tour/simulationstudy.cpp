@@ -245,6 +245,8 @@ void playSimulationStudy(Tour& tour, const QString& dataFolder, const QString& p
     const QStringList byTrueModels = compareByTrueModels(tour);
     printAgreement(byFile, byTrueModels);
     printSummary(tour);
+    tour.showPage(DosePage);
+    tour.saveReports("report");
 
     const QString path = QFileInfo(projectPath).absoluteFilePath();
     saveProject(tour, path);

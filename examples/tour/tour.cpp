@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "examples/tour/tour.h"
 
+#include "tests/support/dialogdriver.h"
+
 #include <QFile>
 #include <QGuiApplication>
 #include <QTableWidget>
@@ -83,6 +85,18 @@ void Tour::saveCurves(const QString& name, const char* plot, const QString& head
         content += '\n';
     }
     writeFile(name, content);
+}
+
+void Tour::saveReports(const QString& name)
+{
+    for (const char* const ending : {".html"}) {
+        const QString path = QFileInfo(m_output.filePath(name + ending)).absoluteFilePath();
+        QFile::remove(path);
+        DialogDriver dialogs;
+        dialogs.answerFiles({path});
+        user::chooseEntry(widget<QTableWidget>("_4_tw_doseChoice"), "Save report...");
+        require(QFileInfo(path).size() > 0, "there is no " + path);
+    }
 }
 
 void Tour::writeFile(const QString& name, const QString& content) const

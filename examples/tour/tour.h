@@ -63,6 +63,9 @@ public:
     /// A chart's curves, all over the same abscissas, with full precision as <name>.csv.
     void saveCurves(const QString& name, const char* plot, const QString& heading) const;
 
+    /// The report of the analysis as <name> with each ending that it can have.
+    void saveReports(const QString& name);
+
 private:
     void writeFile(const QString& name, const QString& content) const;
 
