@@ -90,7 +90,8 @@ public:
         : chart(content)
     {
         setUpAxes();
-        setUpLegend();
+        plot.legend->setFillOrder(QCPLayoutGrid::foColumnsFirst);
+        plot.legend->setWrap(legendColumns);
         for (const ChartBand& band : chart.bands) {
             add(band);
         }
@@ -106,7 +107,9 @@ public:
         if (chart.valueRange.size() == 2) {
             plot.yAxis->setRange(chart.valueRange.at(0), chart.valueRange.at(1));
         }
-        plot.legend->setVisible(plot.legend->itemCount() > 0);
+        if (plot.legend->itemCount() > 0) {
+            showLegend();
+        }
     }
 
     QCustomPlot plot;
@@ -127,8 +130,8 @@ private:
             axis->setTickLabelFont(chartFont());
             axis->setLabelFont(chartFont());
             axis->setNumberPrecision(6);
-            axis->grid()->setPen(QPen(QColor(225, 225, 225), 0));
-            axis->grid()->setZeroLinePen(QPen(QColor(225, 225, 225), 0));
+            axis->grid()->setPen(QPen(QColor(225, 225, 225), 0.6));
+            axis->grid()->setZeroLinePen(QPen(QColor(225, 225, 225), 0.6));
         }
         if (!chart.valueTicks.isEmpty()) {
             const QSharedPointer<QCPAxisTickerText> ticker(new QCPAxisTickerText);
@@ -140,12 +143,11 @@ private:
     }
 
     /// Below the axes, where long names and many of them leave these their room.
-    void setUpLegend()
+    void showLegend()
     {
+        plot.legend->setVisible(true);
         plot.legend->setFont(chartFont());
         plot.legend->setBorderPen(Qt::NoPen);
-        plot.legend->setFillOrder(QCPLayoutGrid::foColumnsFirst);
-        plot.legend->setWrap(legendColumns);
         plot.axisRect()->insetLayout()->take(plot.legend);
         plot.plotLayout()->addElement(1, 0, plot.legend);
         plot.plotLayout()->setRowStretchFactor(1, 0.001);
@@ -159,7 +161,7 @@ private:
 
     void add(const ChartBand& band)
     {
-        const QPen edge(QColor(120, 120, 120), 0);
+        const QPen edge(QColor(120, 120, 120), 0.6);
         QCPGraph* lower = plot.addGraph();
         lower->setData(band.keys, band.lower, true);
         lower->setPen(edge);
@@ -237,7 +239,9 @@ private:
     void style(QCPGraph* graph, ChartRole role)
     {
         if (role == ChartRole::Guide) {
-            graph->setPen(QPen(QColor(90, 90, 90), 1, Qt::DotLine));
+            QPen pen(QColor(60, 60, 60), 0.8);
+            pen.setDashPattern({1, 4});
+            graph->setPen(pen);
         } else if (role == ChartRole::Main) {
             graph->setPen(QPen(Qt::black, 2.5));
             graph->setScatterStyle({QCPScatterStyle::ssDisc, QPen(Qt::black, 1), Qt::black, 6});

@@ -75,7 +75,8 @@ QString doseText(double dose)
 
 QString levelText(double level)
 {
-    return typed(level) + " %";
+    constexpr QChar noBreakSpace(0xa0);
+    return typed(level) + noBreakSpace + '%';
 }
 
 QByteArray textThenNumbers(int numbers)

@@ -57,7 +57,7 @@ class ReportDocument
 {
 public:
     static constexpr int mostRows = 2000;    ///< of a table
-    static constexpr int mostColumns = 9;    ///< of a table, or of each of its parts
+    static constexpr int mostColumns = 11;   ///< of a table, or of each of its parts
     static constexpr int longestText = 4000; ///< of a paragraph or a cell
 
     ReportDocument(const QString& titleText, const QStringList& subtitleLines);

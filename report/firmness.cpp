@@ -136,9 +136,9 @@ QString chosenDoses(const ReportedResult& result, const DoseStability& stability
     QStringList texts;
     for (const int dose : qAsConst(doses)) {
         if (stability.share(dose) >= 1) {
-            texts.append(QString("%1 in %2 %")
+            texts.append(QString("%1 in %2")
                              .arg(resampledDose(result, dose),
-                                  QString::number(stability.share(dose), 'f', 0)));
+                                  levelText(std::round(stability.share(dose)))));
         }
     }
     constexpr int most = 4;

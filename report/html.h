@@ -4,12 +4,7 @@
 #define VELMORA_REPORT_HTML_H
 
 #include "report/document.h"
-
-#include <functional>
-#include <optional>
-
-/// Told which share of the work is done, 0 to 1; gives the rest up by false.
-using GoesOnWithShare = std::function<bool(double done)>;
+#include "report/goeson.h"
 
 /// The document as one file of HTML 5 in UTF-8: its style and pictures are within it, and it
 /// has neither script nor reference to anything else. None if it is given up.

@@ -51,11 +51,16 @@ QString answer(const DoseSelection& selection)
     }
     for (const int level : levels) {
         const QVector<int> counts = doseCounts(selection, level);
-        text +=
-            QString(" At %1 the median dose is %2, and %3 no dose.")
-                .arg(levelText(selection.levels.value(level)),
-                     countedDose(doses, medianDose(counts)),
-                     counted(counts.last(), "data set") + (counts.last() == 1 ? " has" : " have"));
+        const int median = medianDose(counts);
+        const int without = counts.last();
+        text += QString(" At %1 ").arg(levelText(selection.levels.value(level)))
+                + (median < doses.size() ? "the median dose is " + doseText(doses.at(median))
+                                         : QString("most have no dose"));
+        if (without > 0 && median < doses.size()) {
+            text += QString(", and %1 no dose")
+                        .arg(QString::number(without) + (without == 1 ? " has" : " have"));
+        }
+        text += '.';
     }
     return text;
 }

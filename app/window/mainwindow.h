@@ -270,6 +270,7 @@ private:
     StudySource studySource() const;
     QString analysisSummary() const;
     ReportInputs reportInputs() const;
+    std::optional<QByteArray> writeReport(const QString& suffix);
     void saveReport();
 
     // Looks

@@ -7,7 +7,7 @@
 #include "app/widgets/progressloop.h"
 #include "app/window/mainwindow.h"
 #include "report/content.h"
-#include "report/html.h"
+#include "report/formats.h"
 
 namespace {
 
@@ -54,28 +54,30 @@ ReportInputs MainWindow::reportInputs() const
              allFindings(), QDateTime::currentDateTime()}};
 }
 
-/// Writes the report as the ending of its name wants it.
+/// The report as a file with the ending; none if it is given up.
+std::optional<QByteArray> MainWindow::writeReport(const QString& suffix)
+{
+    ReportInputs inputs = reportInputs();
+    ProgressLoop progress(this, "Writing the report...", "Abort", allSteps,
+                          ProgressLoop::Construction::WhenNeeded);
+    const bool areChecked = checkFiles(inputs.source.files, [&progress](double done) {
+        return progress.advance(int(done * stepsOfFiles));
+    });
+    if (!areChecked) {
+        return std::nullopt;
+    }
+    const auto document = reportDocument(inputs, [&progress] { return progress.poll(); });
+    if (!document || !progress.advance(stepsOfDocument)) {
+        return std::nullopt;
+    }
+    demandMemory(memoryForDrawing);
+    return writtenReport(*document, suffix, [&progress](double done) {
+        return progress.advance(stepsOfDocument + int(done * (allSteps - stepsOfDocument)));
+    });
+}
+
 void MainWindow::saveReport()
 {
-    saveAs(
-        this, "Save report...", "report.html", {"html"},
-        [this](const QString&) -> std::optional<QByteArray> {
-            ReportInputs inputs = reportInputs();
-            ProgressLoop progress(this, "Writing the report...", "Abort", allSteps,
-                                  ProgressLoop::Construction::WhenNeeded);
-            const bool areChecked = checkFiles(inputs.source.files, [&progress](double done) {
-                return progress.advance(int(done * stepsOfFiles));
-            });
-            if (!areChecked) {
-                return std::nullopt;
-            }
-            const auto document = reportDocument(inputs, [&progress] { return progress.poll(); });
-            if (!document || !progress.advance(stepsOfDocument)) {
-                return std::nullopt;
-            }
-            demandMemory(memoryForDrawing);
-            return htmlReport(*document, [&progress](double done) {
-                return progress.advance(stepsOfDocument + int(done * (allSteps - stepsOfDocument)));
-            });
-        });
+    saveAs(this, "Save report...", "report.html", reportSuffixes(),
+           [this](const QString& suffix) { return writeReport(suffix); });
 }

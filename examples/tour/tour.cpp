@@ -89,7 +89,7 @@ void Tour::saveCurves(const QString& name, const char* plot, const QString& head
 
 void Tour::saveReports(const QString& name)
 {
-    for (const char* const ending : {".html"}) {
+    for (const char* const ending : {".html", ".pdf", ".odt"}) {
         const QString path = QFileInfo(m_output.filePath(name + ending)).absoluteFilePath();
         QFile::remove(path);
         DialogDriver dialogs;
