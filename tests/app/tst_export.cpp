@@ -172,7 +172,7 @@ private slots:
             "(%)\n0\t0\n0.1\t50\n2\t50\n",
             "\nLevel (%)\tDose\tData sets\n40\t0.1\t2\n",
             "\nDoses by " + made + "Stale, since changed: chosen doses.\n",
-"changed: endpoints, levels. The doses were selected with:\n",
+            "changed: endpoints, levels. The doses were selected with:\n",
             "\n40\t1\t1\t0\t0.1\n60\t1\t0\t1\t2\n",
             "\n40\t0.8\t0 to 2\tyes\n60\t1.2\t0 to 2\tyes\n\nFindings\n",
             "model 1, weight: Proposed with K = 1 ",
