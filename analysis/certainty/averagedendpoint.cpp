@@ -29,9 +29,10 @@ EndpointDistribution distributionOf(QVector<Weighed>& values, double wholeWeight
         sum += value.weight * value.endpoint;
     }
     found.mean = values.isEmpty() ? notANumber : sum / weight;
-    found.excluded = wholeWeight > 0 ? qMax(0.0, 100.0 * (1 - weight / wholeWeight)) : notANumber;
     // Weights are rounded: a share that is reached but for that counts as reached.
     constexpr double rounding = 1 - 1e-12;
+    const double excluded = weight < wholeWeight * rounding ? 1 - weight / wholeWeight : 0.0;
+    found.excluded = wholeWeight > 0 ? 100.0 * excluded : notANumber;
     double reached = 0.0;
     int quantile = 0;
     for (const Weighed& value : qAsConst(values)) {
