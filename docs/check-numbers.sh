@@ -22,7 +22,7 @@ while read -r file; do
         exit 1
     fi
     previous=$file
-done < <(sed -n 's/^ *<!-- numbers: \(.*\) -->$/\1/p' "$document" | tr ' ' '\n')
+done < <(sed -nE 's/^ *<!-- (numbers|rows): (.*) -->$/\2/p' "$document" | tr ' ' '\n')
 
 awk '
 function isNumber(text) { return text ~ /^-?[0-9]+(\.[0-9]*)?(e[-+]?[0-9]+)?$/ }
@@ -31,6 +31,34 @@ function agree(a, b, difference, size) {
     difference = a < b ? b - a : a - b
     size = b < 0 ? -b : b
     return difference <= 1e-9 * (size > 1 ? size : 1)
+}
+function isRounded(stated, found, decimals, difference) {
+    if (!isNumber(stated) || !isNumber(found)) return stated == found
+    decimals = stated ~ /\./ ? length(stated) - index(stated, ".") : 0
+    difference = stated < found ? found - stated : stated - found
+    return difference <= 0.5 * 10 ^ -decimals * (1 + 1e-9)
+}
+# Reads up to the headings of a table, and keeps the places of those stated.
+function findHeadings(file, stated, count, line, values, i, j) {
+    close(file)
+    while ((getline line < file) > 0) {
+        split("", places)
+        for (j = split(line, values, "\t"); j > 0; j--) {
+            for (i = 1; i <= count; i++) if (values[j] == stated[i]) places[i] = j
+        }
+        for (i = 1; i in places; i++) {}
+        if (i > count) return 1
+    }
+    return 0
+}
+# Reads up to a row that agrees with the stated one in these places.
+function findRow(file, stated, count, line, values, i) {
+    while ((getline line < file) > 0) {
+        split(line, values, "\t")
+        for (i = 1; i <= count && isRounded(stated[i], values[places[i]]); i++) {}
+        if (i > count) return 1
+    }
+    return 0
 }
 function readResults(files, count, i, row, line) {
     split("", results)
@@ -51,6 +79,22 @@ function readResults(files, count, i, row, line) {
     row = -3 # above the heading and the line below it
     tables++
 }
+/^<!-- rows: .* -->$/ {
+    part = $3
+    row = -3
+    tables++
+}
+part && /^\|/ {
+    gsub(/^\| *| *\|$/, "")
+    stated = split($0, cells, / *\| */)
+    row++
+    if ((row == -2 && !findHeadings(part, cells, stated)) \
+        || (row >= 0 && !findRow(part, cells, stated))) {
+        print part ": not there, or not in this order: " $0
+        failed = 1
+    }
+    next
+}
 names && /^\|/ && ++row < 0 { next }
 names && /^\|/ {
     gsub(/^\| *| *\|$/, "")
@@ -66,7 +110,7 @@ names && /^\|/ {
 }
 row >= -2 { # the first line behind the table
     failed = failed || row < 0
-    names = ""
+    names = part = ""
     row = -3
 }
 END {

@@ -171,13 +171,21 @@ void takeBetweenSubjectVariabilityBack(Tour& tour, const QString& dosesBefore)
                  "without the ETA the doses are not those of before");
 }
 
-/// Of the method that decides.
-void saveReports(Tour& tour)
+/// How firm the doses are that averaging chooses, and all that leaves the window of it.
+void judgeCertainty(Tour& tour)
 {
     chooseMethod(tour, methods.first());
     user::click(tour.widget<QPushButton>("_3_pb_calculatePoS"));
     tour.showPage(DosePage);
     user::click(tour.widget<QPushButton>("_4_pb_startCalculation"));
+    user::clickCell(tour.widget<QTableWidget>(doseTable), 0, 0);
+    tour.saveCopied("4-certainty-of-doses", doseTable, "Copy certainty of doses");
+    tour.saveCopied("4-contributions", doseTable, "Copy contributions");
+    tour.saveCopied("4-averaged-endpoint", doseTable, "Copy averaged endpoint");
+    tour.saveCopied("4-sensitivity", doseTable, "Copy sensitivity");
+    tour.saveCopied("4-probabilities", doseTable, "Copy probabilities");
+    tour.saveEndpoints("3-endpoints", "_3_cp_PoS");
+    tour.saveEndpoints("4-endpoints", doseTable);
     tour.saveReports("report");
 }
 
@@ -195,5 +203,5 @@ void playBiomarkerStudy(Tour& tour, const QString& dataFolder)
     addBetweenSubjectVariability(tour);
     decide(tour, "");
     takeBetweenSubjectVariabilityBack(tour, doses);
-    saveReports(tour);
+    judgeCertainty(tour);
 }

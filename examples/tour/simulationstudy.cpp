@@ -124,6 +124,8 @@ QStringList showComparison(Tour& tour, const QString& name)
     tour.saveTable("5-theoretical-meds-" + name, "_5_tw_trueModelTMED");
     tour.saveCurves("5-counts-" + name, "_5_cp_truthVisualization",
                     "level,nominal,over,over or equal,all");
+    tour.saveCopied("5-analysis-summary-" + name, "_5_cp_truthVisualization",
+                    "Copy analysis summary");
     tour.saveTable("5-summary-" + name, "_5_tw_Summary");
     tour.saveTable("5-mean-absolute-errors-" + name, "_5_tw_aveUnderEstOverEst");
     tour.savePicture("5-comparison-" + name);
@@ -246,6 +248,8 @@ void playSimulationStudy(Tour& tour, const QString& dataFolder, const QString& p
     printAgreement(byFile, byTrueModels);
     printSummary(tour);
     tour.showPage(DosePage);
+    tour.saveCopied("4-probabilities", "_4_tw_doseChoice", "Copy probabilities");
+    tour.saveEndpoints("4-endpoints", "_4_tw_doseChoice");
     tour.saveReports("report");
 
     const QString path = QFileInfo(projectPath).absoluteFilePath();

@@ -7,7 +7,7 @@ class QString;
 class Tour;
 
 /// One trial, five candidate models: from the import to the dose choice, by model averaging
-/// and by model selection. Prints the chosen doses.
+/// and by model selection, and how firm it is. Prints the chosen doses.
 void playBiomarkerStudy(Tour& tour, const QString& dataFolder);
 
 /// Twenty simulated trials, three candidate models: doses for all of them, compared with the

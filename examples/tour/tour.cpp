@@ -4,6 +4,7 @@
 
 #include "tests/support/dialogdriver.h"
 
+#include <QClipboard>
 #include <QFile>
 #include <QGuiApplication>
 #include <QTableWidget>
@@ -45,7 +46,7 @@ void Tour::savePicture(const QString& name)
 
 void Tour::saveTable(const QString& name, const char* table) const
 {
-    writeFile(name, tableText(table));
+    writeFile(name + ".csv", tableText(table));
 }
 
 QString Tour::tableText(const char* table) const
@@ -84,24 +85,41 @@ void Tour::saveCurves(const QString& name, const char* plot, const QString& head
         }
         content += '\n';
     }
-    writeFile(name, content);
+    writeFile(name + ".csv", content);
+}
+
+void Tour::saveCopied(const QString& name, const char* source, const QString& entry) const
+{
+    user::chooseEntry(widget<QWidget>(source), entry);
+    writeFile(name + ".txt", QGuiApplication::clipboard()->text() + '\n');
+}
+
+void Tour::saveEndpoints(const QString& name, const char* source)
+{
+    save(name + ".csv", source, "Save endpoint values as CSV...");
 }
 
 void Tour::saveReports(const QString& name)
 {
     for (const char* const ending : {".html", ".pdf", ".odt"}) {
-        const QString path = QFileInfo(m_output.filePath(name + ending)).absoluteFilePath();
-        QFile::remove(path);
-        DialogDriver dialogs;
-        dialogs.answerFiles({path});
-        user::chooseEntry(widget<QTableWidget>("_4_tw_doseChoice"), "Save report...");
-        require(QFileInfo(path).size() > 0, "there is no " + path);
+        save(name + ending, "_4_tw_doseChoice", "Save report...");
     }
+}
+
+/// By an entry in the menu of a table or chart.
+void Tour::save(const QString& name, const char* source, const QString& entry)
+{
+    const QString path = QFileInfo(m_output.filePath(name)).absoluteFilePath();
+    QFile::remove(path);
+    DialogDriver dialogs;
+    dialogs.answerFiles({path});
+    user::chooseEntry(widget<QWidget>(source), entry);
+    require(QFileInfo(path).size() > 0, "there is no " + path);
 }
 
 void Tour::writeFile(const QString& name, const QString& content) const
 {
-    QFile file(m_output.filePath(name + ".csv"));
+    QFile file(m_output.filePath(name));
     const QByteArray bytes = content.toUtf8();
     require(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size(),
             "cannot write " + file.fileName());

@@ -63,10 +63,17 @@ public:
     /// A chart's curves, all over the same abscissas, with full precision as <name>.csv.
     void saveCurves(const QString& name, const char* plot, const QString& heading) const;
 
+    /// The endpoint values behind a curve or behind the doses as <name>.csv.
+    void saveEndpoints(const QString& name, const char* source);
+
     /// The report of the analysis as <name> with each ending that it can have.
     void saveReports(const QString& name);
 
+    /// What an entry in the menu of a table or chart copies, as <name>.txt.
+    void saveCopied(const QString& name, const char* source, const QString& entry) const;
+
 private:
+    void save(const QString& name, const char* source, const QString& entry);
     void writeFile(const QString& name, const QString& content) const;
 
     MainWindow m_window;
