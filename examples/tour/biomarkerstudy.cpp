@@ -176,6 +176,7 @@ void judgeCertainty(Tour& tour)
 {
     chooseMethod(tour, methods.first());
     user::click(tour.widget<QPushButton>("_3_pb_calculatePoS"));
+    tour.saveEndpoints("3-endpoints", "_3_cp_PoS");
     tour.showPage(DosePage);
     user::click(tour.widget<QPushButton>("_4_pb_startCalculation"));
     user::clickCell(tour.widget<QTableWidget>(doseTable), 0, 0);
@@ -184,7 +185,6 @@ void judgeCertainty(Tour& tour)
     tour.saveCopied("4-averaged-endpoint", doseTable, "Copy averaged endpoint");
     tour.saveCopied("4-sensitivity", doseTable, "Copy sensitivity");
     tour.saveCopied("4-probabilities", doseTable, "Copy probabilities");
-    tour.saveEndpoints("3-endpoints", "_3_cp_PoS");
     tour.saveEndpoints("4-endpoints", doseTable);
     tour.saveReports("report");
 }
