@@ -53,8 +53,8 @@ private slots:
         row("exponential out of range", "0-COL1|800*COL1", {1, 2, 0}, "", "2 of 3*33.3 %.");
         row("negative beside larger weight", "0-COL1|3", late, "plain",
             "1 of 3 samples has no weight and counts as a miss.");
-        row("nearly all", "0-COL1", QVector<double>(2999, 1) + QVector<double>{none}, "",
-            "1 of 3000*99.97 %.");
+        row("nearly all", "0-COL1", QVector<double>(299'999, 1) + QVector<double>{none}, "",
+            "1 of 300000*99.9997 %.");
         row("malformed", "0-COL1-", gaps, "", "");
         row("blank", " |", gaps, "", "");
     }

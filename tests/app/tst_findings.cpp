@@ -42,7 +42,6 @@ private slots:
     {
         const Rows<QByteArray, QString, QString, QByteArray, QString> row("input", "right", "wrong",
                                                                           "place", "finding");
-        const char individuals[] = "_1_sb_numSimulations";
         const char doses[] = "_1_le_possibleDoses";
         const char levels[] = "_4_le_probabilities";
         const char lower[] = "_3_le_lowerBound";
@@ -60,10 +59,6 @@ private slots:
         row("level out of reach", levels, "50", "50,120", levels, "120");
         row("no lower bound", lower, "1", "", lower, "-10");
         row("upper bound below the lower", "_3_le_upperBound", "2", "0.5", lower, "0.5");
-        if (const int threads = QThread::idealThreadCount(); threads > 1) {
-            row("individuals that threads cannot share", individuals, QString::number(2 * threads),
-                QString::number(2 * threads + 1), individuals, "not simulated");
-        }
     }
     void inputs()
     {

@@ -161,13 +161,6 @@ private slots:
         QCOMPARE(curve("_1_cp_typicalDRPlot"), QVector<double>({4, 5, 6}));
     }
 
-    void replacesColumnNumbers()
-    {
-        retype("_m1_le_colNumOFV", "35");
-        QTest::keyClicks(the<QWidget>("_m1_le_colNumOFV"), "a1"); // the old number is not selected
-        QCOMPARE(the<QLineEdit>("_m1_le_colNumOFV")->text(), "351");
-    }
-
     void readsBounds_data()
     {
         const Rows<QString, QString, double, QString> row("bound", "shown", "probability", "note");
@@ -202,8 +195,6 @@ private slots:
         chooseDoses("1");
         auto* table = the<QTableWidget>("_4_tw_doseChoice");
         QVERIFY(table->columnWidth(0) >= table->fontMetrics().horizontalAdvance("1.23457e-123"));
-        const auto* names = the<QTableWidget>(weights)->verticalHeader();
-        QVERIFY(names->maximumWidth() < window->width());
     }
 
     /// At dose 1 the endpoint of model 0 lies in the interval in samples 1 and 3 of data set 0

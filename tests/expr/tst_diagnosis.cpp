@@ -71,9 +71,7 @@ private slots:
     {
         const Rows<QString, int> row("piece", "count");
         row("signs", "-", 100);
-        row("calls", "f(", 100);
         row("one number", "2", 1);
-        row("sum that is open", "1+", 1);
     }
     void cutsLongListsShort()
     {
