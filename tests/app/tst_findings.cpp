@@ -174,6 +174,7 @@ private slots:
         QVERIFY(copied("_3_cp_PoS", "Copy all findings").contains("\nb, weight: Typed for c, "));
         pressAndAnswer("__pb_importFbF", paths);
         QVERIFY(!tipOf(weights, 1).contains("Typed for"));
+        QCOMPARE(the<QTableWidget>(weights)->rowCount(), 2);
     }
 
     void cellsWithoutAnItem()
