@@ -172,6 +172,7 @@ private slots:
         edit(endpoints, 1, 0, "THETA1-DOSE");
         QVERIFY(!isTinted(endpoints, 1));
         QVERIFY(copied("_3_cp_PoS", "Copy all findings").contains("\nb, weight: Typed for c, "));
+        reach<QWidget>(weights);
         pressAndAnswer("__pb_importFbF", paths);
         QVERIFY(!tipOf(weights, 1).contains("Typed for"));
         QCOMPARE(the<QTableWidget>(weights)->rowCount(), 2);
