@@ -123,7 +123,7 @@ private slots:
     void displaysLargeTables()
     {
         QTableWidget widget;
-        csvDisplay(&widget, Table(1001, QVector<double>(1000, 7)));
+        csvDisplay(&widget, Table(1001, QVector<double>(1000, 7)), {"a"});
         Table table(1000, QVector<double>(1000, 0.1));
         table[1].append(2);
         table.append(QVector<double>{1234567});
