@@ -136,11 +136,11 @@ bool checkFiles(QVector<ReportedFile>& files, const std::function<bool(double do
     for (ReportedFile& file : files) {
         bool isGoing = true;
         file.check = checkFile(file.file, [&](qint64 bytes) {
-            isGoing = goesOn(double(before + bytes) / all);
+            isGoing = goesOn(double(before + bytes) / double(all));
             return isGoing;
         });
         before += qMax(qint64(0), file.file.size);
-        if (!isGoing || !goesOn(double(before) / all)) {
+        if (!isGoing || !goesOn(double(before) / double(all))) {
             return false;
         }
     }

@@ -58,8 +58,7 @@ ReportInputs MainWindow::reportInputs() const
 std::optional<QByteArray> MainWindow::writeReport(const QString& suffix)
 {
     ReportInputs inputs = reportInputs();
-    ProgressLoop progress(this, "Writing the report...", "Abort", allSteps,
-                          ProgressLoop::Construction::WhenNeeded);
+    ProgressLoop progress(this, "Writing the report...", "Abort", allSteps);
     const bool areChecked = checkFiles(inputs.source.files, [&progress](double done) {
         return progress.advance(int(done * stepsOfFiles));
     });

@@ -1,56 +1,183 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "tests/support/windowtest.h"
+#include "model/randomng.h"
+#include "tests/report/pagetext.h"
+#include "tests/support/studywithetas.h"
 
-#include <QXmlStreamReader>
+#include <sys/resource.h>
+
+using Act = std::function<void()>;
+Q_DECLARE_METATYPE(Act)
 
 /// The report as the window saves it.
-class TestSaveReport : public WindowTest
+class TestSaveReport : public StudyWithEtas
 {
     Q_OBJECT
 
-    QByteArray saved(const QString& name, const QString& message = {})
+    QByteArray saved(const QString& name, const QString& message = {}, int abortValue = -1)
     {
         DialogDriver dialogs;
         dialogs.answerFiles({files.path(name)});
+        if (QFile::exists(files.path(name))) {
+            dialogs.acknowledge(name + " already exists.\nDo you want to replace it?");
+        }
         if (!message.isEmpty()) {
             dialogs.acknowledge(message);
         }
+        dialogs.abortProgressAt(abortValue);
         user::chooseEntry(reach<QWidget>("_4_tw_doseChoice"), "Save report...");
         return contentOf(files.path(name));
     }
-
-    /// What stands in the elements of a page that is well-formed XML, too, a line each; rows of
-    /// tables in one line.
-    static QString textOf(const QByteArray& page)
+    void abort(const char* button)
     {
-        QXmlStreamReader reader(page);
-        QString text;
-        while (!reader.atEnd()) {
-            const auto token = reader.readNext();
-            if (token == QXmlStreamReader::Characters && !reader.isWhitespace()) {
-                text += reader.text();
-            } else if (token == QXmlStreamReader::EndElement) {
-                text += reader.name() == "td" || reader.name() == "th" ? '|' : '\n';
-            }
-        }
-        return reader.hasError() ? reader.errorString() : text;
+        reach<QWidget>(button);
+        DialogDriver dialogs;
+        dialogs.abortProgressAt(0);
+        press(button);
+    }
+    /// Imports two files, of which one changes after that.
+    void importChanging()
+    {
+        const QString name =
+            QString("raw_results_<b>&%1%2.csv").arg(QChar(0x5d0)).arg(QString(150, 'n'));
+        const QString path = files.writeRawResults(name, {{1, 2}, {3, 4}});
+        pressAndAnswer("__pb_importFbF", {files.writeRawResults("b.csv", {{1, 2}}), path});
+        files.write(name, "other");
     }
 
 private slots:
     void init() { openWindow(); }
 
-    /// Of two samples: 26.8941 % of the first one's weight and all of the second one's hit at
-    /// dose 2.
-    void tellsNumbers()
+    void tells_data()
+    {
+        const Rows<Act, QStringList, bool> row("act", "parts", "onFirstPage");
+        row(
+            "nothing", [] {}, {"\nNo dose was selected and no probability calculated.\n"}, true);
+        // Of two samples: 26.8941 % of the first one's weight and all of the second one's hit at
+        // dose 2, half of all weight at dose 0.1; in data set 1 all hits at dose 0.1.
+        row(
+            "numbers", [this] { calculateDoses(0); },
+            {"\nDose|Probability (%)|Monte Carlo error|\n\n0|0|0|\n0.1|50|16.3383|\n"
+             "2|63.4471|25.8468|\n",
+             "\nmodel 0|0.5|50|\nmodel 1|0.5|50|\n", "\n2|13.4471|50|63.4471|\n",
+             "|2|2|4|0|no column|no column|20: ofv|21: THETA1|\n",
+             "\nTarget interval|1.05 < endpoint <= 10|\n"},
+            false);
+        row(
+            "stale",
+            [this] {
+                calculateDoses(0);
+                type("_3_le_lowerBound", "1");
+            },
+            {"\nStale: The doses were selected for 1.05 < endpoint <= 10, model average; since "
+             "changed: interval.\n",
+             "\nStale: The curve was calculated for "},
+            true);
+        row(
+            "given up",
+            [this] {
+                calculateDoses(0);
+                abort(toCurve);
+                abort(toDoses);
+            },
+            {"\nThe calculation was given up: the table holds 1 of 2 data sets.\n",
+             "\nThe calculation was given up: the curve holds 1 of 2 samples.\n"},
+            true);
+        row(
+            "several data sets", [this] { calculateDoses(1); },
+            {"\nDoses were selected for 2 data sets. At 40 % the median dose is 0.1. At 60 % the "
+             "median dose is 2, and 1 has no dose.\n",
+             "\n40|0.1|0.1|2|0|"},
+            true);
+        row(
+            "truth",
+            [this] {
+                calculateDoses(1);
+                compareWithTruth();
+            },
+            {"\n40|1|1|0|2|0.8|0.1|\n60|1|0|1|1|1.2|2|\n"}, false);
+        row(
+            "files gone", [this] { importPairs(); },
+            {"|is gone|\n", "\n4 of 4 files cannot be compared with what was read: "}, false);
+        row(
+            "names", [this] { importChanging(); },
+            {QString("raw_results_<b>&") + QChar(0x5d0), "|has changed since it was read|\n"},
+            false);
+    }
+    void tells()
+    {
+        QFETCH(Act, act);
+        QFETCH(QStringList, parts);
+        QFETCH(bool, onFirstPage);
+        act();
+        QString text = pageText(saved("report.html"));
+        text = onFirstPage ? text.section("\n2 Probability by dose\n", 0, 0) : text;
+        for (const QString& part : qAsConst(parts)) {
+            QVERIFY2(text.contains(part),
+                     qPrintable(part + " in " + text.section("The decision", 1)));
+        }
+    }
+
+    /// The tables of a study with ETAs hold what the pages show, and nothing is drawn for it.
+    void showsWhatPagesShow()
+    {
+        defineStudy();
+        calculate({toCurve, toDoses});
+        importSimulationModels();
+        calculate({toTruth});
+        const Results before = results();
+        const auto position = randomPosition();
+        const QString text = pageText(saved("report.html"));
+        QCOMPARE(randomPosition(), position);
+        const QVector<double> shown = curve("_3_cp_PoS");
+        for (int dose = 0; dose < shown.size(); ++dose) {
+            const QString line = QString("\n%1|%2|").arg(dose * 0.5).arg(shown.at(dose));
+            QVERIFY2(text.contains(line), qPrintable(line));
+        }
+        for (const char* const part :
+             {"\nTypical curves are left out where individuals would have to be simulated anew or "
+              "there are no results: model 0, model 1.\n",
+              " Of 8 individuals ",
+              " were really simulated. The sequence of random numbers stood "
+              "at 1 before.\n"}) {
+            QVERIFY2(text.contains(part), part);
+        }
+        QCOMPARE(differing(before, results()), QString());
+    }
+
+    void choosesByEnding()
     {
         calculateDoses(0);
-        const QString text = textOf(saved("report.html"));
-        for (const char* const part :
-             {"\nDose|Probability (%)|Monte Carlo error|\n\n0|0|0|\n0.1|50|16.3383|\n"
-              "2|63.4471|25.8468|\n"}) {
-            QVERIFY2(text.contains(part), qPrintable(text.mid(text.indexOf("\nDose|"), 300)));
-        }
+        QCOMPARE(saved("study"), QByteArray("unreadable"));
+        QVERIFY(contentOf(files.path("study.html")).startsWith("<!DOCTYPE html>"));
+        QVERIFY(saved("STUDY.PDF").startsWith("%PDF"));
+        QVERIFY(saved("study.odt").startsWith("PK"));
+        QCOMPARE(saved("study.doc", "The name of the file has to end with .html or .pdf or .odt."),
+                 QByteArray("unreadable"));
+    }
+
+    void keepsOlderFile_data()
+    {
+        const Rows<QString> row("name");
+        row("HTML", "older.html");
+        row("PDF", "older.pdf");
+        row("ODT", "older.odt");
+    }
+    void keepsOlderFile()
+    {
+        QFETCH(QString, name);
+        calculateDoses(0);
+        files.write(name, "older");
+        QCOMPARE(saved(name, {}, 750), QByteArray("older"));
+        constexpr rlim_t smallDisk = 30000;
+        rlimit limit{};
+        getrlimit(RLIMIT_FSIZE, &limit);
+        const rlimit small{smallDisk, limit.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &small);
+        const QByteArray kept = saved(name, "The file could not be written.");
+        setrlimit(RLIMIT_FSIZE, &limit);
+        QCOMPARE(kept, QByteArray("older"));
+        QVERIFY(saved(name).size() > int(smallDisk));
     }
 };
 
