@@ -9,6 +9,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 # shellcheck source=packaging/build-steps.sh
 source packaging/build-steps.sh
 ensure_packages packaging/debian-packages.txt
+ensure_packages packaging/report-packages.txt
 build_preset release velmora-tour
 
 study=/tmp/study
@@ -32,3 +33,4 @@ take biomarker/4-dose-choice-average-without-eta dose-choice
 take simulation/0-import simulation-import
 take simulation/4-dose-choice simulation-dose-choice
 take simulation/5-comparison-by-true-models simulation-comparison
+pdftoppm -r 80 -f 1 -l 1 -singlefile -png "$study/results/biomarker/report.pdf" docs/images/report

@@ -54,10 +54,15 @@ const char* className(Emphasis emphasis)
     return "";
 }
 
+QByteArray cell(const QByteArray& name, const QString& text, const QByteArray& attributes)
+{
+    return '<' + name + attributes + '>' + escaped(text) + "</" + name + '>';
+}
+
 /// An element with a text on a line of its own.
 QByteArray element(const QByteArray& name, const QString& text, const QByteArray& attributes = {})
 {
-    return '<' + name + attributes + '>' + escaped(text) + "</" + name + ">\n";
+    return cell(name, text, attributes) + '\n';
 }
 
 struct BlockWriter
@@ -85,13 +90,13 @@ struct BlockWriter
     {
         QByteArray html = "<table>\n" + element("caption", table.caption) + "<thead><tr>";
         for (int column = 0; column < table.headings.size(); ++column) {
-            html += element("th", table.headings.at(column), kind(table, column));
+            html += cell("th", table.headings.at(column), kind(table, column));
         }
         html += "</tr></thead>\n<tbody>\n";
         for (const QStringList& row : table.rows) {
             html += "<tr>";
             for (int column = 0; column < row.size(); ++column) {
-                html += element("td", row.at(column), kind(table, column));
+                html += cell("td", row.at(column), kind(table, column));
             }
             html += "</tr>\n";
         }

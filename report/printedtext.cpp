@@ -200,6 +200,8 @@ QFont printedFont(double points)
     QFont font("DejaVu Sans");
     font.setStyleHint(QFont::SansSerif);
     font.setPointSizeF(points);
+    // Letters apart are not joined to ligatures, which searches of a PDF would not find.
+    font.setLetterSpacing(QFont::AbsoluteSpacing, 0.02);
     return font;
 }
 
