@@ -193,8 +193,9 @@ QString missingEvaluation(const DoseSelection& selection)
 QString missingCertainty(const DoseSelection& selection, int dataSet)
 {
     const QString missing = missingEvaluation(selection, dataSet);
-    return missing.isEmpty() && dataSet >= selection.stability.size() ? "resampling was given up"
-                                                                      : missing;
+    return missing.isEmpty() && dataSet >= selection.stability.size()
+               ? "the bootstrap samples were not resampled, which \"Copy certainty of doses\" does"
+               : missing;
 }
 
 QStringList curveRemarks(const StudyResults& results, const CurrentInputs& now)

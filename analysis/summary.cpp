@@ -188,7 +188,7 @@ QString probability(const StudyResults& results, const CurrentInputs& now)
     for (int dose = 0; dose < curve.probability.size(); ++dose) {
         text += line({typed(curve.doses.value(dose)), calculated(curve.probability.at(dose))});
     }
-    return text + certaintySummary(curve);
+    return text + certaintySummary(curve, now.study.levels);
 }
 
 /// How often each dose was chosen, level by level.

@@ -16,15 +16,19 @@ struct Weighed
     double weight;
 };
 
-EndpointDistribution distributionOf(QVector<Weighed>& values, double wholeWeight)
+bool ascending(const Weighed& a, const Weighed& b)
 {
-    std::sort(values.begin(), values.end(),
-              [](const Weighed& a, const Weighed& b) { return a.endpoint < b.endpoint; });
+    return a.endpoint < b.endpoint;
+}
+
+/// Of ascending endpoints.
+EndpointDistribution distributionOf(const QVector<Weighed>& values, double wholeWeight)
+{
     EndpointDistribution found;
     found.quantiles.fill(notANumber, endpointQuantileCount);
     double weight = 0.0;
     double sum = 0.0;
-    for (const Weighed& value : qAsConst(values)) {
+    for (const Weighed& value : values) {
         weight += value.weight;
         sum += value.weight * value.endpoint;
     }
@@ -35,7 +39,7 @@ EndpointDistribution distributionOf(QVector<Weighed>& values, double wholeWeight
     found.excluded = wholeWeight > 0 ? 100.0 * excluded : notANumber;
     double reached = 0.0;
     int quantile = 0;
-    for (const Weighed& value : qAsConst(values)) {
+    for (const Weighed& value : values) {
         reached += value.weight;
         while (quantile < endpointQuantileCount
                && reached >= endpointQuantiles[quantile] * weight * rounding) {
@@ -45,7 +49,7 @@ EndpointDistribution distributionOf(QVector<Weighed>& values, double wholeWeight
     return found;
 }
 
-/// Endpoints of a model at a dose that are finite and have a weight.
+/// Endpoints of a model at a dose that are finite and have a weight, ascending.
 QVector<Weighed> weighedEndpoints(const Evaluation& evaluation, const Grid& weights, int model,
                                   int dose)
 {
@@ -57,7 +61,20 @@ QVector<Weighed> weighedEndpoints(const Evaluation& evaluation, const Grid& weig
             values.append({endpoints[dose], weight});
         }
     }
+    std::sort(values.begin(), values.end(), ascending);
     return values;
+}
+
+/// Of each model.
+QVector<double> wholeWeights(const Evaluation& evaluation, const Grid& weights)
+{
+    QVector<double> sums(evaluation.endpoints.size(), 0.0);
+    for (int sample = 0; sample < evaluation.sampleCount; ++sample) {
+        for (int model = 0; model < sums.size(); ++model) {
+            sums[model] += weights.row(sample)[model];
+        }
+    }
+    return sums;
 }
 
 } // namespace
@@ -66,18 +83,17 @@ AveragedEndpoint averagedEndpoint(const Study& made, const Evaluation& evaluatio
 {
     const Grid weights = appliedWeights(made, evaluation);
     const int modelCount = evaluation.endpoints.size();
+    const QVector<double> ofModels = wholeWeights(evaluation, weights);
     AveragedEndpoint found;
     found.byModel.resize(modelCount);
     for (int dose = 0; dose < made.doses.size(); ++dose) {
         QVector<Weighed> all;
         for (int model = 0; model < modelCount; ++model) {
-            QVector<Weighed> values = weighedEndpoints(evaluation, weights, model, dose);
+            const QVector<Weighed> values = weighedEndpoints(evaluation, weights, model, dose);
+            const int before = all.size();
             all += values;
-            double wholeWeight = 0.0;
-            for (int sample = 0; sample < evaluation.sampleCount; ++sample) {
-                wholeWeight += weights.row(sample)[model];
-            }
-            found.byModel[model].append(distributionOf(values, wholeWeight));
+            std::inplace_merge(all.begin(), all.begin() + before, all.end(), ascending);
+            found.byModel[model].append(distributionOf(values, ofModels.at(model)));
         }
         found.all.append(distributionOf(all, evaluation.sampleCount));
     }

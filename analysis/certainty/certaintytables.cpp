@@ -7,6 +7,7 @@
 #include "analysis/certainty/sensitivity.h"
 
 #include <cmath>
+#include <numeric>
 
 namespace {
 
@@ -24,6 +25,11 @@ struct Writer
 
     QString med(double dose) const { return std::isnan(dose) ? QString("none") : (*this)(dose); }
 };
+
+double sumOf(const QVector<double>& numbers)
+{
+    return std::accumulate(numbers.begin(), numbers.end(), 0.0);
+}
 
 QStringList modelNames(const QVector<endPoint>& models)
 {
@@ -80,12 +86,8 @@ TextRows contributionRows(const JudgedResult& result, const Writer& text)
         rows.append(row);
     };
     const double samples = result.evaluation.sampleCount;
-    double bestShare = 0.0;
-    for (const double share : found.bestShares) {
-        bestShare += share;
-    }
-    add("Mean weight", QString(), found.meanWeights, 1.0);
-    add("Best (% of samples)", QString(), found.bestShares, bestShare);
+    add("Mean weight", QString(), found.meanWeights, sumOf(found.meanWeights));
+    add("Best (% of samples)", QString(), found.bestShares, sumOf(found.bestShares));
     add("Effective number of models", QString(), {}, found.effectiveModels);
     add("One model above 0.9 (% of samples)", QString(), {}, found.dominatedShare);
     add("Samples with weights (%)", QString(), {}, 100.0 * found.weighedSamples / samples);
@@ -130,7 +132,7 @@ TextRows sensitivityRows(const JudgedResult& result, const Writer& text)
                         + QStringList{"Probability (%)", text.dose(result.made.doses, dose),
                                       text(found.renormalised.probability.at(dose)),
                                       text(found.ifMissed.probability.at(dose)),
-                                      text(found.ifHit.probability.at(dose))});
+                                      text(found.ifHit.probability.at(dose)), found.unknown});
         }
         for (int level = 0; level < result.made.levels.size(); ++level) {
             const double med = found.renormalised.meds.at(level);
@@ -138,7 +140,7 @@ TextRows sensitivityRows(const JudgedResult& result, const Writer& text)
                         + QStringList{"MED", text(result.made.levels.at(level)),
                                       found.unknown.isEmpty() ? text.med(med) : text(med),
                                       text.med(found.ifMissed.meds.at(level)),
-                                      text.med(found.ifHit.meds.at(level))});
+                                      text.med(found.ifHit.meds.at(level)), found.unknown});
         }
     }
     return rows;
@@ -193,7 +195,8 @@ QStringList certaintyHeadings(CertaintyTable table, const QVector<endPoint>& mod
                 "Dose or level (%)",
                 "Renormalised",
                 "If removed weight misses",
-                "If removed weight hits"};
+                "If removed weight hits",
+                "Why not known"};
     }
     return {};
 }

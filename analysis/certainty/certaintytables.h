@@ -41,7 +41,8 @@ TextRows probabilityRows(const DoseSelection& selection, int digits);
 QString errorText(const ProbabilityCurve& curve, double dose);
 
 /// How firm the MED of a level is: "80 %: 0.7 in 65 %, 0.6 in 35 % of resamples; 0.6 misses
-/// the level by 0.4 errors", and how many samples would tell more; or why that is not known.
+/// the level by 0.4 errors", and how many samples would put it two errors away; or why that is
+/// not known.
 QString stabilityText(const DoseSelection& selection, int dataSet, int level);
 
 /// The same of all data sets: that of the only one, or the mean share in which the doses hold
@@ -51,10 +52,11 @@ QString stabilityText(const DoseSelection& selection, int level);
 /// The doses of a single data set that hold in less than 90 % of resamples.
 QStringList unstableDoses(const DoseSelection& selection);
 
-/// Monte Carlo errors, contributions, averaged endpoint and sensitivity of the curve, and the
+/// Monte Carlo errors, contributions, averaged endpoint and sensitivity of the curve, with MEDs
+/// for levels in percent, and the
 /// stability of the doses, as sections of the summary, each under its heading; empty where
 /// there are none.
-QString certaintySummary(const ProbabilityCurve& curve);
+QString certaintySummary(const ProbabilityCurve& curve, const QVector<double>& levels);
 QString certaintySummary(const DoseSelection& selection);
 
 #endif

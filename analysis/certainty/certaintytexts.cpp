@@ -10,8 +10,9 @@
 
 namespace {
 
-constexpr double firm = 90.0;      ///< percent of resamples in which a dose should hold
-constexpr double worthTelling = 1; ///< the same, of doses that are told
+constexpr double firm = 90.0; ///< percent of resamples in which a dose should hold
+constexpr int mostTold = 4;   ///< doses with their shares
+constexpr double manyErrors = 100;
 
 QString number(double value)
 {
@@ -38,15 +39,22 @@ QString sharesText(const DoseStability& found, const QVector<double>& doses)
 {
     QVector<int> order;
     for (int dose = 0; dose < found.chosen.size(); ++dose) {
-        if (found.share(dose) >= worthTelling) {
+        if (found.chosen.at(dose) > 0) {
             order.append(dose);
         }
     }
     std::stable_sort(order.begin(), order.end(),
                      [&found](int a, int b) { return found.chosen.at(a) > found.chosen.at(b); });
     QStringList parts;
-    for (const int dose : qAsConst(order)) {
-        parts.append(doseText(doses, dose) + " in " + percent(found.share(dose)));
+    double others = 100.0;
+    for (const int dose : order.mid(0, mostTold)) {
+        const double share = found.share(dose);
+        others -= share;
+        parts.append(doseText(doses, dose) + " in "
+                     + (share < 0.5 ? QString("less than 1 %") : percent(share)));
+    }
+    if (order.size() > mostTold) {
+        parts.append("others in " + percent(others));
     }
     return parts.join(", ");
 }
@@ -54,34 +62,41 @@ QString sharesText(const DoseStability& found, const QVector<double>& doses)
 /// What decides: "0.6 misses the level by 0.4 errors".
 QString nearestText(const JudgedResult& result, const DoseStability& found, double level)
 {
-    if (!found.ties.isEmpty()) {
-        return "the probability at " + doseText(result.made.doses, found.ties.first())
-               + " equals the level, which it would have to exceed";
+    const QString dose = doseText(result.made.doses, found.nearest);
+    if (found.ties.contains(found.nearest)) {
+        return "the probability at " + dose + " equals the level, which it would have to exceed";
     }
     const double error = monteCarloErrors(result.made, result.evaluation).value(found.nearest, 0.0);
     if (!(error > 0)) {
         return "all samples agree";
     }
     const double distance = result.probability.value(found.nearest) - level;
-    return doseText(result.made.doses, found.nearest) + (distance < 0 ? " misses" : " exceeds")
-           + " the level by " + QString::number(std::fabs(distance) / error, 'f', 1) + " errors";
+    const double errors = std::fabs(distance) / error;
+    const QString size = errors < 0.1          ? QString("less than 0.1")
+                         : errors > manyErrors ? QString("more than %1").arg(manyErrors)
+                                               : QString::number(errors, 'f', 1);
+    return dose + (distance < 0 ? " misses" : " exceeds") + " the level by " + size + " errors";
 }
 
 QString samplesText(const DoseStability& found, int sampleCount)
 {
-    const double needed = std::ceil(found.samplesNeeded);
-    return std::isfinite(needed) && needed > sampleCount
-               ? QString("\nAbout %1 bootstrap samples, not %2, would tell them apart.")
-                     .arg(needed, 0, 'f', 0)
-                     .arg(sampleCount)
-               : QString();
+    const double needed = found.samplesNeeded;
+    if (!std::isfinite(needed) || needed <= sampleCount) {
+        return {};
+    }
+    // Two digits are enough for a plan.
+    const double unit = std::pow(10.0, qMax(0.0, std::floor(std::log10(needed)) - 1));
+    return QString("\nAbout %1 bootstrap samples instead of %2 would put it two errors from the "
+                   "level.")
+        .arg(std::ceil(needed / unit) * unit, 0, 'f', 0)
+        .arg(sampleCount);
 }
 
 } // namespace
 
 QString errorText(const ProbabilityCurve& curve, double dose)
 {
-    if (!curve.evaluation.exists()) {
+    if (curve.errors.isEmpty()) {
         return "\nNo Monte Carlo error: " + missingEvaluation(curve) + '.';
     }
     const int index = curve.doses.indexOf(dose);
@@ -156,15 +171,15 @@ QStringList unstableDoses(const DoseSelection& selection)
         if (found.share(found.med) < firm) {
             doses.append(QString("%1 at level %2 (%3)")
                              .arg(doseText(selection.made.inputs.doses, found.med),
-                                  levelText(selection, level), percent(found.share(found.med))));
+                                  levelText(selection, level),
+                                  number(found.share(found.med)) + " %"));
         }
     }
     return doses.isEmpty()
                ? doses
-               : QStringList(QString("Doses that hold in less than %1 of resamples of the "
-                                     "bootstrap samples: ")
-                                 .arg(percent(firm))
-                             + doses.join(", "));
+               : QStringList(
+                   QString("Doses that hold in less than %1 of resamples: ").arg(percent(firm))
+                   + doses.join(", "));
 }
 
 namespace {
@@ -181,7 +196,7 @@ QString dataSetText(const Evaluation& evaluation, int dataSet)
 
 } // namespace
 
-QString certaintySummary(const ProbabilityCurve& curve)
+QString certaintySummary(const ProbabilityCurve& curve, const QVector<double>& levels)
 {
     if (!curve.made.exists()) {
         return {};
@@ -190,7 +205,7 @@ QString certaintySummary(const ProbabilityCurve& curve)
         return "No figures of certainty: " + missingEvaluation(curve) + ".\n";
     }
     constexpr int digits = 6;
-    const JudgedResult result = judgedResult(curve, curve.made.inputs.levels);
+    const JudgedResult result = judgedResult(curve, levels);
     TextRows errors{{"Dose", "Monte Carlo error"}};
     for (int dose = 0; dose < curve.errors.size(); ++dose) {
         errors.append({number(curve.doses.value(dose)), number(curve.errors.at(dose))});
@@ -211,8 +226,11 @@ QString certaintySummary(const ProbabilityCurve& curve)
 
 QString certaintySummary(const DoseSelection& selection)
 {
-    if (!selection.made.exists()) {
+    if (!selection.made.exists() || selection.made.inputs.levels.isEmpty()) {
         return {};
+    }
+    if (selection.stability.isEmpty()) {
+        return "How firm the doses are, is not known: " + missingCertainty(selection, 0) + ".\n";
     }
     QString text = QString("\nCertainty of doses, %1 resamples of the bootstrap samples, random "
                            "numbers of their own, seed %2\n")

@@ -10,6 +10,15 @@
 namespace {
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+/// From so many doses on, copying takes longer than the memory is worth.
+constexpr int manyDoses = 33;
+/// Percent points that the rounding of weights leaves where all samples agree.
+constexpr double roundingError = 1e-10;
+
+bool isEvaluated(const QVector<double>& sample)
+{
+    return !sample.isEmpty();
+}
 
 /// 0-based columns that tell how fits ended, -1 for none.
 struct FitColumns
@@ -71,19 +80,34 @@ bool fits(const JudgingWeights& weights, const QVector<Table>& endpoints, int sa
 } // namespace
 
 KeptEndpoints::KeptEndpoints(const Table& endpoints, int doseCount)
-    : places(endpoints.size(), -1)
+    : values(0, doseCount)
 {
-    const auto isEvaluated = [](const QVector<double>& sample) { return !sample.isEmpty(); };
-    values = Grid(int(std::count_if(endpoints.begin(), endpoints.end(), isEvaluated)), doseCount);
+    const bool isWhole =
+        std::all_of(endpoints.begin(), endpoints.end(), [doseCount](const QVector<double>& sample) {
+            return !isEvaluated(sample) || sample.size() >= doseCount;
+        });
+    if (isWhole && doseCount >= manyDoses) {
+        shared = endpoints;
+    } else {
+        copy(endpoints);
+    }
+}
+
+void KeptEndpoints::copy(const Table& endpoints)
+{
+    const int doseCount = values.columns;
+    const auto evaluated = std::count_if(endpoints.begin(), endpoints.end(), isEvaluated);
+    values = Grid(int(evaluated), doseCount);
+    places.fill(-1, endpoints.size());
     int* place = places.data();
     double* target = values.values.data();
-    int evaluated = 0;
+    int copied = 0;
     for (const QVector<double>& doses : endpoints) {
         if (isEvaluated(doses)) {
             double* end = std::copy_n(doses.constData(), qMin(doses.size(), doseCount), target);
             target += doseCount;
             std::fill(end, target, notANumber);
-            *place = evaluated++;
+            *place = copied++;
         }
         ++place;
     }
@@ -91,14 +115,21 @@ KeptEndpoints::KeptEndpoints(const Table& endpoints, int doseCount)
 
 const double* KeptEndpoints::of(int sample) const
 {
+    if (!shared.isEmpty()) {
+        const QVector<double>& doses = shared.at(sample);
+        return isEvaluated(doses) ? doses.constData() : nullptr;
+    }
     const int place = places.value(sample, -1);
     return place < 0 ? nullptr : values.row(place);
 }
 
 qint64 KeptEndpoints::bytes() const
 {
-    return qint64(places.size()) * int(sizeof(int))
-           + qint64(values.values.size()) * int(sizeof(double));
+    constexpr int perRow = 6; // numbers that a row takes for itself, about
+    const auto evaluated = std::count_if(shared.begin(), shared.end(), isEvaluated);
+    const qint64 numbers = qint64(values.values.size()) + qint64(perRow) * shared.size()
+                           + qint64(evaluated) * values.columns;
+    return qint64(places.size()) * int(sizeof(int)) + numbers * int(sizeof(double));
 }
 
 qint64 Evaluation::bytes() const
@@ -218,6 +249,7 @@ QVector<double> monteCarloErrors(const Grid& hits, int sampleCount)
     }
     for (double& squares : errors) {
         squares = 100.0 * std::sqrt(squares / sampleCount) / std::sqrt(double(sampleCount));
+        squares = squares < roundingError ? 0.0 : squares; // NaN stays
     }
     return errors;
 }

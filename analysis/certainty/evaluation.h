@@ -39,16 +39,19 @@ public:
     KeptEndpoints() = default;
 
     /// Of [sample][dose]; empty for a sample that was not evaluated. Endpoints that are
-    /// missing at the end of a sample become NaN.
+    /// missing at the end of a sample become NaN. Many doses share the memory of the table, few
+    /// are put into one piece, which takes less.
     KeptEndpoints(const Table& endpoints, int doseCount);
 
     /// The endpoints of a sample, one per dose; nullptr if they were not evaluated.
     const double* of(int sample) const;
 
-    int sampleCount() const { return places.size(); }
     qint64 bytes() const;
 
 private:
+    void copy(const Table& endpoints);
+
+    Table shared;        ///< [sample][dose]; empty where values has the endpoints
     QVector<int> places; ///< row of values, [sample]; -1 for none
     Grid values;
 };
@@ -70,8 +73,8 @@ struct Evaluation
 };
 
 /// Keeps the endpoints of a data set, as far as they were evaluated: [model][sample][dose].
-/// Without any, or where the models have not as many samples as each other and as weights, as
-/// a cache may have them, there is no evaluation but a reason.
+/// Without any, or where a cache has not as many samples of each model, or more of them than
+/// there are weights, there is no evaluation but a reason.
 Evaluation keepEvaluation(const Study& study, int dataSet, const JudgingWeights& weights,
                           const QVector<Table>& endpoints);
 
@@ -85,8 +88,8 @@ QVector<Table> spreadSelected(const Table& endpoints, const QVector<int>& select
 Grid appliedWeights(const Study& made, const Evaluation& evaluation);
 
 /// The weight that each sample puts inside the target interval, [sample][dose]: the sum of the
-/// weights, [sample][model], of the models whose endpoint lies in it. 0 to 1, or 0 and 1 with
-/// selection; its mean over the samples is the probability.
+/// weights, [sample][model], of the models whose endpoint lies in it. 0 to 1 unless weights are
+/// negative, 0 and 1 with selection; its mean over the samples is the probability.
 Grid hitWeights(const Study& made, const Evaluation& evaluation, const Grid& weights);
 
 /// Monte Carlo error of the probability per dose, in percent points:
@@ -96,7 +99,8 @@ Grid hitWeights(const Study& made, const Evaluation& evaluation, const Grid& wei
 /// It tells how far the probability may be from that of endlessly many bootstrap samples. With
 /// ETAs it includes the draws, but not the bias of few individuals; with one OFV per model it
 /// holds given the weights of the first sample. 0 does not mean that the probability is
-/// certain: all samples agree. NaN without samples. Koehler, Brown & Haneuse (2009); Morris,
+/// certain: all samples agree, but for what the rounding of weights leaves. NaN without
+/// samples. Koehler, Brown & Haneuse (2009); Morris,
 /// White & Crowther (2019).
 QVector<double> monteCarloErrors(const Grid& hits, int sampleCount);
 QVector<double> monteCarloErrors(const Study& made, const Evaluation& evaluation);

@@ -40,14 +40,16 @@ Table remainingValues(const Study& made, const Remaining& remaining)
     // What gives a model no weight: NaN would spoil the sum of values that are no logarithms.
     const double none = made.selecting || made.logScale ? notANumber : 0.0;
     Table values = evaluation.weights.values;
-    for (int model = 0; model < qMin(values.size(), evaluation.endpoints.size()); ++model) {
+    for (int model = 0; model < values.size(); ++model) {
         QVector<double>& ofModel = values[model];
-        const double first = ofModel.value(0, notANumber);
-        for (int sample = 0; sample < ofModel.size(); ++sample) {
+        if (!made.individualOfv && !ofModel.isEmpty()) {
+            ofModel.fill(ofModel.first(), evaluation.sampleCount);
+        }
+        const bool hasFits = model < evaluation.fits.size();
+        const int samples = hasFits ? qMin(ofModel.size(), evaluation.sampleCount) : 0;
+        for (int sample = 0; sample < samples; ++sample) {
             if (remaining.isRemoved(sample, model)) {
                 ofModel[sample] = none;
-            } else if (!made.individualOfv) {
-                ofModel[sample] = first;
             }
         }
     }
@@ -141,8 +143,8 @@ Sensitivity sensitivityTo(const Study& made, const Remaining& remaining)
             if (renewed > 0) {
                 hasModel = true;
                 if (!renormalised.addIfHit(sample, model, renewed) && !areAll) {
-                    found.unknown = "the endpoint of a model that takes the place of another was "
-                                    "not evaluated";
+                    found.unknown = "a model that takes the place of another was not evaluated, "
+                                    "as doses that use the cache would have it";
                 }
             }
             if (old > 0 && remaining.isRemoved(sample, model)) {

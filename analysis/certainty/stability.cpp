@@ -111,7 +111,7 @@ std::optional<QVector<DoseStability>> doseStability(const Grid& hits, int sample
 {
     QVector<DoseStability> found;
     const int doseCount = probability.size();
-    if (sampleCount == 0 || doseCount != hits.columns) {
+    if (sampleCount == 0 || levels.isEmpty() || doseCount != hits.columns) {
         return found;
     }
     const QVector<double> errors = monteCarloErrors(hits, sampleCount);
@@ -133,10 +133,11 @@ std::optional<QVector<DoseStability>> doseStability(const Grid& hits, int sample
             }
         }
         for (double& value : sums) {
-            value *= 100; // in this order free of rounding where the sums are counts
+            value *= 100;
         }
         for (int level = 0; level < levels.size(); ++level) {
-            ++found[level].chosen[lowestDoseAbove(sums, levels.at(level) * sampleCount)];
+            const double limit = (levels.at(level) + tieTolerance) * sampleCount;
+            ++found[level].chosen[lowestDoseAbove(sums, limit)];
         }
         numbers += qint64(sampleCount) * (doseCount + 1);
         if (goesOn && numbers > numbersAtATime) {

@@ -35,9 +35,9 @@ struct DoseStability
 /// Resamples the bootstrap samples with replacement, the same ones for all doses and models,
 /// and repeats the rule of the minimum effective dose for each level (percent): [level].
 /// probability is the result, per dose in percent, and hits what it is the mean of
-/// (hitWeights). Counts decide with selection, where the probability is a multiple of 1/N. With
-/// one OFV per model the weights of the first sample stay. None if it is given up; empty
-/// without samples. Efron & Tibshirani (1993).
+/// (hitWeights). A probability within 1e-9 of the level equals it and is not above it, so that
+/// counts decide with selection. With one OFV per model the weights of the first sample stay.
+/// None if it is given up; empty without samples or levels. Efron & Tibshirani (1993).
 std::optional<QVector<DoseStability>> doseStability(const Grid& hits, int sampleCount,
                                                     const QVector<double>& probability,
                                                     const QVector<double>& levels,

@@ -89,10 +89,11 @@ void MainWindow::refresh_3_cp_PoS()
     if (sampleCount == 0) {
         showState(0);
     }
-    curve.evaluation = keptBeside(run.evaluation(), keptBytes(shown.selection));
-    if (curve.evaluation.exists()) {
-        curve.errors = monteCarloErrors(now, curve.evaluation);
+    const Evaluation evaluation = run.evaluation();
+    if (evaluation.exists()) {
+        curve.errors = monteCarloErrors(now, evaluation);
     }
+    curve.evaluation = keptBeside(evaluation, keptBytes(shown.selection));
     changed(Change::Calculated);
 }
 

@@ -46,7 +46,7 @@ QString tableText(CertaintyTable table, const JudgedResult& result)
 
 } // namespace
 
-/// Finds how firm the doses are, which the table shows already.
+/// Finds how firm the doses are, which the table shows already, as far as that is not known.
 void MainWindow::resampleDoses()
 {
     ProgressLoop progress(this, resamplingText, abortText, doseChoice.size(),
@@ -82,12 +82,8 @@ void MainWindow::addCertaintyEntries(ExportMenu* menu, bool ofCurve)
         QAction* action = menu->addEntry(entry.name, entry.text, [this, table, ofCurve] {
             ofCurve ? copyCurveCertainty(table) : copyDoseCertainty(table);
         });
-        menu->setObstacle(action, [this, table, ofCurve] {
-            if (ofCurve) {
-                return missingEvaluation(shown.curve);
-            }
-            return table == CertaintyTable::Doses ? missingCertainty(shown.selection, 0)
-                                                  : missingEvaluation(shown.selection, 0);
+        menu->setObstacle(action, [this, ofCurve] {
+            return ofCurve ? missingEvaluation(shown.curve) : missingEvaluation(shown.selection, 0);
         });
     }
     if (!ofCurve) {
@@ -149,6 +145,12 @@ void MainWindow::copyCurveCertainty(CertaintyTable table)
 /// Of all data sets whose endpoints are kept.
 void MainWindow::copyDoseCertainty(CertaintyTable table)
 {
+    if (table == CertaintyTable::Doses) {
+        resampleDoses();
+        if (shown.selection.stability.size() < shown.selection.evaluations.size()) {
+            return; // given up
+        }
+    }
     const DoseSelection& selection = shown.selection;
     QStringList parts = startOfTable(table, selection.made.inputs.endPoints,
                                      selectionRemarks(results(), currentInputs()));

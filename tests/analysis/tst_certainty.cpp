@@ -143,6 +143,29 @@ private slots:
                         expected));
     }
 
+    /// A curve that was given up, and models with more and less rows than others.
+    void takesUnevenSamples()
+    {
+        Study study = smallStudy(false, false);
+        JudgingWeights weights{{{1, 1, 1, 1}, {1}}, Table(4, {0.5, 0.5}), {}};
+        const QVector<Table> shown{{{1, 1}, {1, 1}, {1, 1}}, {{-1, -1}, {}, {}}};
+        const Evaluation evaluation = keepEvaluation(study, 0, weights, shown);
+        const QVector<Sensitivity> found = sensitivityToFits(study, evaluation);
+        QVERIFY(almostEqual(found.at(0).renormalised.probability, {50, 50}));
+        QVERIFY(almostEqual(found.at(3).renormalised.probability, {50, 50}));
+        QCOMPARE(found.at(1).samplesWithoutModel, 0);
+    }
+
+    void findsNoErrorWhereAllAgree()
+    {
+        Study study = smallStudy(false, true);
+        study.doses.fill(1, 40); // so many that the table is shared
+        const Table weights{{0.1, 0.2, 0.7}, {0.7, 0.1, 0.2}, {1 / 3.0, 1 / 3.0, 1 / 3.0}};
+        const QVector<Table> inside(3, Table(3, Numbers(40, 1.0)));
+        const Evaluation evaluation = keepEvaluation(study, 0, {{}, weights, {}}, inside);
+        QCOMPARE(monteCarloErrors(study, evaluation), Numbers(40, 0.0));
+    }
+
     void partsTheProbability()
     {
         const Study study = smallStudy(false, true);
@@ -239,7 +262,12 @@ private slots:
                  "How firm the dose is, is not known: the endpoints of all results take more than "
                  "256 MB and were not kept.");
         selection.evaluations = {one};
-        QVERIFY(stabilityText(selection, 0).endsWith(" resampling was given up."));
+        selection.probability = {{50, 20}};
+        selection.made.inputs.levels = {50};
+        QVERIFY(resample(selection, [](int) { return true; }));
+        QVERIFY(!stabilityText(selection, 0).contains("equals")); // at a dose that decides nothing
+        selection.stability.clear();
+        QVERIFY(stabilityText(selection, 0).contains(" were not resampled, "));
     }
 };
 

@@ -40,8 +40,8 @@ private slots:
     void tellsInTooltips()
     {
         QCOMPARE(tipAt(0, 0), "40 %: 0.1 in 75 %, none in 25 % of resamples; 0.1 exceeds the level "
-                              "by 0.3 errors\nAbout 100 bootstrap samples, not 2, would tell them "
-                              "apart.");
+                              "by 0.3 errors\nAbout 100 bootstrap samples instead of 2 would put "
+                              "it two errors from the level.");
         QCOMPARE(tipAt(-1, 0), "40 %: the dose holds in 75 % of resamples, the mean over 2 data "
                                "sets; least in data set 0 (75 %), below 90 % in 2");
         QCOMPARE(tipAt(1, -1), "data set 1");
@@ -118,8 +118,8 @@ private slots:
                                           files.writeRawResults("b.csv", {{4, 1}, {0, 1}})});
         press(toDoses);
         QCOMPARE(tip(toDoses).section('\n', 0, 0),
-                 "Doses that hold in less than 90 % of resamples of the bootstrap samples: "
-                 "0.1 at level 40 % (75 %), 2 at level 60 % (77 %)");
+                 "Doses that hold in less than 90 % of resamples: 0.1 at level 40 % (75.15 %), 2 "
+                 "at level 60 % (77 %)");
     }
 };
 
