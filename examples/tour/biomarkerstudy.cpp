@@ -191,7 +191,7 @@ void judgeCertainty(Tour& tour)
 
 } // namespace
 
-void playBiomarkerStudy(Tour& tour, const QString& dataFolder)
+void playBiomarkerStudy(Tour& tour, const QString& dataFolder, const QString& projectPath)
 {
     importFiles(tour, dataFolder);
     viewResults(tour);
@@ -204,4 +204,5 @@ void playBiomarkerStudy(Tour& tour, const QString& dataFolder)
     decide(tour, "");
     takeBetweenSubjectVariabilityBack(tour, doses);
     judgeCertainty(tour);
+    tour.saveProject(projectPath);
 }

@@ -43,7 +43,7 @@ int main(int argc, char** argv)
     const QString outputFolder = arguments.value(2, "build/tour");
 
     Tour biomarker(outputFolder + "/biomarker");
-    playBiomarkerStudy(biomarker, examples + "/biomarker");
+    playBiomarkerStudy(biomarker, examples + "/biomarker", outputFolder + "/biomarker.velmora");
     Tour simulation(outputFolder + "/simulation");
     playSimulationStudy(simulation, examples + "/simulation", outputFolder + "/simulation.velmora");
     QTextStream(stdout) << "\nPictures and results are in " << outputFolder << '\n';

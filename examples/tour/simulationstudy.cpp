@@ -202,15 +202,6 @@ void printSummary(const Tour& tour)
     }
 }
 
-void saveProject(Tour& tour, const QString& path)
-{
-    tour.require(!QFile::exists(path) || QFile::remove(path), "cannot replace " + path);
-    DialogDriver dialogs;
-    dialogs.answerFiles({path});
-    QTest::keyClick(&tour.window(), Qt::Key_S, Qt::ControlModifier);
-    tour.require(QFileInfo(path).size() > 0, "no project was saved as " + path);
-}
-
 /// Opens the project in a window of its own, which has to show what the first one shows.
 void reopenProject(const Tour& tour, const QString& path)
 {
@@ -252,7 +243,6 @@ void playSimulationStudy(Tour& tour, const QString& dataFolder, const QString& p
     tour.saveEndpoints("4-endpoints", "_4_tw_doseChoice");
     tour.saveReports("report");
 
-    const QString path = QFileInfo(projectPath).absoluteFilePath();
-    saveProject(tour, path);
-    reopenProject(tour, path);
+    tour.saveProject(projectPath);
+    reopenProject(tour, QFileInfo(projectPath).absoluteFilePath());
 }

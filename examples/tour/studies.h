@@ -7,8 +7,9 @@ class QString;
 class Tour;
 
 /// One trial, five candidate models: from the import to the dose choice, by model averaging
-/// and by model selection, and how firm it is. Prints the chosen doses.
-void playBiomarkerStudy(Tour& tour, const QString& dataFolder);
+/// and by model selection, and how firm it is; then saved as a project. Prints the
+/// chosen doses.
+void playBiomarkerStudy(Tour& tour, const QString& dataFolder, const QString& projectPath);
 
 /// Twenty simulated trials, three candidate models: doses for all of them, compared with the
 /// theoretical MEDs by a file and by the true models; then saved as a project and opened

@@ -117,6 +117,15 @@ void Tour::save(const QString& name, const char* source, const QString& entry)
     require(QFileInfo(path).size() > 0, "there is no " + path);
 }
 
+void Tour::saveProject(const QString& path)
+{
+    require(!QFile::exists(path) || QFile::remove(path), "cannot replace " + path);
+    DialogDriver dialogs;
+    dialogs.answerFiles({QFileInfo(path).absoluteFilePath()});
+    QTest::keyClick(&m_window, Qt::Key_S, Qt::ControlModifier);
+    require(QFileInfo(path).size() > 0, "no project was saved as " + path);
+}
+
 void Tour::writeFile(const QString& name, const QString& content) const
 {
     QFile file(m_output.filePath(name));

@@ -72,6 +72,9 @@ public:
     /// What an entry in the menu of a table or chart copies, as <name>.txt.
     void saveCopied(const QString& name, const char* source, const QString& entry) const;
 
+    /// The analysis as a project file.
+    void saveProject(const QString& path);
+
 private:
     void save(const QString& name, const char* source, const QString& entry);
     void writeFile(const QString& name, const QString& content) const;
