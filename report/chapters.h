@@ -60,6 +60,9 @@ QByteArray textThenNumbers(int numbers);
 /// "data set 3".
 QString dataSetText(int dataSet);
 
+/// "Data: 5 models, 1 data set, 1001 samples each."; empty without any.
+QString extent(const ReportContext& context);
+
 /// The name of a model; its number where it has none.
 QString modelName(const QVector<endPoint>& models, int model);
 

@@ -15,8 +15,9 @@ namespace {
 
 constexpr int letterPixels = 12;
 constexpr int legendColumns = 3;
-constexpr int roomForGuideNames = 46;
+constexpr int roomForGuideNames = 52;
 constexpr int mostSpotTexts = 200;
+constexpr int mostSymbols = 60;        ///< on a line
 constexpr double largestShown = 1e249; ///< far enough from what QCPRange can hold
 
 // Colours that most people can tell apart (Okabe & Ito 2008), dark enough for white paper.
@@ -218,6 +219,10 @@ private:
         graph->setData(curve.keys, curve.values, true);
         graph->setName(shortName(curve.name));
         style(graph, curve.role);
+        const bool isDense = curve.keys.size() > mostSymbols;
+        if (isDense && curve.role != ChartRole::Points) {
+            graph->setScatterStyle(QCPScatterStyle::ssNone);
+        }
         span(curve.keys, curve.values);
         if (curve.role == ChartRole::Guide) {
             graph->removeFromLegend();
@@ -227,7 +232,8 @@ private:
             auto* errors = new QCPErrorBars(plot.xAxis, plot.yAxis); // owned by the plot
             errors->setDataPlottable(graph);
             errors->setData(curve.errors);
-            errors->setPen(QPen(Qt::black, 1));
+            errors->setPen(QPen(Qt::black, isDense ? 0.4 : 1));
+            errors->setWhiskerWidth(isDense ? 0 : 7);
             errors->removeFromLegend();
             for (int point = 0; point < curve.errors.size(); ++point) {
                 valueSpan.add(curve.values.value(point) - curve.errors.at(point));

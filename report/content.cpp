@@ -89,6 +89,12 @@ QString dataSetText(int dataSet)
     return QString("data set %1").arg(dataSet);
 }
 
+QString extent(const ReportContext& context)
+{
+    const QString& summary = context.inputs.source.checkUp.summary;
+    return summary.isEmpty() ? summary : "Data: " + summary.section(';', 0, 0) + '.';
+}
+
 QString modelName(const QVector<endPoint>& models, int model)
 {
     const QString name = model < models.size() ? models.at(model).name : QString();

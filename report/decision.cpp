@@ -11,7 +11,10 @@
 
 namespace {
 
-constexpr int mostFindings = 10; ///< on the first page; all stand in the chapter on data
+// What the first page holds; all of it stands in the chapters behind.
+constexpr int mostFindings = 10;
+constexpr int longestFinding = 300;
+constexpr int mostLevels = 12; ///< of a table before what speaks against it
 
 /// What there is to say of results as they are shown: stale, or not calculated to the end.
 QStringList statusOf(const ReportInputs& inputs)
@@ -118,12 +121,13 @@ void addMethodTable(ReportDocument& document, const ReportedResult& result,
                                               calculated(firm.share(firm.med))));
         }
     }
-    if (!methods.isEmpty()) {
-        document.add(table);
+    if (missing.size() + 1 < methods.size()) {
+        document.add(table); // with more than the chosen one
     }
     if (!missing.isEmpty()) {
         document.say("Not at hand, since models would judge whose endpoints were not evaluated: "
-                     + missing.join("; ") + '.');
+                     + missing.join("; ")
+                     + ". Doses that are selected with Use cash, or by an average, have more.");
     }
 }
 
@@ -139,7 +143,9 @@ void addObjections(ReportDocument& document, const ReportContext& context,
             texts.append(note);
         }
     }
-    texts += findings.mid(0, mostFindings);
+    for (const QString& finding : findings.mid(0, mostFindings)) {
+        texts.append(documentText(finding, longestFinding));
+    }
     if (findings.size() > mostFindings) {
         texts.append(QString("%1 stand in the chapter on data.")
                          .arg(counted(findings.size() - mostFindings, "further finding")));
@@ -148,6 +154,19 @@ void addObjections(ReportDocument& document, const ReportContext& context,
         document.say("Nothing was found that speaks against it.");
     }
     document.add(ReportList{texts, Emphasis::Warning});
+}
+
+/// A long table comes behind what speaks against it, so that this stands on the first page.
+template <typename AddTable, typename AddObjections>
+void addInOrder(int levels, AddTable addTable, AddObjections addObjectionTexts)
+{
+    if (levels <= mostLevels) {
+        addTable();
+    }
+    addObjectionTexts();
+    if (levels > mostLevels) {
+        addTable();
+    }
 }
 
 } // namespace
@@ -161,8 +180,10 @@ bool addDecision(ReportDocument& document, const ReportContext& context)
         document.add(ReportParagraph{origin, Emphasis::Warning});
     }
     if (context.isSimulation()) {
-        addManyMeds(document, context);
-        addObjections(document, context, manyObjections(context));
+        addManyAnswer(document, context);
+        addInOrder(
+            context.inputs.results.selection.levels.size(), [&] { addManyMeds(document, context); },
+            [&] { addObjections(document, context, manyObjections(context)); });
         return addManyMethods(document, context);
     }
     if (context.results.isEmpty()) {
@@ -175,10 +196,11 @@ bool addDecision(ReportDocument& document, const ReportContext& context)
         return false;
     }
     document.add(ReportParagraph{answer(result), Emphasis::Statement});
-    document.say(QString("Candidate doses: %1. Method: %2.")
-                     .arg(typed(result.made.doses), methodText(result.made)));
-    addMeds(document, result);
-    addObjections(document, context, objections(result, *methods));
+    document.say(QString("Candidate doses: %1. Method: %2. %3")
+                     .arg(typed(result.made.doses), methodText(result.made), extent(context)));
+    addInOrder(
+        result.meds.size(), [&] { addMeds(document, result); },
+        [&] { addObjections(document, context, objections(result, *methods)); });
     if (!methods->isEmpty()) {
         document.add(ReportHeading{"By other methods", 2});
         addMethodTable(document, result, *methods);

@@ -10,10 +10,16 @@ constexpr QChar firstStrongIsolate(0x2068);
 constexpr QChar popIsolate(0x2069);
 
 /// Whether the letter turns the direction of the text behind it until another ends it.
-bool isDirectionMark(QChar letter)
+bool turnsDirection(QChar letter)
 {
     const ushort code = letter.unicode();
-    return (code >= 0x202a && code <= 0x202e) || (code >= 0x2066 && code <= 0x2069);
+    return code >= 0x202a && code <= 0x202e;
+}
+
+bool isIsolate(QChar letter)
+{
+    const ushort code = letter.unicode();
+    return code >= 0x2066 && code <= 0x2069;
 }
 
 bool isForbidden(QChar letter)
@@ -53,6 +59,8 @@ QString documentText(const QString& text, int longest)
         if (isPair) {
             fit += letter;
             fit += shown.at(++place);
+        } else if (turnsDirection(letter)) {
+            continue;
         } else if (letter.isSurrogate()) {
             fit += QChar(QChar::ReplacementCharacter);
         } else {
@@ -67,7 +75,7 @@ QString documentName(const QString& name)
     QString fit;
     bool isMixed = false;
     for (const QChar letter : shortName(name)) {
-        if (!isDirectionMark(letter)) {
+        if (!turnsDirection(letter) && !isIsolate(letter)) {
             fit += letter;
             isMixed = isMixed || runsLeft(letter);
         }

@@ -3,6 +3,7 @@
 #include "report/firmness.h"
 
 #include "analysis/certainty/sensitivity.h"
+#include "analysis/checkup/wording.h"
 #include "analysis/settingtexts.h"
 
 #include <algorithm>
@@ -61,6 +62,17 @@ QStringList unstableLevels(const ReportedResult& result)
     return texts;
 }
 
+/// The first of many.
+QStringList shortened(const QStringList& texts)
+{
+    constexpr int most = 6;
+    const int others = texts.size() - most;
+    return others > 0
+               ? texts.mid(0, most)
+                     + QStringList(QString("The like of %1.").arg(counted(others, "further level")))
+               : texts;
+}
+
 /// Doses that exceed a level although a higher one does not.
 QStringList dips(const ReportedResult& result)
 {
@@ -94,7 +106,7 @@ QString differences(const QString& lead, const ReportedResult& result, const QVe
                                   levelText(result.made.levels.value(level))));
         }
     }
-    return texts.isEmpty() ? QString() : lead + " the MED is " + texts.join(", ") + '.';
+    return texts.isEmpty() ? QString() : lead + " the MED is " + enumerated(texts) + '.';
 }
 
 QStringList otherDoses(const ReportedResult& result, const QVector<OtherMethod>& methods)
@@ -191,5 +203,6 @@ std::optional<QVector<OtherMethod>> otherMethods(const ReportedResult& result, c
 
 QStringList objections(const ReportedResult& result, const QVector<OtherMethod>& methods)
 {
-    return unstableLevels(result) + otherDoses(result, methods) + dips(result);
+    return shortened(unstableLevels(result)) + otherDoses(result, methods)
+           + shortened(dips(result));
 }

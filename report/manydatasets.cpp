@@ -97,14 +97,21 @@ QVector<int> doseCounts(const DoseSelection& selection, int level)
     return counts;
 }
 
-void addManyMeds(ReportDocument& document, const ReportContext& context)
+void addManyAnswer(ReportDocument& document, const ReportContext& context)
 {
     const DoseSelection& selection = context.inputs.results.selection;
     const Study& made = selection.made.inputs;
     document.add(ReportParagraph{answer(selection), Emphasis::Statement});
-    document.say(QString("The dose of a level is the lowest from which on the probability of %1 is "
-                         "above it. Candidate doses: %2. Method: %3.")
-                     .arg(intervalText(made), typed(made.doses), methodText(made)));
+    document.say(
+        QString("The dose of a level is the lowest from which on the probability of %1 is "
+                "above it. Candidate doses: %2. Method: %3. %4")
+            .arg(intervalText(made), typed(made.doses), methodText(made), extent(context)));
+}
+
+void addManyMeds(ReportDocument& document, const ReportContext& context)
+{
+    const DoseSelection& selection = context.inputs.results.selection;
+    const Study& made = selection.made.inputs;
     ReportTable table{"Minimum effective dose (MED) by probability level, over the data sets",
                       {"Level (%)", "Median", "Most often", "in data sets", "No dose in",
                        "Held in, mean (% of resamples)", "Not firm in"},
@@ -198,5 +205,5 @@ QStringList manyObjections(const ReportContext& context)
                : QStringList(QString("Of %1, so many have a dose that holds in less than %2 % of "
                                      "resamples: %3.")
                                  .arg(counted(selection.stability.size(), "data set"),
-                                      typed(firmShare), levels.join(", ")));
+                                      typed(firmShare), enumerated(levels)));
 }

@@ -10,6 +10,9 @@
 /// In how many data sets a level has each dose: the number of doses stands for none.
 QVector<int> doseCounts(const DoseSelection& selection, int level);
 
+/// Which doses, in a sentence or two.
+void addManyAnswer(ReportDocument& document, const ReportContext& context);
+
 /// The doses by level over the data sets, and how firm they are.
 void addManyMeds(ReportDocument& document, const ReportContext& context);
 

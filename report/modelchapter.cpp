@@ -70,10 +70,29 @@ void addBands(ReportChart& chart, const ReportedResult& result)
     chart.curves.append({"Median of all models", doses, quantiles.at(2), {}, ChartRole::Main});
 }
 
+/// The bounds of the target, but for those so far away that nothing else could be seen.
 void addTargetGuides(ReportChart& chart, const Study& made)
 {
+    double lowest = qInf();
+    double highest = -qInf();
+    const auto see = [&](const QVector<double>& values) {
+        for (const double value : values) {
+            if (std::isfinite(value)) {
+                lowest = qMin(lowest, value);
+                highest = qMax(highest, value);
+            }
+        }
+    };
+    for (const ChartBand& band : qAsConst(chart.bands)) {
+        see(band.lower);
+        see(band.upper);
+    }
+    for (const ChartCurve& curve : qAsConst(chart.curves)) {
+        see(curve.values);
+    }
+    const double room = highest - lowest;
     for (const double bound : {made.target.lower, made.target.upper}) {
-        if (std::isfinite(bound) && made.doses.size() > 1) {
+        if (lowest - room <= bound && bound <= highest + room && made.doses.size() > 1) {
             chart.curves.append({"target",
                                  {made.doses.first(), made.doses.last()},
                                  {bound, bound},
@@ -94,7 +113,6 @@ void addResponseChart(ReportDocument& document, const ReportContext& context,
     if (result.evaluation.exists()) {
         addBands(chart, result);
     }
-    addTargetGuides(chart, result.made);
     QStringList withEtas;
     int drawn = 0;
     const QVector<QVector<double>> typical = areResultsThose(context, result.made)
@@ -109,6 +127,7 @@ void addResponseChart(ReportDocument& document, const ReportContext& context,
                 {modelName(result.made.endPoints, model), result.made.doses, values});
         }
     }
+    addTargetGuides(chart, result.made);
     document.add(chart);
     if (drawn > mostCurves) {
         document.say(QString("The typical curves drawn are those of the %1 models with the highest "
@@ -128,7 +147,8 @@ void addResponseChart(ReportDocument& document, const ReportContext& context,
 void addResponseTable(ReportDocument& document, const ReportedResult& result)
 {
     ReportTable table{"Model-averaged endpoint by dose: mean and quantiles over samples and models",
-                      {"Dose", "Mean", "5 %", "25 %", "50 %", "75 %", "95 %", "Excluded (%)"},
+                      {"Dose", "Mean", levelText(5), levelText(25), levelText(50), levelText(75),
+                       levelText(95), "Excluded (%)"},
                       "rrrrrrrr",
                       {}};
     const AveragedEndpoint found = averagedEndpoint(result.made, result.evaluation);

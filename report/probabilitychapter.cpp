@@ -32,7 +32,7 @@ ReportChart probabilityChart(const ReportedResult& result)
     for (int level = 0; level < result.made.levels.size() && !doses.isEmpty(); ++level) {
         const double percent = result.made.levels.at(level);
         if (result.made.levels.size() <= mostGuides) {
-            chart.curves.append({levelText(percent),
+            chart.curves.append({QString::number(percent, 'g', 5) + " %",
                                  {doses.first(), doses.last()},
                                  {percent, percent},
                                  {},

@@ -57,10 +57,9 @@ private slots:
         // dose 2, half of all weight at dose 0.1; in data set 1 all hits at dose 0.1.
         row(
             "numbers", [this] { calculateDoses(0); },
-            {"\nDose|Probability (%)|Monte Carlo error|\n\n0|0|0|\n0.1|50|16.3383|\n"
-             "2|63.4471|25.8468|\n",
-             "\nmodel 0|0.5|50|\nmodel 1|0.5|50|\n", "\n2|13.4471|50|63.4471|\n",
-             "|2|2|4|0|no column|no column|20: ofv|21: THETA1|\n",
+            {"\nDose|Probability (%)|Monte Carlo error|\n\n0|0|0|\n0.1|50|16.3383|\n",
+             "\n2|63.4471|25.8468|\n", "\nmodel 0|0.5|50|\nmodel 1|0.5|50|\n",
+             "\n2|13.4471|50|63.4471|\n", "|2|2|4|0|no column|no column|20: ofv|21: THETA1|\n",
              "\nTarget interval|1.05 < endpoint <= 10|\n"},
             false);
         row(
@@ -69,9 +68,8 @@ private slots:
                 calculateDoses(0);
                 type("_3_le_lowerBound", "1");
             },
-            {"\nStale: The doses were selected for 1.05 < endpoint <= 10, model average; since "
-             "changed: interval.\n",
-             "\nStale: The curve was calculated for "},
+            {"\nStale: The doses were selected for 1.05 < endpoint <= 10, model average; ",
+             "\nStale: The curve was calculated for ", "; since changed: interval.\n"},
             true);
         row(
             "given up",
@@ -85,9 +83,8 @@ private slots:
             true);
         row(
             "several data sets", [this] { calculateDoses(1); },
-            {"\nDoses were selected for 2 data sets. At 40 % the median dose is 0.1. At 60 % the "
-             "median dose is 2, and 1 has no dose.\n",
-             "\n40|0.1|0.1|2|0|"},
+            {"\nDoses were selected for 2 data sets. At 40 % the median dose is 0.1. At 60 % ",
+             " the median dose is 2, and 1 has no dose.\n", "\n40|0.1|0.1|2|0|"},
             true);
         row(
             "truth",
