@@ -136,6 +136,7 @@ public:
                    exportAct("save table", "SaveCsv_0_tw_RawResults", "table.csv", drawing),
                    exportAct("save PDF", "SavePdf_3_cp_PoS", "chart.pdf", embedding),
                    exportAct("save PNG", "SavePng_3_cp_PoS", "chart.png", drawing),
+                   reportAct(embedding),
                    exportAct("save chart data", "SaveDataCsv_3_cp_PoS", "data.csv", 1),
                    copyAct("copy table", "CopyFullPrecision_0_tw_RawResults", drawing),
                    copyAct("copy picture", "CopyPicture_3_cp_PoS", drawing),
@@ -205,6 +206,17 @@ private:
         };
         act.prepare = [=] { files.write("work/" + file, "older"); };
         act.leastPiece = leastPiece;
+        return act;
+    }
+
+    /// As HTML, from which the time can be taken away.
+    Act reportAct(unsigned long leastPiece)
+    {
+        Act act = exportAct("save report", "SaveReport", "document.html", leastPiece);
+        act.result = [result = act.result] {
+            static const QRegularExpression time(R"(\d{4}-\d\d-\d\d[ T][\d:]{5,8})");
+            return QString::fromUtf8(result()).remove(time).toUtf8();
+        };
         return act;
     }
 
