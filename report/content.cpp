@@ -25,6 +25,9 @@ ReportedResult ofSelection(const DoseSelection& selection, int dataSet)
     result.probability = selection.probability.value(dataSet);
     result.meds = selection.doses.value(dataSet);
     result.evaluation = selection.evaluations.value(dataSet);
+    if (!result.evaluation.exists()) {
+        result.evaluation.missing = missingCertainty(selection, dataSet);
+    }
     result.errors = errorsOf(result.made, result.evaluation);
     result.stability = selection.stability.value(dataSet);
     result.before = selection.before;

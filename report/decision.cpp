@@ -7,6 +7,7 @@
 #include "report/firmness.h"
 #include "report/manydatasets.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -131,18 +132,30 @@ void addMethodTable(ReportDocument& document, const ReportedResult& result,
     }
 }
 
+/// The findings that do not just repeat what was told.
+QStringList untold(const QStringList& findings, const QStringList& told)
+{
+    QStringList others;
+    for (const QString& finding : findings) {
+        const auto repeats = [&finding](const QString& text) {
+            return finding.contains(QString(text).remove("Stale: "));
+        };
+        if (std::none_of(told.begin(), told.end(), repeats)) {
+            others.append(finding);
+        }
+    }
+    return others;
+}
+
 void addObjections(ReportDocument& document, const ReportContext& context,
                    const QStringList& objectionTexts)
 {
+    const QStringList told = statusOf(context.inputs);
     document.add(ReportHeading{"What speaks against it", 2});
     const StudyResults& all = context.inputs.results;
-    const QStringList& findings = context.inputs.source.findings;
-    QStringList texts = objectionTexts + all.selection.notes;
-    for (const QString& note : all.curve.notes) {
-        if (!texts.contains(note)) {
-            texts.append(note);
-        }
-    }
+    QStringList texts = objectionTexts + all.selection.notes + all.curve.notes;
+    texts.removeDuplicates();
+    const QStringList findings = untold(context.inputs.source.findings, told + texts);
     for (const QString& finding : findings.mid(0, mostFindings)) {
         texts.append(documentText(finding, longestFinding));
     }

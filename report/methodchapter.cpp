@@ -83,7 +83,7 @@ void addSentences(ReportDocument& document, const Study& study)
 void addSettings(ReportDocument& document, const Study& study, const QString& caption)
 {
     ReportTable table{caption, {"Setting", "Value"}, "ll", {}};
-    const QString population = populationText(study);
+    const QString population = hasEtas(study) ? populationText(study) : QString();
     table.rows = {{"Candidate doses", typed(study.doses)},
                   {"Target interval", intervalText(study)},
                   {"Method", methodText(study)},

@@ -94,6 +94,16 @@ private slots:
             },
             {"\n40|1|1|0|2|0.8|0.1|\n60|1|0|1|1|1.2|2|\n"}, false);
         row(
+            "project",
+            [this] {
+                calculateDoses(0);
+                pressShortcut(Qt::Key_S, files.path("project"));
+                pressShortcut(Qt::Key_O, files.path("project"));
+            },
+            {"\nThe doses are those of the project that was opened; how firm they are is not ",
+             "\nNot known: the doses come from a project, ", "\nproject|project|"},
+            false);
+        row(
             "files gone", [this] { importPairs(); },
             {"|is gone|\n", "\n4 of 4 files cannot be compared with what was read: "}, false);
         row(
