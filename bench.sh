@@ -15,7 +15,7 @@ build/bench/ratios.csv; docs/performance.md explains the rows.
 
 The exit code is 1 if a ratio exceeds its bar.
 
-  SUBJECT          measure this only: expressions, probability, recalculation,
+  SUBJECT          measure this only: expressions, probability, certainty, recalculation,
                    growth, csv, folder, project or editing
   --benchmark_...  options of the benchmark library, as --benchmark_filter=REGEX
   --help           show this text
