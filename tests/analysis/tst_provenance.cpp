@@ -114,11 +114,13 @@ private slots:
         cache.keep(1, averaged, endpointProvenance(study));
         QVERIFY(!cache.averaged(0, 2) && !cache.selected(1, 2, {0, 0, 1}));
         QVERIFY(cache.averaged(1, 2) == averaged && cache.selected(1, 2, {0, 1, 0}));
+        Study otherLevel = study;
+        otherLevel.levels = {1};
         Study otherWeight = study;
         first(otherWeight).weightParser.expression = "2+0";
         Study otherDose = study;
         otherDose.doses[0] = 1;
-        QCOMPARE(cache.misfits(study), 0);
+        QCOMPARE(cache.misfits(otherLevel), 0);
         QCOMPARE(cache.misfits(otherWeight), 1);
         QCOMPARE(cache.misfits(otherDose), 1);
         cache.keep(1, whole, endpointProvenance(study));
@@ -128,6 +130,43 @@ private slots:
         QVERIFY(!cache.averaged(0, 3) && entries.first().isEmpty()); // another number of models
         cache.clear();
         QVERIFY(entries.isEmpty());
+    }
+
+    void appliesProjects()
+    {
+        ProjectStudy before{wholeStudy(), {"0.4", false, 0.4}, {"inf", false, qInf()}};
+        before.study.individuals = 7;
+        DecodedProject project;
+        project.completeItems = 12;
+        ProjectItems& items = project.items;
+        items.rawResults = {{{{7}}}};
+        items.possibleDoses = "0:2:4";
+        items.endPointExpressions = QStringList{"ETA3", "beyond the models"};
+        items.omegas = {{{1, 2}, {2, 5}, {9}}};
+        items.omegaColumns = {{{-1, 4}, {4, -1}}};
+        items.populationSummary = 2;
+        items.weightExpressions = QStringList("1+ofv");
+        items.averageOrSelection = 1;
+        items.oneOrIndividualOfv = 7; // names no choice
+        items.lowerBound = "-inf";
+        ProjectStudy after = appliedProject(before, project);
+        const endPoint model = after.study.endPoints.first();
+        QCOMPARE(model.omega, Table({{1, 2, 0}, {2, 5, 0}, {0, 0, 0}}));
+        QCOMPARE(model.omegaColumns.first(), QVector<int>({-1, 4, -1}));
+        QCOMPARE(model.populationSummary, 75);
+        QCOMPARE(model.numSimulations, 7);
+        QCOMPARE(model.weightParser.expression, "1+ofv");
+        QCOMPARE(after.study.doses, QVector<double>({0, 2, 4}));
+        QVERIFY(after.study.selecting && after.study.individualOfv && !after.study.logScale);
+        QVERIFY(after.lowerBound.placed && after.study.target.lower == -10);
+        QCOMPARE(after.study.levels, before.study.levels); // of items that are not there
+        QCOMPARE(after.study.target.upper, qInf());
+        project.completeItems = 17;
+        items.upperBound = "5";
+        items.doseChoiceLabels = QStringList{"70", "90"};
+        after = appliedProject(before, project);
+        QCOMPARE(after.study.levels, QVector<double>({70, 90}));
+        QCOMPARE(after.study.target.upper, 5.0);
     }
 };
 
