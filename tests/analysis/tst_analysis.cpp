@@ -72,6 +72,9 @@ private slots:
         const Rows<Table, Numbers> row("endpoints", "probability"); // [sample][dose]
         row("bounds", {{0.5, 0}, {2, 1}, {0.7, none}, {0.9, 1}}, {75, 50});
         row("sample without a model", {{}, {1, 1, 1}}, {50, 50});
+        row("thirds", {{1, 5}, {5, 1}, {5, 1}}, {33.33333333333333, 66.66666666666666});
+        // Repeated steps, not a count times a step: a level of 50 is just exceeded.
+        row("many steps", Table(500, {1, 1}) + Table(500, {5, 5}), Numbers(2, 50.00000000000044));
     }
     void selects()
     {
