@@ -95,6 +95,9 @@ private slots:
         QCOMPARE(commaSeparated(rows), lines);
         QVERIFY(writeFile(path, "old and long") && writeFile(path, lines));
         QCOMPARE(contentOf(path), lines);
+        for (const QString& name : {files.path(), files.path("none/a"), files.path("pipe")}) {
+            QVERIFY2(!writeFile(name, "1"), qPrintable(name));
+        }
     }
 
     void displays_data()
@@ -124,11 +127,12 @@ private slots:
     {
         QTableWidget widget;
         csvDisplay(&widget, Table(1001, QVector<double>(1000, 7)), {"a"});
+        widget.setCurrentCell(1, 0);
         Table table(1000, QVector<double>(1000, 0.1));
         table[1].append(2);
         table.append(QVector<double>{1234567});
         csvDisplay(&widget, table, {"a"});
-        QVERIFY(widget.item(1, 0) == nullptr);
+        QVERIFY(widget.item(1, 0) == nullptr && widget.currentRow() == 1);
         const auto cell = [&widget](int row, int column) {
             return csvCellText(&widget, row, column);
         };
@@ -144,6 +148,21 @@ private slots:
         QCOMPARE(cell(1001, 0) + ' ' + cell(0, 0), "8 0.1");
         csvDisplay(&widget, {{3}, {4, 5}, {6}});
         QCOMPARE(widget.item(0, 0)->text(), "3");
+        QVERIFY(widget.item(2, 1) != nullptr && cell(0, 1).isNull());
+    }
+
+    void displaysInPart()
+    {
+        Table table(18000, {qQNaN()});
+        table.append(QVector<double>(9000, 1)); // a few bytes, 162 million cells
+        QTableWidget widget;
+        csvDisplay(&widget, table, {"a"});
+        csvDisplayAppend(&widget, {8});
+        QCOMPARE(csvFullSize(&widget), QSize(9000, 18002));
+        QCOMPARE(csvCellText(&widget, 18001, 0) + csvCellText(&widget, 17999, 0), "8nan");
+        widget.setCurrentCell(17000, 0);
+        csvDisplay(&widget, Table(18000, {1, 2}), {"a", "b", "c"}); // with items, others go
+        QVERIFY(widget.currentRow() == 17000 && !csvFullSize(&widget).isValid());
     }
 
     void showsTables_data()

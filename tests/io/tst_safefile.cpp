@@ -60,6 +60,19 @@ private slots:
         QCOMPARE(int(QFile::permissions(files.path("older"))), permissions);
         QVERIFY(QDir(files.path(), "velmora-*").isEmpty());
     }
+
+    void keepsOlderFile()
+    {
+        const StudyFiles files;
+        const QString path = files.write("older", "older");
+        {
+            SafeFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write("newer") == 5);
+            QCOMPARE(QDir(files.path(), "velmora-*.tmp").count(), 1U);
+        }
+        QCOMPARE(contentOf(path), "older");
+        QCOMPARE(QDir(files.path()).count(), 3U); // with . and ..
+    }
 };
 
 QTEST_GUILESS_MAIN(TestSafeFile)
