@@ -83,6 +83,30 @@ private slots:
         QTEST(columnNames(pieces(line)).join('|').replace('"', '\''), "names");
     }
 
+    void describesColumns_data()
+    {
+        const Rows<int, QString, QString> row("colNumTHETA1", "names", "description");
+        const QString labels = "ofv,CL,IVCL,SIGMA(1;1),seCL,";
+        row("no number", 2, labels, "COL3, read as THETA2, named IVCL, no number in the first row");
+        row("behind the THETAs", 2, labels, "COL4, named SIGMA(1;1), first value 1");
+        row("beyond the row", 2, labels,
+            "COL6, without a name, beyond the first row, which has 4 columns");
+        // A wrong setting is told as it is, and does not end at the column it begins with.
+        row("wrong setting", 4, "a,b,c,OMEGA(1;1),d",
+            "COL4, read as THETA1, named OMEGA(1;1), first value 1");
+        row("endpoints", 2, "", "COL20, read as ofv by endpoints, *");
+    }
+    void describesColumns()
+    {
+        QFETCH(int, colNumTHETA1);
+        QFETCH(QString, names);
+        QFETCH(QString, description);
+        const int column = description.section(',', 0, 0).mid(3).toInt();
+        const Table rows{{-5.5, 1234567, none, 1}};
+        const QStringList all = describeColumns(20, names.split(','), rows, 1, colNumTHETA1);
+        QCOMPARE(told({all.at(column - 1)}, description), description);
+    }
+
     void describesColumnsNamedLikeErrors()
     {
         QStringList names; // reading each for itself would exceed the time of a test
