@@ -44,6 +44,28 @@ private slots:
                  TextRows({{digits(start), "1"}, {digits(edges.at(1)), "2"}}));
     }
 
+    void choosesTheRange()
+    {
+        QCustomPlot chart;
+        HistogramView view(&chart, {}, [] { QFAIL("The owner draws anyway."); });
+        const auto fits = [&chart, &view](int column, const Values& values) {
+            const QCPRange before = chart.xAxis->range();
+            view.chooseRange({0, 0, column}, values, values, 5);
+            return chart.xAxis->range() != before;
+        };
+        QVERIFY(fits(0, {0, 1}));
+        QVERIFY(!fits(0, {5, 6}));
+        QVERIFY(!fits(1, {0.5, 2}));
+        QVERIFY(fits(2, {5, 6}));
+        view.forget();
+        QVERIFY(fits(2, {5.5, 7}));
+        view.expectNewValues();
+        QVERIFY(!fits(2, {6, 9}));
+        view.expectNewValues();
+        QVERIFY(fits(2, {0, 1}));
+        QVERIFY(!fits(2, {5, 6}));
+    }
+
     void drawsStepsFarFromZero()
     {
         Values edges;
