@@ -132,6 +132,10 @@ private slots:
         QVERIFY(text.endsWith(",0,0,2,2\r\n"));
         text = saved("_5_tw_Summary", "Save as CSV...", "summary.csv");
         QVERIFY(text.startsWith(",for all,>50%\r\nAve. Est MED > The MED,0.1,0\r\n"));
+        DialogDriver dialogs;
+        dialogs.answerFiles({"/proc/table.csv"});
+        dialogs.acknowledge("The file could not be written.");
+        user::chooseEntry(reach<QWidget>("_4_tw_doseChoice"), "Save as CSV...");
     }
 
     void exportsPictures()
@@ -147,6 +151,8 @@ private slots:
         const QByteArray pdf = saved("_3_cp_PoS", "Save as PDF...", "curve.pdf");
         QVERIFY(pdf.startsWith("%PDF"));
         QVERIFY(pdf.contains("/Font")); // no picture
+        user::chooseEntry(plot, "Copy picture");
+        QCOMPARE(QApplication::clipboard()->image().size(), plot->size());
     }
 
     void summarisesTheAnalysis()
