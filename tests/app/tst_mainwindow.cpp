@@ -129,6 +129,18 @@ private slots:
         QVERIFY(almostEqual(curve("_1_cp_typicalDRPlot").first(), 1 + eta, 1e-12));
     }
 
+    void typesNumbersOfEtas()
+    {
+        defineStudy();
+        edit(endpoints, 0, 0, "THETA1+ETA1");
+        type("_1_cb_numEtas", "3");
+        edit(omega, 1, 2, "0.5");
+        retype("_1_cb_numEtas", "12\r"); // a second digit
+        QCOMPARE(cell(omega, 1, 2), "0.5");
+        retype("_1_cb_numEtas", "1\r\b3"); // another number
+        QCOMPARE(cell(omega, 1, 2), "0");
+    }
+
     void keepsTypedWeights()
     {
         defineStudy();
@@ -159,6 +171,13 @@ private slots:
         type("_m1_le_colNumTHETA1", "20");
         defineStudy(); // with the column typed before
         QCOMPARE(curve("_1_cp_typicalDRPlot"), QVector<double>({4, 5, 6}));
+    }
+
+    void replacesColumnNumbers()
+    {
+        retype("_m1_le_colNumOFV", "35");
+        QTest::keyClicks(the<QWidget>("_m1_le_colNumOFV"), "a1"); // the old number is not selected
+        QCOMPARE(the<QLineEdit>("_m1_le_colNumOFV")->text(), "351");
     }
 
     void readsBounds_data()
@@ -195,6 +214,17 @@ private slots:
         chooseDoses("1");
         auto* table = the<QTableWidget>("_4_tw_doseChoice");
         QVERIFY(table->columnWidth(0) >= table->fontMetrics().horizontalAdvance("1.23457e-123"));
+        const auto* names = the<QTableWidget>(weights)->verticalHeader();
+        QVERIFY(names->maximumWidth() < window->width());
+
+        const QString widest = "name_of_a_column_beyond_the_thousandth";
+        const QByteArray heading = "a" + QByteArray(",b").repeated(1000) + ',' + widest.toLatin1();
+        pressAndAnswer("__pb_importFbF",
+                       {files.write("raw_results_wide.csv", heading + "\n1,2\n")});
+        table = reach<QTableWidget>("_1_tw_rawResLabels");
+        user::clickCell(the<QTableWidget>(endpoints), 0, 0);
+        QCOMPARE(cell("_1_tw_rawResLabels", 0, 1001), widest);
+        QVERIFY(table->columnWidth(1001) >= table->fontMetrics().horizontalAdvance(widest));
     }
 
     /// At dose 1 the endpoint of model 0 lies in the interval in samples 1 and 3 of data set 0
