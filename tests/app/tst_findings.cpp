@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/findings/findingsview.h"
 #include "tests/support/projectbytes.h"
 #include "tests/support/windowtest.h"
 
@@ -27,6 +28,12 @@ class TestFindings : public WindowTest
             return {};
         }
         return isTable ? tipOf(place, 0) : tip(place);
+    }
+    static bool isYellow(QWidget* widget, const QPoint& place)
+    {
+        const QPoint inWindow = widget->mapTo(widget->window(), place);
+        const QColor colour = widget->window()->grab().toImage().pixelColor(inWindow);
+        return colour.red() - colour.blue() > 20;
     }
     void defineStudy()
     {
@@ -59,6 +66,11 @@ private slots:
         row("level out of reach", levels, "50", "50,120", levels, "120");
         row("no lower bound", lower, "1", "", lower, "-10");
         row("upper bound below the lower", "_3_le_upperBound", "2", "0.5", lower, "0.5");
+        if (const int threads = QThread::idealThreadCount(); threads > 1) {
+            const char individuals[] = "_1_sb_numSimulations";
+            row("individuals that threads cannot share", individuals, QString::number(2 * threads),
+                QString::number(2 * threads + 1), individuals, "not simulated");
+        }
     }
     void inputs()
     {
@@ -178,20 +190,60 @@ private slots:
         QCOMPARE(the<QTableWidget>(weights)->rowCount(), 2);
     }
 
+    void tintsAreVisible_data()
+    {
+        const Rows<QColor> row("ground");
+        row("light", QColor(239, 239, 239));
+        row("dark", QColor(53, 53, 53));
+    }
+    void tintsAreVisible()
+    {
+        QFETCH(QColor, ground);
+        const QPalette before = QApplication::palette();
+        QApplication::setPalette(QPalette(ground));
+        QMainWindow view;
+        auto* pages = new QToolBox;
+        auto* page = new QWidget;
+        auto* layout = new QVBoxLayout(page);
+        pages->addItem(page, "page");
+        view.setCentralWidget(pages);
+        FindingsView findings(&view, pages, view.statusBar());
+        const QVector<QWidget*> inputs{new QPushButton, new QCheckBox("x"), new QLineEdit,
+                                       new QSpinBox, new QTableWidget};
+        QStringList told;
+        for (QWidget* input : inputs) {
+            layout->addWidget(input);
+            input->setAccessibleDescription("help");
+            findings.watch(
+                input, [&told] { return told; }, [] { return QStringList("note"); });
+        }
+        view.show();
+        const auto tints = [&inputs] {
+            QVector<bool> tinted;
+            for (QWidget* input : inputs) {
+                tinted.append(isYellow(input, {input->width() / 3, input->height() / 2}));
+            }
+            return tinted;
+        };
+        QCOMPARE(tints(), QVector<bool>(5, false));
+        QCOMPARE(inputs.first()->toolTip(), "note\nhelp");
+        told = QStringList("<b>wrong");
+        findings.renewAll();
+        QCOMPARE(tints(), QVector<bool>(5, true));
+        QCOMPARE(inputs.first()->toolTip(), "<pre>&lt;b&gt;wrong\nnote\nhelp</pre>");
+        QApplication::setPalette(before);
+    }
+
     void cellsWithoutAnItem()
     {
         importPairs();
         auto* table = reach<QTableWidget>(endpoints);
         const QPoint place = table->visualRect(table->model()->index(1, 0)).center();
-        const auto isYellow = [table, &place] {
-            const QColor colour = table->viewport()->grab().toImage().pixelColor(place);
-            return colour.red() - colour.blue() > 20;
-        };
-        QVERIFY(isYellow());
+        QVERIFY(isYellow(table->viewport(), place));
         user::rest(table->viewport(), place);
         QTRY_VERIFY(QToolTip::text().contains("no endpoint expression"));
         edit(endpoints, 1, 0, "THETA1+DOSE");
-        QVERIFY(!isYellow());
+        QVERIFY(!isYellow(table->viewport(), place));
     }
 
     void modelsWithoutResults()
@@ -209,6 +261,31 @@ private slots:
         }
         press("_2_cb_logScale");
         QCOMPARE(the<QTableWidget>("_2_tw_relativeWeight")->rowCount(), 0);
+    }
+
+    void everythingHasANameAndCanBeReached()
+    {
+        defineStudy();
+        QStringList failed;
+        for (int page = 0; page < 7; ++page) {
+            user::showPage(*window, page);
+            QWidgetList reached{window.get()};
+            for (int step = 0; step < 60; ++step) {
+                QTest::keyClick(reached.last(), Qt::Key_Tab);
+                reached.append(QApplication::focusWidget());
+            }
+            for (auto* widget : window->findChildren<QWidget*>(QRegularExpression("^(?!qt_)."))) {
+                const auto* spoken = QAccessible::queryAccessibleInterface(widget);
+                const bool isInput = widget->isVisible() && widget->isEnabled()
+                                     && !widget->focusProxy()
+                                     && widget->focusPolicy() != Qt::NoFocus;
+                if (spoken->text(QAccessible::Name).isEmpty()
+                    || (isInput && !reached.contains(widget))) {
+                    failed.append(widget->objectName());
+                }
+            }
+        }
+        QCOMPARE(failed, QStringList());
     }
 };
 
