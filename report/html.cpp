@@ -16,7 +16,8 @@ h1 { font-size: 1.7em; margin-bottom: 0.2em; }
 h2 { font-size: 1.35em; margin-top: 1.8em; border-bottom: 2px solid #111; }
 h3 { font-size: 1.1em; margin-top: 1.4em; }
 .subtitle { color: #444; margin: 0.1em 0; }
-.statement { font-size: 1.1em; font-weight: bold; border-left: 5px solid #111; padding-left: 0.7em; }
+.statement { font-size: 1.1em; font-weight: bold; border-left: 5px solid #111;
+  padding-left: 0.7em; }
 .warning { background: #fdf0dc; border: 1px solid #8a5a00; border-left-width: 6px;
   padding: 0.5em 0.7em; }
 ul.warning { padding-left: 2em; }
