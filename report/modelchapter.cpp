@@ -102,6 +102,31 @@ void addTargetGuides(ReportChart& chart, const Study& made)
     }
 }
 
+/// The numbers behind the typical curves of a chart.
+void addTypicalTable(ReportDocument& document, const ReportChart& chart,
+                     const QVector<double>& doses)
+{
+    ReportTable table{"Typical curves: the endpoint for the first row of each model's results",
+                      {"Dose"},
+                      "r",
+                      {}};
+    for (const double dose : doses) {
+        table.rows.append({typed(dose)});
+    }
+    for (const ChartCurve& curve : chart.curves) {
+        if (curve.role == ChartRole::Line) {
+            table.headings.append(curve.name);
+            table.alignment.append('r');
+            for (int dose = 0; dose < doses.size(); ++dose) {
+                table.rows[dose].append(calculated(curve.values.at(dose)));
+            }
+        }
+    }
+    if (table.headings.size() > 1) {
+        document.add(table);
+    }
+}
+
 void addResponseChart(ReportDocument& document, const ReportContext& context,
                       const ReportedResult& result)
 {
@@ -129,6 +154,7 @@ void addResponseChart(ReportDocument& document, const ReportContext& context,
     }
     addTargetGuides(chart, result.made);
     document.add(chart);
+    addTypicalTable(document, chart, result.made.doses);
     if (drawn > mostCurves) {
         document.say(QString("The typical curves drawn are those of the %1 models with the highest "
                              "mean weight, of %2.")

@@ -59,6 +59,7 @@ private slots:
             "numbers", [this] { calculateDoses(0); },
             {"\nDose|Probability (%)|Monte Carlo error|\n\n0|0|0|\n0.1|50|16.3383|\n",
              "\n2|63.4471|25.8468|\n", "\nmodel 0|0.5|50|\nmodel 1|0.5|50|\n",
+             "\nDose|model 0|model 1|\n\n0|0|1|\n0.1|0.0333333|1.1|\n2|0.666667|3|\n",
              "\n2|13.4471|50|63.4471|\n", "|2|2|4|0|no column|no column|20: ofv|21: THETA1|\n",
              "\nTarget interval|1.05 < endpoint <= 10|\n"},
             false);
