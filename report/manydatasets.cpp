@@ -5,6 +5,7 @@
 #include "analysis/certainty/othermethods.h"
 #include "analysis/checkup/wording.h"
 #include "analysis/settingtexts.h"
+#include "model/percentile.h"
 #include "report/firmness.h"
 
 #include <algorithm>
@@ -33,16 +34,17 @@ int medianDose(const QVector<int>& counts)
     return counts.size() - 1;
 }
 
+/// The place of a dose in a list that is sorted; behind its end for NaN.
 int doseIndex(const QVector<double>& doses, double dose)
 {
-    const int index = doses.indexOf(dose);
-    return index < 0 ? doses.size() : index;
+    return int(std::lower_bound(doses.begin(), doses.end(), dose, ascendingNanLast)
+               - doses.begin());
 }
 
 /// Which doses: those of the lowest and of the highest level.
 QString answer(const DoseSelection& selection)
 {
-    const QVector<double>& doses = selection.made.inputs.doses;
+    const QVector<double> doses = dosesToCount(selection);
     QString text =
         QString("Doses were selected for %1.").arg(counted(selection.doses.size(), "data set"));
     QVector<int> levels{0};
@@ -85,9 +87,23 @@ QPair<double, int> firmnessOf(const DoseSelection& selection, int level)
 
 } // namespace
 
+QVector<double> dosesToCount(const DoseSelection& selection)
+{
+    QVector<double> doses = selection.made.inputs.doses;
+    for (const QVector<double>& dataSet : selection.doses) {
+        doses += dataSet;
+    }
+    std::sort(doses.begin(), doses.end(), ascendingNanLast);
+    doses.erase(std::unique(doses.begin(), doses.end()), doses.end());
+    while (!doses.isEmpty() && std::isnan(doses.last())) {
+        doses.removeLast();
+    }
+    return doses;
+}
+
 QVector<int> doseCounts(const DoseSelection& selection, int level)
 {
-    const QVector<double>& doses = selection.made.inputs.doses;
+    const QVector<double> doses = dosesToCount(selection);
     QVector<int> counts(doses.size() + 1, 0);
     for (const QVector<double>& dataSet : selection.doses) {
         if (level < dataSet.size()) {
@@ -111,7 +127,7 @@ void addManyAnswer(ReportDocument& document, const ReportContext& context)
 void addManyMeds(ReportDocument& document, const ReportContext& context)
 {
     const DoseSelection& selection = context.inputs.results.selection;
-    const Study& made = selection.made.inputs;
+    const QVector<double> doses = dosesToCount(selection);
     ReportTable table{"Minimum effective dose (MED) by probability level, over the data sets",
                       {"Level (%)", "Median", "Most often", "in data sets", "No dose in",
                        "Held in, mean (% of resamples)", "Not firm in"},
@@ -122,8 +138,8 @@ void addManyMeds(ReportDocument& document, const ReportContext& context)
         const auto most = std::max_element(counts.begin(), counts.end());
         const auto [held, unstable] = firmnessOf(selection, level);
         table.rows.append(
-            {typed(selection.levels.at(level)), countedDose(made.doses, medianDose(counts)),
-             countedDose(made.doses, int(most - counts.begin())), QString::number(*most),
+            {typed(selection.levels.at(level)), countedDose(doses, medianDose(counts)),
+             countedDose(doses, int(most - counts.begin())), QString::number(*most),
              QString::number(counts.last()), std::isnan(held) ? "not known" : calculated(held),
              std::isnan(held) ? "not known" : QString::number(unstable)});
     }
@@ -174,7 +190,7 @@ bool addManyMethods(ReportDocument& document, const ReportContext& context)
         table.alignment.append('r');
         for (int level = 0; level < table.rows.size(); ++level) {
             table.rows[level].append(QString("%1 (%2)").arg(
-                countedDose(made.doses, medianDose(doseCounts(other, level))),
+                countedDose(dosesToCount(other), medianDose(doseCounts(other, level))),
                 QString::number(agreeing.at(level))));
         }
     }

@@ -7,7 +7,10 @@
 
 // The decision of a simulation study, whose doses are those of many data sets.
 
-/// In how many data sets a level has each dose: the number of doses stands for none.
+/// The candidate doses and those that a project has chosen from others.
+QVector<double> dosesToCount(const DoseSelection& selection);
+
+/// In how many data sets a level has each dose: [dose of dosesToCount], with none at the end.
 QVector<int> doseCounts(const DoseSelection& selection, int level);
 
 /// Which doses, in a sentence or two.

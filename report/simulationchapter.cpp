@@ -11,7 +11,7 @@ constexpr int mostDoseTicks = 25;
 
 void addDistribution(ReportDocument& document, const DoseSelection& selection)
 {
-    const QVector<double>& doses = selection.made.inputs.doses;
+    const QVector<double> doses = dosesToCount(selection);
     ReportChart chart{"Minimum effective doses of the data sets by probability level. Areas and "
                       "numbers are counts of data sets.",
                       "Circles over levels and doses, whose areas are numbers of data sets, which "
