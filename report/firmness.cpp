@@ -35,7 +35,7 @@ QString distance(const ReportedResult& result, int level)
             .arg(doseText(result.made.doses.at(found.nearest)), calculated(probability),
                  QString::number(std::fabs(errors), 'f', 1), errors > 0 ? "above" : "below");
     if (std::isfinite(found.samplesNeeded) && found.samplesNeeded > result.evaluation.sampleCount) {
-        text += QString("; about %1 bootstrap samples would tell them apart")
+        text += QString("; about %1 bootstrap samples would put it two errors from the level")
                     .arg(rounded(found.samplesNeeded));
     }
     return text + '.';
