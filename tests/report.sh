@@ -120,6 +120,41 @@ row_is() {
     grep -qE "^<tr>$row" "$page" || fail "$page has no row that begins with $*"
 }
 
+# The MED of each level: check_meds PAGE TABLE_OF_PAGE_4
+check_meds() {
+    local page=$1 levels meds place
+    IFS=, read -ra levels < <(sed -n 1p "$2")
+    IFS=, read -ra meds < <(sed -n 2p "$2")
+    for place in $(seq $((${#levels[@]} - 1))); do
+        row_is "$page" "${levels[place]}" "${meds[place]/nan/none}"
+    done
+}
+
+# In how many data sets each level has each dose: check_distribution PAGE TABLE_OF_PAGE_4
+check_distribution() {
+    local page=$1 counts
+    while read -ra counts; do
+        row_is "$page" "${counts[@]}"
+    done < <(awk -F, '
+        NR > 1 { for (i = 2; i <= NF; i++) count[$i, i]++ }
+        END {
+            for (dose = 0; dose <= 11; dose++) {
+                name = (dose > 10 ? "nan" : sprintf("%g", dose / 10))
+                printf "%s", (dose > 10 ? "none" : name)
+                for (i = 2; i <= NF; i++) printf " %d", count[name, i]
+                print ""
+            }
+        }' "$2")
+}
+
+# How doses compare with the truth: check_truth PAGE COUNTS_OF_PAGE_5
+check_truth() {
+    local page=$1 level nominal over upTo all
+    while IFS=, read -r level nominal over upTo all; do
+        row_is "$page" "$level" "$over" $((upTo - over)) $((all - upTo)) "$upTo" "$nominal"
+    done < <(tail -n +2 "$2")
+}
+
 check_numbers() {
     local page=$1 folder=$2 curve=$3 dose probability file
     tail -n +2 "$folder/$curve" | while IFS=, read -r dose probability; do
@@ -144,4 +179,9 @@ check_numbers "$work/tour/biomarker/report.html" "$work/tour/biomarker" \
 check_numbers "$work/tour/simulation/report.html" "$work/tour/simulation" \
     3-probability-data-set-0.csv examples/simulation/raw_results_*.csv \
     examples/simulation/true_models.csv
+check_meds "$work/tour/biomarker/report.html" \
+    "$work/tour/biomarker/4-dose-choice-average-without-eta.csv"
+check_distribution "$work/tour/simulation/report.html" "$work/tour/simulation/4-dose-choice.csv"
+check_truth "$work/tour/simulation/report.html" \
+    "$work/tour/simulation/5-counts-by-true-models.csv"
 echo "The reports are good."
