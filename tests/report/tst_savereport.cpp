@@ -35,6 +35,17 @@ class TestSaveReport : public StudyWithEtas
         dialogs.abortProgressAt(0);
         press(button);
     }
+    void calculateStale()
+    {
+        calculateDoses(0);
+        type("_3_le_lowerBound", "1");
+    }
+    void calculateAndReopen()
+    {
+        calculateDoses(0);
+        pressShortcut(Qt::Key_S, files.path("project"));
+        pressShortcut(Qt::Key_O, files.path("project"));
+    }
     /// Imports two files, of which one changes after that.
     void importChanging()
     {
@@ -64,11 +75,7 @@ private slots:
              "\nTarget interval|1.05 < endpoint <= 10|\n"},
             false);
         row(
-            "stale",
-            [this] {
-                calculateDoses(0);
-                type("_3_le_lowerBound", "1");
-            },
+            "stale", [this] { calculateStale(); },
             {"\nStale: The doses were selected for 1.05 < endpoint <= 10, model average; ",
              "\nStale: The curve was calculated for ", "; since changed: interval.\n"},
             true);
@@ -95,12 +102,7 @@ private slots:
             },
             {"\n40|1|1|0|2|0.8|0.1|\n60|1|0|1|1|1.2|2|\n"}, false);
         row(
-            "project",
-            [this] {
-                calculateDoses(0);
-                pressShortcut(Qt::Key_S, files.path("project"));
-                pressShortcut(Qt::Key_O, files.path("project"));
-            },
+            "project", [this] { calculateAndReopen(); },
             {"\nThe doses are those of the project that was opened; how firm they are is not ",
              "\nNot known: the doses come from a project, ", "\nproject|project|"},
             false);
