@@ -85,6 +85,24 @@ QPair<double, int> firmnessOf(const DoseSelection& selection, int level)
     return {sum / known, unstable};
 }
 
+/// The levels whose doses chance does not explain beside the theoretical ones.
+QStringList misfits(const TruthComparison& truth)
+{
+    QStringList levels;
+    for (int level = 0; level < qMin(truth.comparison.size(), truth.levels.size()); ++level) {
+        const LevelComparison& counts = truth.comparison.at(level);
+        const auto range = nominalRange(counts, truth.levels.at(level));
+        const QString fault = range ? misfit(counts, *range) : QString();
+        if (!fault.isEmpty()) {
+            levels.append(levelText(truth.levels.at(level)) + ' ' + fault);
+        }
+    }
+    return levels.isEmpty() ? levels
+                            : QStringList("Compared with the truth, chance does not explain these "
+                                          "counts of data sets: "
+                                          + enumerated(levels) + '.');
+}
+
 } // namespace
 
 QVector<double> dosesToCount(const DoseSelection& selection)
@@ -216,10 +234,12 @@ QStringList manyObjections(const ReportContext& context)
                 QString("%1 at %2").arg(unstable).arg(levelText(selection.levels.at(level))));
         }
     }
+    const QStringList texts = misfits(context.inputs.results.truth);
     return levels.isEmpty()
-               ? QStringList()
+               ? texts
                : QStringList(QString("Of %1, so many have a dose that holds in less than %2 % of "
                                      "resamples: %3.")
                                  .arg(counted(selection.stability.size(), "data set"),
-                                      typed(firmShare), enumerated(levels)));
+                                      typed(firmShare), enumerated(levels)))
+                     + texts;
 }

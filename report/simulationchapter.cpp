@@ -48,14 +48,16 @@ void addDistribution(ReportDocument& document, const DoseSelection& selection)
 void addComparison(ReportDocument& document, const TruthComparison& truth)
 {
     const int levelCount = qMin(truth.comparison.size(), truth.levels.size());
-    ReportTable table{
-        "Data sets by how their MED compares with the theoretical one",
-        {"Level (%)", "Over", "Equal", "Under", "Over or equal", "Nominal", "Mean absolute error"},
-        "rrrrrrr",
-        {}};
+    ReportTable table{"Data sets by how their MED compares with the theoretical one",
+                      {"Level (%)", "Over", "Equal", "Under", "Over or equal", "Nominal",
+                       "By chance in 95 % of studies", "Compatible", "Mean absolute error"},
+                      "rrrrrrrlr",
+                      {}};
     ChartBars over{"Above the theoretical MED", {}, {}};
     ChartBars equal{"Equal to it", {}, {}};
     ChartBars under{"Below it, or none", {}, {}};
+    ChartCurve lowest{"Fewest by chance", {}, {}};
+    ChartCurve highest{"Most by chance", {}, {}};
     ChartCurve nominal{"Nominal count, at or above it", {}, {}, {}, ChartRole::Main};
     for (int level = 0; level < levelCount; ++level) {
         const LevelComparison& counts = truth.comparison.at(level);
@@ -68,10 +70,23 @@ void addComparison(ReportDocument& document, const TruthComparison& truth)
         under.values.append(counts.under);
         nominal.keys.append(percent);
         nominal.values.append(nominalCount(counts, percent));
+        const std::optional<CountRange> range = nominalRange(counts, percent);
+        const QString fault = range ? misfit(counts, *range) : QString();
+        if (range) {
+            lowest.keys.append(percent);
+            lowest.values.append(range->lowest);
+            highest.keys.append(percent);
+            highest.values.append(range->highest);
+        }
         table.rows.append(
             {typed(percent), QString::number(counts.over), QString::number(counts.equal),
              QString::number(counts.under), QString::number(counts.over + counts.equal),
-             calculated(nominalCount(counts, percent)), calculated(counts.meanAbsoluteError)});
+             calculated(nominalCount(counts, percent)),
+             range ? QString("%1 to %2").arg(range->lowest).arg(range->highest) : QString(),
+             !range            ? QString()
+             : fault.isEmpty() ? QString("yes")
+                               : "no, " + fault,
+             calculated(counts.meanAbsoluteError)});
     }
     ReportChart chart{"Estimated and theoretical MEDs by level. A method without bias has the "
                       "nominal line within the part of equal MEDs.",
@@ -79,11 +94,14 @@ void addComparison(ReportDocument& document, const TruthComparison& truth)
                       "below the theoretical one, with a line of nominal counts.",
                       "Probability level (%)", "Data sets"};
     chart.bars = {over, equal, under};
-    chart.curves = {nominal};
+    chart.curves = {nominal, lowest, highest};
     document.add(chart);
     document.add(table);
-    document.say("The mean absolute error is the mean distance between estimated and theoretical "
-                 "MED, in dose units, over the data sets in which both exist and differ.");
+    document.say(
+        "The mean absolute error is the mean distance between estimated and theoretical "
+        "MED, in dose units, over the data sets in which both exist and differ. By chance a method "
+        "without bias has counts within the range in 95 % of studies (binomial distribution); over "
+        "above it, or over or equal below it, is not compatible with the level.");
 }
 
 void addTruth(ReportDocument& document, const TruthComparison& truth)

@@ -100,7 +100,7 @@ private slots:
                 calculateDoses(1);
                 compareWithTruth();
             },
-            {"\n40|1|1|0|2|0.8|0.1|\n60|1|0|1|1|1.2|2|\n"}, false);
+            {"\n40|1|1|0|2|0.8|0 to 2|yes|0.1|\n60|1|0|1|1|1.2|0 to 2|yes|2|\n"}, false);
         row(
             "project", [this] { calculateAndReopen(); },
             {"\nThe doses are those of the project that was opened; how firm they are is not ",
