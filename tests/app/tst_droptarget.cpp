@@ -66,6 +66,14 @@ private slots:
         QCOMPARE(cell("_0_tw_RawResults", 0, 19), ofv);
         QCOMPARE(the<QLineEdit>("_m1_le_colNumOFV")->text(), "20");
     }
+
+    void refusesFilesBelowADialog()
+    {
+        QProgressDialog busy(window.get());
+        busy.setWindowModality(Qt::WindowModal);
+        busy.show();
+        QVERIFY(!drop({"raw_results_b.csv"}, the<QWidget>("page_6")));
+    }
 };
 
 QTEST_MAIN(TestDropTarget)

@@ -172,6 +172,7 @@ private slots:
             "\nLevels (%): 40\n",
             "\nmodel 1\traw_results_estimation_model1_data*.csv\t2\t2\tTHETA1+DOSE+ETA1\t(0-1-",
             "\n\nOmega of model 1\nCOL30\n",
+            "\nmodel 1, omega: ",
             "\nRelative weights, data set 0\n",
             "data set 0, " + made + "Stale, since changed: endpoints. It was made with:\n",
             "\nmodel 1\tTHETA1+DOSE\t",

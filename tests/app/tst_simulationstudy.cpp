@@ -3,6 +3,8 @@
 #include "tests/support/projectbytes.h"
 #include "tests/support/windowtest.h"
 
+#include <sys/stat.h>
+
 const char simulationCountText[] =
     "The number of imported raw results files must be the same as number of simulations or one "
     "(if all the simulaitons were generated from the same model with the same parameters).";
@@ -66,6 +68,7 @@ private slots:
         }
         pressAndAnswer("__pb_importFbF", paths, {}, 0);
         QCOMPARE(the<QTableWidget>(endpoints)->rowCount(), 0);
+        QVERIFY2(status().startsWith("100 models, 0 to 1 data set, "), qPrintable(status()));
         ProjectItems items;
         readItemCount(save(), items);
         const int read = items.rawResultsHeaders.size();
@@ -77,6 +80,13 @@ private slots:
         pressAndAnswer("_5_pb_importSimRawRes", {files.write("bare.csv", "a,b\n")});
         pressAndAnswer("_5_pb_importSimRawRes", paths, {}, 0);
         QCOMPARE(rows(trueModels), QStringList());
+    }
+
+    void tellsOfAProjectThatIsNotSaved()
+    {
+        QCOMPARE(mkfifo(qPrintable(files.path("pipe")), 0600), 0);
+        pressShortcut(Qt::Key_S, files.path("pipe"),
+                      {"pipe already exists.\nDo you want to replace it?", "Not a regular file"});
     }
 
     void comparesWithTrueModels()

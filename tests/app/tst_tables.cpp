@@ -81,6 +81,15 @@ private slots:
         pressKey(Qt::Key_Return);
         QCOMPARE(copied(trueModels, "Copy with full precision"), "0.5");
     }
+
+    void tellDataSets()
+    {
+        const QHeaderView* headings = reach<QTableWidget>(trueModels)->verticalHeader();
+        user::rest(headings->viewport(), {3, headings->sectionViewportPosition(1) + 1});
+        QTRY_COMPARE(QToolTip::text(), "data set 1");
+        user::rest(headings->viewport(), {3, headings->length() + 1}); // below the rows
+        QVERIFY(QToolTip::text() != "data set -1");
+    }
 };
 
 QTEST_MAIN(TestTables)
