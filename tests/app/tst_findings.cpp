@@ -208,29 +208,29 @@ private slots:
         pages->addItem(page, "page");
         view.setCentralWidget(pages);
         FindingsView findings(&view, pages, view.statusBar());
-        const QVector<QWidget*> inputs{new QPushButton, new QCheckBox("x"), new QLineEdit,
-                                       new QSpinBox, new QTableWidget};
-        QStringList told;
-        for (QWidget* input : inputs) {
-            layout->addWidget(input);
-            input->setAccessibleDescription("help");
+        const QVector<QWidget*> widgets{new QPushButton, new QCheckBox("x"), new QLineEdit,
+                                        new QSpinBox, new QTableWidget};
+        QStringList wrong;
+        for (QWidget* widget : widgets) {
+            layout->addWidget(widget);
+            widget->setAccessibleDescription("help");
             findings.watch(
-                input, [&told] { return told; }, [] { return QStringList("note"); });
+                widget, [&wrong] { return wrong; }, [] { return QStringList("note"); });
         }
         view.show();
-        const auto tints = [&inputs] {
+        const auto tints = [&widgets] {
             QVector<bool> tinted;
-            for (QWidget* input : inputs) {
-                tinted.append(isYellow(input, {input->width() / 3, input->height() / 2}));
+            for (QWidget* widget : widgets) {
+                tinted.append(isYellow(widget, {widget->width() / 3, widget->height() / 2}));
             }
             return tinted;
         };
         QCOMPARE(tints(), QVector<bool>(5, false));
-        QCOMPARE(inputs.first()->toolTip(), "note\nhelp");
-        told = QStringList("<b>wrong");
+        QCOMPARE(widgets.first()->toolTip(), "note\nhelp");
+        wrong = QStringList("<b>wrong");
         findings.renewAll();
         QCOMPARE(tints(), QVector<bool>(5, true));
-        QCOMPARE(inputs.first()->toolTip(), "<pre>&lt;b&gt;wrong\nnote\nhelp</pre>");
+        QCOMPARE(widgets.first()->toolTip(), "<pre>&lt;b&gt;wrong\nnote\nhelp</pre>");
         QApplication::setPalette(before);
     }
 
