@@ -162,9 +162,13 @@ private slots:
         QCOMPARE(after.study.levels, before.study.levels); // of items that are not there
         QCOMPARE(after.study.target.upper, qInf());
         project.completeItems = 17;
+        items.rawResults.clear(); // the models stay
+        before.study.endPoints[0].omega[0][0] = 9;
+        items.omegas.clear();
         items.upperBound = "5";
         items.doseChoiceLabels = QStringList{"70", "90"};
         after = appliedProject(before, project);
+        QCOMPARE(first(after.study).omega, Table(3, {0, 0, 0}));
         QCOMPARE(after.study.levels, QVector<double>({70, 90}));
         QCOMPARE(after.study.target.upper, 5.0);
     }
