@@ -42,6 +42,13 @@ private slots:
         const QByteArray toBorder((1 << 20) - 3, 'x'); // files are read in pieces of this size
         row("line break at the border", toBorder + ",1\r\n2,\n3", "nan,1\n2,nan\n3\n");
         row("field across the border", "4\n" + toBorder + "56", "4\nnan\n");
+        row("line of two pieces", toBorder + toBorder + "\n7,\n", "nan\n7,nan\n");
+        row("no-break space behind the border",
+            "8\n" + toBorder
+                + ",\xc2\xa0"
+                  "9",
+            "8\nnan,9\n");
+        row("lone returns", "1\r2,3\r,\r4\r\r\n", "nan,3,4\n");
         row("line breaks", "\n1,2\r\n3\r\n\r\n4\r", "nan\n1,2\n3\nnan\n4\n");
         row("no numbers", "x,,\"5\",- 3,0x1p3,1e,1e400,1e-400\n7",
             "nan,nan,nan,nan,nan,nan,nan,nan\n7\n");
@@ -146,6 +153,8 @@ private slots:
         QVERIFY(delegate->createEditor(&widget, {}, widget.model()->index(0, 0)) == nullptr);
         csvDisplayAppend(&widget, {8});
         QCOMPARE(cell(1001, 0) + ' ' + cell(0, 0), "8 0.1");
+        widget.setRowCount(1);
+        QVERIFY(cell(0, 0).isNull());
         csvDisplay(&widget, {{3}, {4, 5}, {6}});
         QCOMPARE(widget.item(0, 0)->text(), "3");
         QVERIFY(widget.item(2, 1) != nullptr && cell(0, 1).isNull());
@@ -170,6 +179,10 @@ private slots:
         const Rows<TableExtent, QSize, QSize> row("extent", "withoutItems", "inPart");
         row("no rows", {3, 0, 0, 3}, {3, 0}, {3, 0});
         row("a million cells", {1000, 1000, million, 0}, {1000, 1000}, {1000, 1000});
+        row("one row more", {1000, 1001, 1'001'000, 0}, {1000, 1001}, {1000, 1000});
+        row("half full", {1000, 2000, million, 0}, {1000, 2000}, {500, 2000});
+        row("names", {600, 10'000, 10'000, 500}, {500, 2000}, {500, 2000});
+        row("many columns", {300'000, 1, 300'000, 0}, {200'000, 1}, {200'000, 1});
         row("a long row", {9000, 18'001, 27'000, 1}, {55, 18'001}, {55, 18'001});
         row("many numbers", {1000, 2000, 1'500'001, 0}, {1000, 2000}, {751, 1331});
         row("many rows", {1, 30'000'000, 30'000'000, 1}, {1, 20'000'000}, {1, million});

@@ -54,12 +54,29 @@ private slots:
         }
     }
 
+    void refusesWhatCannotBe_data()
+    {
+        const Rows<QByteArray, int> row("hex", "items");
+        row("as many models as can be", "00000002 00000000 00000000", 1);
+        row("one model too many", "00000003 00000000 00000000", 0);
+        row("negative count", "00000001 00000001 00000001 ffffffff 00", 0);
+        row("half a character", "00000000 00000000 00000003 61626364", 2);
+        row("text longer than the file", "00000000 00000000 fffffffe 61626364", 2);
+    }
+    void refusesWhatCannotBe()
+    {
+        QFETCH(QByteArray, hex);
+        QTEST(decode(QByteArray::fromHex(hex)), "items");
+    }
+
     void knowsProjectsByTheirStart_data()
     {
         const Rows<QByteArray, bool> row("file", "isProject");
         row("project without results", ProjectBytes({}).bytes, true);
         row("numbers to the end",
             QByteArray("\0\0\0\1\0\0\0\1\0\0\0\1\0\0\0\2 sixteen bytes..", 32), true);
+        row("part of a count", QByteArray(3, '\0'), false);
+        row("number missing", QByteArray("\0\0\0\1\0\0\0\1\0\0\0\1\0\0\0\2 one double", 27), false);
         row("film", QByteArray("\0\0\0\1ftypmp42 and a whole film", 29), false);
     }
     void knowsProjectsByTheirStart()
