@@ -204,7 +204,8 @@ private slots:
         QMainWindow view;
         auto* pages = new QToolBox;
         auto* page = new QWidget;
-        auto* layout = new QVBoxLayout(page);
+        auto* layout = new QVBoxLayout;
+        page->setLayout(layout);
         pages->addItem(page, "page");
         view.setCentralWidget(pages);
         FindingsView findings(&view, pages, view.statusBar());
