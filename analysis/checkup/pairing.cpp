@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <iterator>
 #include <numeric>
 #include <utility>
@@ -64,6 +65,45 @@ int endRowOf(int part, int rowCount)
     return part == 0 ? rowCount : firstRowOf(part + 1, rowCount);
 }
 
+/// A number that is the greater, the greater the value.
+quint64 orderOf(double value)
+{
+    quint64 bits = 0;
+    std::memcpy(&bits, &value, sizeof bits);
+    constexpr quint64 sign = quint64(1) << 63;
+    return (bits & sign) != 0 ? ~bits : bits | sign;
+}
+
+/// Sorts by bytes from the last to the first (Knuth, The Art of Computer Programming 3, 5.2.5),
+/// several times as fast as by comparisons.
+void sortByBytes(Ordered& values)
+{
+    constexpr int bytes = sizeof(quint64);
+    constexpr int byteValues = 256;
+    std::array<std::array<int, byteValues>, bytes> counts{};
+    const auto byteOf = [](const std::pair<double, int>& entry, int byte) {
+        return (orderOf(entry.first) >> (8 * byte)) & (byteValues - 1);
+    };
+    for (const auto& entry : qAsConst(values)) {
+        for (int byte = 0; byte < bytes; ++byte) {
+            ++counts[byte][byteOf(entry, byte)];
+        }
+    }
+    Ordered sorted(values.size());
+    for (int byte = 0; byte < bytes; ++byte) {
+        std::array<int, byteValues>& places = counts[byte];
+        if (values.isEmpty() || places[byteOf(values.first(), byte)] == values.size()) {
+            continue; // all have the same
+        }
+        std::exclusive_scan(places.begin(), places.end(), places.begin(), 0);
+        auto* target = sorted.data();
+        for (const auto& entry : qAsConst(values)) {
+            target[places[byteOf(entry, byte)]++] = entry;
+        }
+        values.swap(sorted);
+    }
+}
+
 Ordered ordered(const double* values, int count)
 {
     Ordered finite;
@@ -73,9 +113,27 @@ Ordered ordered(const double* values, int count)
             finite.append({values[row], row});
         }
     }
-    std::sort(finite.begin(), finite.end(),
-              [](const auto& a, const auto& b) { return a.first < b.first; });
+    sortByBytes(finite);
     return finite;
+}
+
+/// Of values within the rows from first to before end.
+Ranks rankedWithin(const Ordered& values, int first, int end)
+{
+    Ranks ranks{QVector<double>(end - first, 0.0), values.size(), 0.0};
+    double* deviations = ranks.deviations.data();
+    const double mean = (ranks.count - 1) / 2.0;
+    for (int tied = 0, behind = 0; tied < ranks.count; tied = behind) {
+        while (behind < ranks.count && values.at(behind).first == values.at(tied).first) {
+            ++behind;
+        }
+        const double deviation = (tied + behind - 1) / 2.0 - mean;
+        ranks.squares += deviation * deviation * (behind - tied);
+        for (int i = tied; i < behind; ++i) {
+            deviations[values.at(i).second - first] = deviation;
+        }
+    }
+    return ranks;
 }
 
 /// The ranks within the rows from first to before end whose partner is finite, too.
@@ -86,20 +144,7 @@ Ranks ranksOf(const Ordered& values, int first, int end, const double* partners)
     std::copy_if(values.begin(), values.end(), std::back_inserter(chosen), [=](const auto& entry) {
         return first <= entry.second && entry.second < end && std::isfinite(partners[entry.second]);
     });
-    Ranks ranks{QVector<double>(end - first, 0.0), chosen.size(), 0.0};
-    double* deviations = ranks.deviations.data();
-    const double mean = (ranks.count - 1) / 2.0;
-    for (int tied = 0, behind = 0; tied < ranks.count; tied = behind) {
-        while (behind < ranks.count && chosen.at(behind).first == chosen.at(tied).first) {
-            ++behind;
-        }
-        const double deviation = (tied + behind - 1) / 2.0 - mean;
-        ranks.squares += deviation * deviation * (behind - tied);
-        for (int i = tied; i < behind; ++i) {
-            deviations[chosen.at(i).second - first] = deviation;
-        }
-    }
-    return ranks;
+    return rankedWithin(chosen, first, end);
 }
 
 double correlation(const Ranks& first, const Ranks& second)
@@ -116,11 +161,26 @@ RankedOfv rankedOfv(const Table& table, int column)
 {
     RankedOfv ofv;
     ofv.values = columnValues(table, column);
-    ofv.order = ordered(ofv.values.constData(), ofv.values.size());
-    for (int part = 0; ofv.isComplete() && part < partCount; ++part) {
-        const int rowCount = ofv.values.size();
-        ofv.ranks[part] = ranksOf(ofv.order, firstRowOf(part, rowCount), endRowOf(part, rowCount),
-                                  ofv.values.constData());
+    const int rowCount = ofv.values.size();
+    ofv.order = ordered(ofv.values.constData(), rowCount);
+    if (!ofv.isComplete()) {
+        return ofv;
+    }
+    QVector<int> partOfRow(rowCount);
+    std::array<Ordered, partCount> parts;
+    for (int part = 1; part < partCount; ++part) {
+        const int first = firstRowOf(part, rowCount);
+        const int end = endRowOf(part, rowCount);
+        std::fill(partOfRow.begin() + first, partOfRow.begin() + end, part);
+        parts[part].reserve(end - first);
+    }
+    for (const auto& entry : qAsConst(ofv.order)) {
+        parts[partOfRow.at(entry.second)].append(entry);
+    }
+    ofv.ranks[0] = rankedWithin(ofv.order, 0, rowCount);
+    for (int part = 1; part < partCount; ++part) {
+        ofv.ranks[part] =
+            rankedWithin(parts[part], firstRowOf(part, rowCount), endRowOf(part, rowCount));
     }
     return ofv;
 }
