@@ -51,8 +51,12 @@ ReportedResult ofCurve(const ProbabilityCurve& curve, const QVector<double>& lev
 
 bool agree(const ReportedResult& first, const ReportedResult& second)
 {
+    const Study& a = first.made;
+    const Study& b = second.made;
     return first.dataSet == second.dataSet && first.probability == second.probability
-           && first.made.doses == second.made.doses;
+           && a.doses == b.doses && a.selecting == b.selecting && a.individualOfv == b.individualOfv
+           && a.target.lower == b.target.lower && a.target.upper == b.target.upper
+           && a.fingerprint == b.fingerprint;
 }
 
 /// False if it is given up.

@@ -84,10 +84,12 @@ void addMeds(ReportDocument& document, const ReportedResult& result)
         QStringList row{typed(result.made.levels.value(level)), doseText(result.meds.at(level))};
         if (level < result.stability.size()) {
             const DoseStability& found = result.stability.at(level);
-            row += QStringList{calculated(found.share(found.med)),
-                               resampledDose(result, found.lower) + " to "
-                                   + resampledDose(result, found.upper),
-                               chosenDoses(result, found)};
+            row +=
+                QStringList{calculated(found.share(found.med)),
+                            found.lower == found.upper ? resampledDose(result, found.lower)
+                                                       : resampledDose(result, found.lower) + " to "
+                                                             + resampledDose(result, found.upper),
+                            chosenDoses(result, found)};
         } else {
             row += QStringList{"not known", "not known", QString()};
         }
@@ -140,7 +142,9 @@ QStringList untold(const QStringList& findings, const QStringList& told)
         const auto repeats = [&finding](const QString& text) {
             return finding.contains(QString(text).remove("Stale: "));
         };
-        if (std::none_of(told.begin(), told.end(), repeats)) {
+        // How firm each dose is stands before.
+        const bool isOfFirmness = finding.contains("Doses that hold in less than ");
+        if (!isOfFirmness && std::none_of(told.begin(), told.end(), repeats)) {
             others.append(finding);
         }
     }

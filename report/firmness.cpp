@@ -106,7 +106,8 @@ QString differences(const QString& lead, const ReportedResult& result, const QVe
                                   levelText(result.made.levels.value(level))));
         }
     }
-    return texts.isEmpty() ? QString() : lead + " the MED is " + enumerated(texts) + '.';
+    return texts.isEmpty() ? QString()
+                           : lead + " the MED is " + enumerated(texts, mostLevelsTold) + '.';
 }
 
 QStringList otherDoses(const ReportedResult& result, const QVector<OtherMethod>& methods)
@@ -150,7 +151,7 @@ QString chosenDoses(const ReportedResult& result, const DoseStability& stability
         if (stability.share(dose) >= 1) {
             texts.append(QString("%1 in %2")
                              .arg(resampledDose(result, dose),
-                                  levelText(std::round(stability.share(dose)))));
+                                  levelText(std::round(10 * stability.share(dose)) / 10)));
         }
     }
     constexpr int most = 4;

@@ -11,6 +11,9 @@
 /// Doses that hold in fewer resamples, in percent, are told to be not firm.
 constexpr double firmShare = 90.0;
 
+/// Levels that a sentence lists; of more it says how many they are.
+constexpr int mostLevelsTold = 12;
+
 /// A dose of a resampling by its index, "none" behind the last.
 QString resampledDose(const ReportedResult& result, int dose);
 

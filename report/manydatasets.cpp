@@ -100,7 +100,7 @@ QStringList misfits(const TruthComparison& truth)
     return levels.isEmpty() ? levels
                             : QStringList("Compared with the truth, chance does not explain these "
                                           "counts of data sets: "
-                                          + enumerated(levels) + '.');
+                                          + enumerated(levels, mostLevelsTold) + '.');
 }
 
 } // namespace
@@ -153,13 +153,19 @@ void addManyMeds(ReportDocument& document, const ReportContext& context)
                       {}};
     for (int level = 0; level < selection.levels.size(); ++level) {
         const QVector<int> counts = doseCounts(selection, level);
-        const auto most = std::max_element(counts.begin(), counts.end());
+        const int most = *std::max_element(counts.begin(), counts.end());
+        QStringList mostOften;
+        for (int dose = 0; dose < counts.size(); ++dose) {
+            if (counts.at(dose) == most) {
+                mostOften.append(countedDose(doses, dose));
+            }
+        }
         const auto [held, unstable] = firmnessOf(selection, level);
-        table.rows.append(
-            {typed(selection.levels.at(level)), countedDose(doses, medianDose(counts)),
-             countedDose(doses, int(most - counts.begin())), QString::number(*most),
-             QString::number(counts.last()), std::isnan(held) ? "not known" : calculated(held),
-             std::isnan(held) ? "not known" : QString::number(unstable)});
+        table.rows.append({typed(selection.levels.at(level)),
+                           countedDose(doses, medianDose(counts)), enumerated(mostOften),
+                           QString::number(most), QString::number(counts.last()),
+                           std::isnan(held) ? "not known" : calculated(held),
+                           std::isnan(held) ? "not known" : QString::number(unstable)});
     }
     document.add(table);
     document.say("The median counts data sets without a dose as above the highest dose.");
@@ -240,6 +246,6 @@ QStringList manyObjections(const ReportContext& context)
                : QStringList(QString("Of %1, so many have a dose that holds in less than %2 % of "
                                      "resamples: %3.")
                                  .arg(counted(selection.stability.size(), "data set"),
-                                      typed(firmShare), enumerated(levels)))
+                                      typed(firmShare), enumerated(levels, mostLevelsTold)))
                      + texts;
 }

@@ -18,13 +18,13 @@ constexpr int mostCurves = 9; ///< typical curves that one chart can hold
 
 /// The typical curve of each model, [model][dose]; empty with ETAs, which would draw random
 /// numbers, and where the model has no results.
-QVector<QVector<double>> typicalCurves(const ReportContext& context, const Study& made)
+QVector<QVector<double>> typicalCurves(const ReportContext& context, const Study& made, int dataSet)
 {
     QVector<QVector<double>> curves;
     QVector<endPoint> definitions = made.endPoints;
     for (int model = 0; model < definitions.size(); ++model) {
         endPoint& definition = definitions[model];
-        const Table samples = context.inputs.now.study.rawResults.value(model).value(0);
+        const Table samples = context.inputs.now.study.rawResults.value(model).value(dataSet);
         definition.checkETA();
         const bool isDrawless = definition.highestEta == 0 && !samples.isEmpty();
         if (isDrawless) {
@@ -140,9 +140,9 @@ void addResponseChart(ReportDocument& document, const ReportContext& context,
     }
     QStringList withEtas;
     int drawn = 0;
-    const QVector<QVector<double>> typical = areResultsThose(context, result.made)
-                                                 ? typicalCurves(context, result.made)
-                                                 : QVector<QVector<double>>();
+    const QVector<QVector<double>> typical =
+        areResultsThose(context, result.made) ? typicalCurves(context, result.made, result.dataSet)
+                                              : QVector<QVector<double>>();
     for (const int model : byWeight(result)) {
         const QVector<double> values = typical.value(model);
         if (values.isEmpty()) {

@@ -24,9 +24,8 @@ QString shortName(const QString& name)
     return name.size() > longest ? name.left(longest - 3) + "..." : name;
 }
 
-QString enumerated(const QStringList& texts)
+QString enumerated(const QStringList& texts, int most)
 {
-    constexpr int most = 5;
     return texts.mid(0, most).join(", ")
            + (texts.size() > most ? QString(" and %1 more").arg(texts.size() - most) : QString());
 }

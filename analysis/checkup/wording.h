@@ -20,7 +20,7 @@ QString numberText(double number);
 QString shortName(const QString& name);
 
 /// The first texts of a list, which may be of any length: "a, b, c, d, e and 2 more".
-QString enumerated(const QStringList& texts);
+QString enumerated(const QStringList& texts, int most = 5);
 
 /// "a.csv could not be read to its end"; nothing without files.
 QStringList unreadFindings(const QStringList& files);
