@@ -10,15 +10,10 @@
 namespace {
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-/// From so many doses on, copying takes longer than the memory is worth.
-constexpr int manyDoses = 33;
+/// What a row of a table takes beside its numbers is about as much as so many of them.
+constexpr int numbersPerRow = 6;
 /// Percent points that the rounding of weights leaves where all samples agree.
 constexpr double roundingError = 1e-10;
-
-bool isEvaluated(const QVector<double>& sample)
-{
-    return !sample.isEmpty();
-}
 
 /// 0-based columns that tell how fits ended, -1 for none.
 struct FitColumns
@@ -80,63 +75,35 @@ bool fits(const JudgingWeights& weights, const QVector<Table>& endpoints, int sa
 } // namespace
 
 KeptEndpoints::KeptEndpoints(const Table& endpoints, int doseCount)
-    : values(0, doseCount)
+    : samples(endpoints)
 {
-    const bool isWhole =
-        std::all_of(endpoints.begin(), endpoints.end(), [doseCount](const QVector<double>& sample) {
-            return !isEvaluated(sample) || sample.size() >= doseCount;
-        });
-    if (isWhole && doseCount >= manyDoses) {
-        shared = endpoints;
-    } else {
-        copy(endpoints);
-    }
-}
-
-void KeptEndpoints::copy(const Table& endpoints)
-{
-    const int doseCount = values.columns;
-    const auto evaluated = std::count_if(endpoints.begin(), endpoints.end(), isEvaluated);
-    values = Grid(int(evaluated), doseCount);
-    places.fill(-1, endpoints.size());
-    int* place = places.data();
-    double* target = values.values.data();
-    int copied = 0;
-    for (const QVector<double>& doses : endpoints) {
-        if (isEvaluated(doses)) {
-            double* end = std::copy_n(doses.constData(), qMin(doses.size(), doseCount), target);
-            target += doseCount;
-            std::fill(end, target, notANumber);
-            *place = copied++;
+    for (int sample = 0; sample < endpoints.size(); ++sample) {
+        const int known = endpoints.at(sample).size();
+        if (known > 0 && known < doseCount) {
+            samples[sample] += QVector<double>(doseCount - known, notANumber);
         }
-        ++place;
     }
 }
 
 const double* KeptEndpoints::of(int sample) const
 {
-    if (!shared.isEmpty()) {
-        const QVector<double>& doses = shared.at(sample);
-        return isEvaluated(doses) ? doses.constData() : nullptr;
-    }
-    const int place = places.value(sample, -1);
-    return place < 0 ? nullptr : values.row(place);
+    return sample >= samples.size() || samples.at(sample).isEmpty()
+               ? nullptr
+               : samples.at(sample).constData();
 }
 
 qint64 KeptEndpoints::bytes() const
 {
-    constexpr int perRow = 6; // numbers that a row takes for itself, about
-    const auto evaluated = std::count_if(shared.begin(), shared.end(), isEvaluated);
-    const qint64 numbers = qint64(values.values.size()) + qint64(perRow) * shared.size()
-                           + qint64(evaluated) * values.columns;
-    return qint64(places.size()) * int(sizeof(int)) + numbers * int(sizeof(double));
+    qint64 numbers = qint64(samples.size()) * numbersPerRow;
+    for (const QVector<double>& doses : samples) {
+        numbers += doses.size();
+    }
+    return numbers * int(sizeof(double));
 }
 
 qint64 Evaluation::bytes() const
 {
-    // A row of a table takes about as much again for itself as four numbers.
-    constexpr int perRow = 4;
-    qint64 numbers = qint64(weights.relative.size()) * (endpoints.size() + perRow);
+    qint64 numbers = qint64(weights.relative.size()) * (endpoints.size() + numbersPerRow);
     for (const QVector<double>& values : weights.values) {
         numbers += values.size();
     }

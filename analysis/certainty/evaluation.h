@@ -32,15 +32,15 @@ struct Grid
 /// a number other than 0. Where a model lacks a column, nothing is known against its fits.
 enum class FitState : char { Sound, NearBoundary, Failed };
 
-/// The endpoints of a model in a data set, of those samples for which they were evaluated.
+/// The endpoints of a model in a data set, of those samples for which they were evaluated. They
+/// share the memory of the table that they were evaluated to.
 class KeptEndpoints
 {
 public:
     KeptEndpoints() = default;
 
     /// Of [sample][dose]; empty for a sample that was not evaluated. Endpoints that are
-    /// missing at the end of a sample become NaN. Many doses share the memory of the table, few
-    /// are put into one piece, which takes less.
+    /// missing at the end of a sample become NaN.
     KeptEndpoints(const Table& endpoints, int doseCount);
 
     /// The endpoints of a sample, one per dose; nullptr if they were not evaluated.
@@ -49,11 +49,7 @@ public:
     qint64 bytes() const;
 
 private:
-    void copy(const Table& endpoints);
-
-    Table shared;        ///< [sample][dose]; empty where values has the endpoints
-    QVector<int> places; ///< row of values, [sample]; -1 for none
-    Grid values;
+    Table samples; ///< [sample][dose]
 };
 
 /// The endpoints by which a data set was judged, with the weights and with how the fits ended.

@@ -159,7 +159,7 @@ private slots:
     void findsNoErrorWhereAllAgree()
     {
         Study study = smallStudy(false, true);
-        study.doses.fill(1, 40); // so many that the table is shared
+        study.doses.fill(1, 40);
         const Table weights{{0.1, 0.2, 0.7}, {0.7, 0.1, 0.2}, {1 / 3.0, 1 / 3.0, 1 / 3.0}};
         const QVector<Table> inside(3, Table(3, Numbers(40, 1.0)));
         const Evaluation evaluation = keepEvaluation(study, 0, {{}, weights, {}}, inside);
