@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "report/firmness.h"
 
+#include "analysis/certainty/certaintytables.h"
 #include "analysis/certainty/sensitivity.h"
 #include "analysis/checkup/wording.h"
 #include "analysis/settingtexts.h"
@@ -11,13 +12,6 @@
 #include <numeric>
 
 namespace {
-
-/// Two digits, as such a number is an estimate: 32000 for 31870.
-QString rounded(double number)
-{
-    const double unit = std::pow(10, std::floor(std::log10(number)) - 1);
-    return QString::number(std::ceil(number / unit) * unit, 'f', 0);
-}
 
 /// How far the dose that decides is from the level, and how many samples would tell.
 QString distance(const ReportedResult& result, int level)
@@ -36,7 +30,7 @@ QString distance(const ReportedResult& result, int level)
                  QString::number(std::fabs(errors), 'f', 1), errors > 0 ? "above" : "below");
     if (std::isfinite(found.samplesNeeded) && found.samplesNeeded > result.evaluation.sampleCount) {
         text += QString("; about %1 bootstrap samples would put it two errors from the level")
-                    .arg(rounded(found.samplesNeeded));
+                    .arg(samplesToPlan(found.samplesNeeded));
     }
     return text + '.';
 }

@@ -18,7 +18,7 @@ constexpr int mostLevelsTold = 12;
 QString resampledDose(const ReportedResult& result, int dose);
 
 /// "0.7 in 65 %, 0.6 in 35 %": the doses that resamples choose, the most frequent first; those
-/// of less than 1 % are left out.
+/// of less than 1 % are left out, and at most four are told.
 QString chosenDoses(const ReportedResult& result, const DoseStability& stability);
 
 /// Whether the MED of a level is firm, in a sentence; empty where that is not known.

@@ -40,6 +40,10 @@ TextRows probabilityRows(const DoseSelection& selection, int digits);
 /// a line that says why there is none.
 QString errorText(const ProbabilityCurve& curve, double dose);
 
+/// A number of bootstrap samples to plan with, rounded up to two digits: 32000 for 31870. Of a
+/// finite number above 0.
+QString samplesToPlan(double needed);
+
 /// How firm the MED of a level is: "80 %: 0.7 in 65 %, 0.6 in 35 % of resamples; 0.6 misses
 /// the level by 0.4 errors", and how many samples would put it two errors away; or why that is
 /// not known.

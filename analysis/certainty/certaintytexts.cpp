@@ -84,15 +84,19 @@ QString samplesText(const DoseStability& found, int sampleCount)
     if (!std::isfinite(needed) || needed <= sampleCount) {
         return {};
     }
-    // Two digits are enough for a plan.
-    const double unit = std::pow(10.0, qMax(0.0, std::floor(std::log10(needed)) - 1));
     return QString("\nAbout %1 bootstrap samples instead of %2 would put it two errors from the "
                    "level.")
-        .arg(std::ceil(needed / unit) * unit, 0, 'f', 0)
+        .arg(samplesToPlan(needed))
         .arg(sampleCount);
 }
 
 } // namespace
+
+QString samplesToPlan(double needed)
+{
+    const double unit = std::pow(10.0, qMax(0.0, std::floor(std::log10(needed)) - 1));
+    return QString::number(std::ceil(needed / unit) * unit, 'f', 0);
+}
 
 QString errorText(const ProbabilityCurve& curve, double dose)
 {
