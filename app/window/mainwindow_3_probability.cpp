@@ -23,6 +23,17 @@ void setUpAxes(QCustomPlot* plot, const QVector<double>& doses, const QString& d
     plot->yAxis->setLabel("Probability");
 }
 
+/// Adds the Monte Carlo errors, and the evaluation itself where memory allows it beside the
+/// bytes that are kept elsewhere.
+void addCertainty(ProbabilityCurve& curve, const Study& study, const Evaluation& evaluation,
+                  qint64 bytesElsewhere)
+{
+    if (evaluation.exists()) {
+        curve.errors = monteCarloErrors(study, evaluation);
+    }
+    curve.evaluation = keptBeside(evaluation, bytesElsewhere);
+}
+
 } // namespace
 
 void MainWindow::on__3_pb_calculatePoS_clicked()
@@ -89,11 +100,7 @@ void MainWindow::refresh_3_cp_PoS()
     if (sampleCount == 0) {
         showState(0);
     }
-    const Evaluation evaluation = run.evaluation();
-    if (evaluation.exists()) {
-        curve.errors = monteCarloErrors(now, evaluation);
-    }
-    curve.evaluation = keptBeside(evaluation, keptBytes(shown.selection));
+    addCertainty(curve, now, run.evaluation(), keptBytes(shown.selection));
     changed(Change::Calculated);
 }
 
