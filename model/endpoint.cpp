@@ -6,6 +6,7 @@
 #include "model/randomng.h"
 
 #include <QThread>
+#include <QThreadPool>
 
 #include <algorithm>
 #include <limits>
@@ -55,13 +56,29 @@ bool isFixed(int column)
     return column < 0;
 }
 
+int machineProcessors()
+{
+    return qMax(1, QThread::idealThreadCount());
+}
+
+int& usedProcessors()
+{
+    // Asked once: the answer stays, and takes longer than the draws of a few individuals.
+    static int count = machineProcessors();
+    return count;
+}
+
 } // namespace
 
 int processorCount()
 {
-    // Asked once: the answer stays, and takes longer than the draws of a few individuals.
-    static const int count = qMax(1, QThread::idealThreadCount());
-    return count;
+    return usedProcessors();
+}
+
+void setProcessorCount(int count)
+{
+    usedProcessors() = count > 0 ? count : machineProcessors();
+    QThreadPool::globalInstance()->setMaxThreadCount(usedProcessors());
 }
 
 int simulatedIndividuals(int individuals, int processors)
@@ -140,6 +157,21 @@ qint64 endPoint::operationCount() const
     return qint64(doses.size()) * individuals
            * (operationsPerEvaluation + endPointParser.operationCount()
               + endpointBinding.etaSlots.size() * operationsPerEta);
+}
+
+bool endPoint::mayDrawRandomNumbers()
+{
+    bindEndpointNames();
+    return usesEtas && !hasBlankOmega();
+}
+
+qint64 endPoint::randomNumberCount(const QVector<double>& row)
+{
+    if (!mayDrawRandomNumbers()) {
+        return 0;
+    }
+    return qint64(doses.size()) * simulatedIndividuals()
+           * MultiNormalSampler::uniformsPerVector(omegaOf(row));
 }
 
 std::optional<endPointParserContainer> endPoint::startEvaluation(const QVector<double>& row)

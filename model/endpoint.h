@@ -19,6 +19,11 @@ constexpr int populationSummaries[] = {-1, 50, 75, 25};
 /// The processors that individuals are spread over, at least one.
 int processorCount();
 
+/// Spreads individuals over so many processors from now on, and lets the global thread pool use as
+/// many threads; below 1 for those of the machine. Results with ETAs depend on it. Not while
+/// anything is evaluated.
+void setProcessorCount(int count);
+
 /// How many of so many individuals are simulated on so many processors.
 int simulatedIndividuals(int individuals, int processors);
 
@@ -73,6 +78,13 @@ public:
     /// About how many operations evaluateEndpoint for a row takes, at least one per dose,
     /// whether or not random numbers are drawn. As the names were bound last.
     qint64 operationCount() const;
+
+    /// Whether evaluateEndpoint draws random numbers for any row: there are ETAs, and omega may
+    /// hold other numbers than 0. Needs a current tree.
+    bool mayDrawRandomNumbers();
+
+    /// How many uniform random numbers evaluateEndpoint draws for a row. Needs a current tree.
+    qint64 randomNumberCount(const QVector<double>& row);
 
     /// Starts evaluateEndpoint for a row, so that many evaluations can share a parallel
     /// section: draws the random numbers and gives the work that is left, for any thread.

@@ -104,6 +104,24 @@ bool isKept(const QVector<double>& row)
     return !(squares == 0.0);
 }
 
+QVector<int> rowsKept(const QVector<QVector<double>>& covariance)
+{
+    QVector<int> kept;
+    const double* dropped = nullptr; // rows of zeros may share them, if there are many
+    for (int row = 0; row < covariance.size(); ++row) {
+        const QVector<double>& elements = covariance.at(row);
+        if (elements.constData() == dropped) {
+            continue;
+        }
+        if (isKept(elements)) {
+            kept.append(row);
+        } else {
+            dropped = elements.constData();
+        }
+    }
+    return kept;
+}
+
 } // namespace
 
 randomNG::randomNG() = default;
@@ -146,19 +164,8 @@ QVector<QVector<double>> randomNG::choleskyDecomposition(QVector<QVector<double>
 
 MultiNormalSampler::MultiNormalSampler(const QVector<QVector<double>>& covariance)
     : rowCount(covariance.size())
+    , keptRows(rowsKept(covariance))
 {
-    const double* dropped = nullptr; // rows of zeros may share them, if there are many
-    for (int row = 0; row < covariance.size(); ++row) {
-        const QVector<double>& elements = covariance.at(row);
-        if (elements.constData() == dropped) {
-            continue;
-        }
-        if (isKept(elements)) {
-            keptRows.append(row);
-        } else {
-            dropped = elements.constData();
-        }
-    }
     QVector<QVector<double>> reduced;
     for (const int row : qAsConst(keptRows)) {
         QVector<double> elements;
@@ -168,6 +175,11 @@ MultiNormalSampler::MultiNormalSampler(const QVector<QVector<double>>& covarianc
         reduced.append(elements);
     }
     factor = randomNG().choleskyDecomposition(reduced);
+}
+
+int MultiNormalSampler::uniformsPerVector(const QVector<QVector<double>>& covariance)
+{
+    return 2 * rowsKept(covariance).size();
 }
 
 QVector<double> MultiNormalSampler::drawUniforms(int count) const
@@ -234,4 +246,17 @@ void setRandomPosition(quint32 position)
     QT_WARNING_DISABLE_DEPRECATED
     qsrand(position);
     QT_WARNING_POP
+}
+
+quint32 randomPositionAfter(quint32 position, quint64 numbers)
+{
+    // By squares of the multiplier (Knuth, The Art of Computer Programming 2, 4.6.3).
+    quint32 power = successor(1);
+    for (; numbers > 0; numbers >>= 1U) {
+        if ((numbers & 1U) != 0) {
+            position = product(position, power);
+        }
+        power = product(power, power);
+    }
+    return position;
 }

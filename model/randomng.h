@@ -41,6 +41,9 @@ public:
     /// Uniform numbers that a vector takes.
     int uniformsPerVector() const { return 2 * keptRows.size(); }
 
+    /// The same for a covariance matrix, which is not factored for it.
+    static int uniformsPerVector(const QVector<QVector<double>>& covariance);
+
     /// The uniform numbers of the next count vectors, from the calling thread's sequence.
     QVector<double> drawUniforms(int count) const;
 
@@ -66,5 +69,9 @@ std::optional<quint32> randomPosition();
 
 /// Goes back to a place in the sequence.
 void setRandomPosition(quint32 position);
+
+/// The place in the sequence behind so many uniform numbers from a place that randomPosition gave.
+/// Takes no longer for many than for a few.
+quint32 randomPositionAfter(quint32 position, quint64 numbers);
 
 #endif

@@ -201,6 +201,40 @@ private slots:
         QVERIFY(almostEqual(simulated, plain.evaluateEndpoint(Numbers()), 0));
     }
 
+    void countsRandomNumbers_data()
+    {
+        const Rows<QString, Matrix, Columns, int, qint64> row("expression", "omega", "columns",
+                                                              "individuals", "count");
+        const Matrix two{{4, 1}, {1, 2}};
+        row("no ETAs", "(DOSE)", two, {}, 7, 0);
+        row("a row of zeros", "ETA1+ETA3", {{4, 0, 0}, {0, 0, 0}, {0, 0, 2}}, {}, 7, 3 * 6 * 4);
+        row("an ETA too many", "ETA1+ETA9", two, {}, 6, 3 * 6 * 4);
+        row("nobody", "ETA1+DOSE", two, {}, 0, 0);
+        row("too few for the processors", "ETA1+DOSE", two, {}, 2, 0);
+        row("from columns", "ETA1+DOSE", Matrix(2, {0, 0}), {{0, 2}, {2, 1}}, 1, 3 * 2);
+        row("beyond the row", "ETA1+DOSE", Matrix(2, {0, 0}), {{-1, -1}, {-1, 3}}, 1, 3 * 2);
+    }
+    void countsRandomNumbers()
+    {
+        QFETCH(QString, expression);
+        QFETCH(Matrix, omega);
+        QFETCH(Columns, columns);
+        QFETCH(qint64, count);
+        setProcessorCount(3);
+        endPoint model = definition(expression, {1, 2, 3}, omega);
+        model.omegaColumns = columns;
+        QFETCH(int, individuals);
+        model.numSimulations = individuals;
+        QCOMPARE(model.randomNumberCount({0, 9, 0}), count);
+        seedRandomNumbers(77);
+        model.evaluateEndpoint({0, 9, 0});
+        QCOMPARE(*randomPosition(), randomPositionAfter(77, quint64(count)));
+        setProcessorCount(0);
+        QCOMPARE(processorCount(), QThread::idealThreadCount());
+        QCOMPARE(randomPositionAfter(77, quint64(randomPeriod) * count + 1),
+                 randomPositionAfter(77, 1));
+    }
+
     void sharesTheWorkOfFew()
     {
         endPoint model = definition("ETA1*DOSE", {1, 2}, {{1}});
