@@ -4,6 +4,8 @@
 
 #include "analysis/weights.h"
 
+#include <algorithm>
+
 namespace {
 
 /// False if it is given up.
@@ -115,4 +117,18 @@ std::optional<QVector<double>> probabilityCurve(const Study& study, int dataSet,
                                         study.doses.size(), study.target)
                : probabilityByAveraging(*endpoints, weights.relative, study.individualOfv,
                                         study.doses.size(), study.target);
+}
+
+qint64 randomNumberCount(const Study& study, int dataSet, bool ofAllModels)
+{
+    const auto mayDraw = [](endPoint definition) { return definition.mayDrawRandomNumbers(); };
+    if (dataSet >= study.dataSetCount()
+        || std::none_of(study.endPoints.begin(), study.endPoints.end(), mayDraw)) {
+        return 0;
+    }
+    const EndpointPlan plan =
+        study.selecting && ofAllModels
+            ? completePlan(study.rawResults.first().at(dataSet).size(), study.endPoints.size())
+            : planOf(study, judgingWeights(study, dataSet));
+    return EndpointRun(study, dataSet, plan).randomNumberCount();
 }

@@ -46,4 +46,9 @@ std::optional<QVector<double>> probabilityCurve(const Study& study, int dataSet,
                                                 const GoesOn& goesOn = {},
                                                 Evaluation* evaluation = nullptr);
 
+/// How many uniform random numbers probabilityCurve draws for the data set; with ofAllModels,
+/// with a cache that does not hold the data set yet, for which selection evaluates all models.
+/// Evaluates weights where they decide and any model draws, but no endpoint.
+qint64 randomNumberCount(const Study& study, int dataSet, bool ofAllModels = false);
+
 #endif

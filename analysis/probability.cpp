@@ -164,6 +164,19 @@ bool EndpointRun::evaluateNext(const GoesOn& goesOn)
     return true;
 }
 
+qint64 EndpointRun::randomNumberCount()
+{
+    qint64 count = 0;
+    for (int sample = 0; sample < sampleCount(); ++sample) {
+        for (const int model : plan.models.at(sample)) {
+            if (const QVector<double>* row = bootstrapRow(model, sample)) {
+                count += endPoints[model].randomNumberCount(*row);
+            }
+        }
+    }
+    return count;
+}
+
 /// Evaluates the next samples: as many as make a parallel section worthwhile, and one where
 /// random numbers drawn ahead could not be given back. False if it is given up.
 bool EndpointRun::prepare(const GoesOn& goesOn)

@@ -71,6 +71,9 @@ public:
     /// with nothing appended, if it takes long and is given up.
     bool evaluateNext(const GoesOn& goesOn = {});
 
+    /// How many uniform random numbers the evaluation of all samples draws.
+    qint64 randomNumberCount();
+
     /// [model][sample][dose], or one entry of [sample][dose], by the plan.
     const QVector<Table>& endpoints() const { return values; }
 

@@ -20,6 +20,12 @@ int truncated(double number)
     return std::fabs(number) < std::numeric_limits<int>::max() ? static_cast<int>(number) : -1;
 }
 
+/// Whether the true model has an endpoint for the row.
+bool hasTruth(const Study& study, const QVector<double>& trueRow, int trueModel)
+{
+    return trueModel >= 0 && trueModel < study.endPoints.size() && !trueRow.isEmpty();
+}
+
 LevelComparison compareLevel(const Table& doseChoice, const QVector<double>& theoreticalMeds,
                              int level)
 {
@@ -146,7 +152,7 @@ TheoreticalMeds theoreticalMeds(const Study& study, const Table& trueRows,
     for (int dataSet = 0; going && dataSet < trueRows.size(); ++dataSet) {
         const int model = trueModels.value(dataSet, -1);
         const QVector<double>& row = trueRows.at(dataSet);
-        const bool exists = model >= 0 && model < endPoints.size() && !row.isEmpty();
+        const bool exists = hasTruth(study, row, model);
         const auto endpoints =
             exists ? endPoints[model].evaluateEndpoint(row, within) : QVector<double>();
         if (!endpoints) {
@@ -157,6 +163,13 @@ TheoreticalMeds theoreticalMeds(const Study& study, const Table& trueRows,
         going = goesOn(dataSet + 1);
     }
     return found;
+}
+
+qint64 randomNumberCountOfMed(const Study& study, const QVector<double>& trueRow, int trueModel)
+{
+    return hasTruth(study, trueRow, trueModel)
+               ? endPoint(study.endPoints.at(trueModel)).randomNumberCount(trueRow)
+               : 0;
 }
 
 QVector<LevelComparison> compareWithTruth(const Table& doseChoice,

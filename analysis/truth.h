@@ -48,6 +48,10 @@ TheoreticalMeds theoreticalMeds(const Study& study, const Table& trueRows,
                                 const std::function<bool(int done)>& goesOn,
                                 const GoesOn& isAwaited = {});
 
+/// How many uniform random numbers the theoretical MED of a data set draws, by the row and the
+/// number of its true model.
+qint64 randomNumberCountOfMed(const Study& study, const QVector<double>& trueRow, int trueModel);
+
 /// How the estimated MEDs of one probability level compare with the theoretical ones.
 struct LevelComparison
 {

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "analysis/probability.h"
+#include "analysis/calculation.h"
+#include "analysis/truth.h"
 #include "model/randomng.h"
 #include "tests/support/compare.h"
 #include "tests/support/logcapture.h"
@@ -75,6 +76,46 @@ private slots:
         }
         QVERIFY(almostEqual(ahead, plain, 0));
         QCOMPARE(nextNumber, nextUniform());
+    }
+
+    void countsRandomNumbers_data()
+    {
+        const Rows<bool, bool, bool> row("selecting", "individualOfv", "cached");
+        row("averaging", false, true, false);
+        row("averaging, one OFV, cached", false, false, true);
+        row("selection", true, true, false);
+        row("selection, one OFV", true, false, false);
+        row("selection, cached", true, true, true);
+    }
+    void countsRandomNumbers()
+    {
+        QFETCH(bool, cached);
+        Study study = unevenStudy(10);
+        study.endPoints.append(study.endPoints.first()); // without a weight
+        study.rawResults.append(study.rawResults.first());
+        study.rawResultsHeaders.resize(4);
+        study.endPoints[0].omegaColumns[0][0] = 0; // 0 in the first sample
+        study.endPoints[0].weightParser.expression = "10-COL1";
+        study.endPoints[1].weightParser.expression = "9-COL1";
+        study.endPoints[2].weightParser.expression = "9-(COL1-7)^0.5"; // NaN below 7
+        study.doses = study.endPoints.first().doses;
+        QFETCH(bool, selecting);
+        QFETCH(bool, individualOfv);
+        study.selecting = selecting;
+        study.individualOfv = individualOfv;
+        EndpointCache::Entries entries;
+        EndpointCache cache(entries);
+        const qint64 count = randomNumberCount(study, 0, cached);
+        seedRandomNumbers(5);
+        probabilityCurve(study, 0, cached ? &cache : nullptr);
+        QVERIFY(count > 0);
+        QCOMPARE(randomPosition(), std::make_optional(randomPositionAfter(5, quint64(count))));
+        QCOMPARE(randomNumberCount(study, 1), qint64(0));
+        seedRandomNumbers(5);
+        theoreticalMeds(study, {{4}, {}}, {2, 0}, [](int) { return true; });
+        const qint64 ofTruth =
+            randomNumberCountOfMed(study, {4}, 2) + randomNumberCountOfMed(study, {}, 0);
+        QCOMPARE(randomPosition(), std::make_optional(randomPositionAfter(5, quint64(ofTruth))));
     }
 
     void boundsWhatIsAhead_data()
