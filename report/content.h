@@ -22,8 +22,8 @@ struct ReportSource
 {
     StudySource study;
     QVector<ReportedFile> files;
-    ImportCheckUp checkUp;
-    QStringList findings; ///< everything that is found now
+    ImportCheckUp checkUp; ///< of all data sets, whether or not they are in memory
+    QStringList findings;  ///< everything that is found now
     QDateTime date;
 };
 

@@ -3,7 +3,7 @@
 // The chapter on data: files, samples, columns, and everything that is found.
 
 #include "analysis/checkup/samplecounts.h"
-#include "analysis/settingtexts.h"
+#include "analysis/checkup/wording.h"
 #include "report/chapters.h"
 
 #include <QFileInfo>
@@ -58,21 +58,6 @@ void addFiles(ReportDocument& document, const QVector<ReportedFile>& files)
                    "was written.");
 }
 
-/// Counts over all data sets of a model.
-SampleCounts countsOf(const QVector<Table>& dataSets, const SampleColumns& columns)
-{
-    SampleCounts sum;
-    for (const Table& table : dataSets) {
-        const SampleCounts counts =
-            countSamples(table, columns, columnValues(table, columns.number), {});
-        sum.samples += counts.samples;
-        sum.withoutOfv += counts.withoutOfv;
-        sum.notConverged += counts.notConverged;
-        sum.nearBoundary += counts.nearBoundary;
-    }
-    return sum;
-}
-
 /// "20: ofv"; the number alone where the heading does not name it.
 QString columnText(const QStringList& names, int column)
 {
@@ -80,7 +65,7 @@ QString columnText(const QStringList& names, int column)
     return QString::number(column) + (name.isEmpty() ? QString() : ": " + documentName(name));
 }
 
-void addSamples(ReportDocument& document, const Study& study)
+void addSamples(ReportDocument& document, const Study& study, const ImportCheckUp& checkUp)
 {
     ReportTable table{"Samples, the original fits included",
                       {"Model", "Data sets", "Samples in each", "Samples", "Without OFV",
@@ -88,18 +73,15 @@ void addSamples(ReportDocument& document, const Study& study)
                       "lrrrrrrll",
                       {}};
     for (int model = 0; model < study.rawResults.size(); ++model) {
-        const QVector<Table>& dataSets = study.rawResults.at(model);
         const QStringList names = study.columnNamesOf(model);
-        const SampleColumns columns{
-            columnNamed(names, "model"), columnNamed(names, "minimization_successful"),
-            columnNamed(names, "estimate_near_boundary"), study.colNumOFV - 1};
-        const SampleCounts counts = countsOf(dataSets, columns);
+        const SampleColumns columns = columnsByName(names, study.colNumOFV);
+        const SampleSums counts = checkUp.models.value(model).samples;
         const auto known = [](int column, qint64 count) {
             return column < 0 ? QString("no column") : QString::number(count);
         };
         table.rows.append(
-            {modelName(study.endPoints, model), QString::number(dataSets.size()),
-             countRange(dataSets), QString::number(counts.samples),
+            {modelName(study.endPoints, model), QString::number(counts.dataSets),
+             rangeText(counts.fewest, counts.most), QString::number(counts.samples),
              QString::number(counts.withoutOfv), known(columns.converged, counts.notConverged),
              known(columns.boundary, counts.nearBoundary), columnText(names, study.colNumOFV),
              columnText(names, study.colNumTHETA1)});
@@ -133,7 +115,7 @@ void addData(ReportDocument& document, const ReportContext& context)
     addFiles(document, source.files);
     const Study& study = context.inputs.now.study;
     if (!study.rawResults.isEmpty()) {
-        addSamples(document, study);
+        addSamples(document, study, source.checkUp);
     }
     document.say("Rows of different models belong together by their position: row 7 of one file is "
                  "taken for the same resampled data as row 7 of the others.");

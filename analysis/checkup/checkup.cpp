@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/checkup/checkup.h"
 
-#include "analysis/checkup/modelcheckup.h"
 #include "analysis/checkup/wording.h"
 
 #include <algorithm>
@@ -17,12 +16,9 @@ CheckedModel modelOf(const QString& name, const Heading& heading, int colNumOFV)
     if (!heading.isNumeric && heading.foreignSeparator.isNull()) {
         model.names = heading.names;
     }
-    model.columns = {
-        columnNamed(model.names, "model"), columnNamed(model.names, "minimization_successful"),
-        columnNamed(model.names, "estimate_near_boundary"), columnNamed(model.names, "ofv")};
-    if (model.columns.ofv < 0) {
-        model.columns.ofv = colNumOFV - 1;
-    }
+    model.columns = columnsByName(model.names, colNumOFV);
+    const int ofv = columnNamed(model.names, "ofv");
+    model.columns.ofv = ofv < 0 ? model.columns.ofv : ofv;
     return model;
 }
 
@@ -36,53 +32,6 @@ int commonWidth(const QVector<SampleCounts>& dataSets)
     }
     const auto common = std::max_element(widths.begin(), widths.end());
     return common == widths.end() ? 0 : common.key();
-}
-
-/// Counts every data set of every model. The rows of a model are paired with those of the
-/// first one.
-void countAll(const RawResults& rawResults, QVector<CheckedModel>& models)
-{
-    int dataSetCount = 0;
-    for (const QVector<Table>& dataSets : rawResults) {
-        dataSetCount = qMax(dataSetCount, dataSets.size());
-    }
-    for (int dataSet = 0; dataSet < dataSetCount; ++dataSet) {
-        QVector<double> firstNumbers;
-        for (int index = 0; index < rawResults.size(); ++index) {
-            const QVector<Table>& dataSets = rawResults.at(index);
-            if (dataSet >= dataSets.size()) {
-                continue;
-            }
-            CheckedModel& model = models[index];
-            const Table& table = dataSets.at(dataSet);
-            const QVector<double> numbers = columnValues(table, model.columns.number);
-            if (index == 0) {
-                firstNumbers = numbers;
-            }
-            SampleCounts counts = countSamples(table, model.columns, numbers, firstNumbers);
-            const QVector<Table>& firstDataSets = rawResults.first();
-            counts.unevenlyPaired =
-                dataSet < firstDataSets.size() && firstDataSets.at(dataSet).size() != table.size();
-            counts.repeatsPrevious = dataSet > 0 && sameSamples(dataSets.at(dataSet - 1), table);
-            model.dataSets.append(counts);
-        }
-    }
-}
-
-void pairAll(const RawResults& rawResults, QVector<CheckedModel>& models)
-{
-    QVector<int> ofvColumns;
-    for (const CheckedModel& model : qAsConst(models)) {
-        ofvColumns.append(model.columns.ofv);
-    }
-    const QVector<RowPairing> pairings = pairRows(rawResults, ofvColumns);
-    for (int index = 0; index < models.size(); ++index) {
-        CheckedModel& model = models[index];
-        model.pairing = pairings.at(index);
-        for (const int dataSet : qAsConst(model.pairing.faultyDataSets)) {
-            model.dataSets[dataSet].unpaired = true;
-        }
-    }
 }
 
 bool hasZero(const QVector<CheckedModel>& models)
@@ -166,21 +115,108 @@ ImportCheckUp checkUp(const RawResults& rawResults, const QVector<Heading>& head
                       const QStringList& modelNames, int colNumOFV, int colNumTHETA1,
                       const QVector<QStringList>& unread)
 {
-    QVector<CheckedModel> models;
-    for (int model = 0; model < rawResults.size(); ++model) {
-        const QString name = modelNames.value(model);
-        models.append(modelOf(name.isEmpty() ? QString("model %1").arg(model) : name,
-                              headings.value(model), colNumOFV));
-        models.last().unread = unread.value(model);
+    QStringList names = modelNames.mid(0, rawResults.size());
+    int dataSetCount = 0;
+    for (const QVector<Table>& dataSets : rawResults) {
+        dataSetCount = qMax(dataSetCount, dataSets.size());
     }
-    countAll(rawResults, models);
-    pairAll(rawResults, models);
+    while (names.size() < rawResults.size()) {
+        names.append(QString());
+    }
+    CheckUpRun run(headings, names, colNumOFV, colNumTHETA1, unread);
+    for (int dataSet = 0; dataSet < dataSetCount; ++dataSet) {
+        run.add(dataSet, tablesOf(rawResults, dataSet));
+    }
+    return run.result();
+}
+
+DataSetTables tablesOf(const RawResults& rawResults, int dataSet)
+{
+    DataSetTables tables;
+    for (const QVector<Table>& dataSets : rawResults) {
+        const bool exists = dataSet >= 0 && dataSet < dataSets.size();
+        tables.append(exists ? std::make_optional(dataSets.at(dataSet)) : std::nullopt);
+    }
+    return tables;
+}
+
+CheckUpRun::CheckUpRun(const QVector<Heading>& headings, const QStringList& modelNames,
+                       int colNumOFVSetting, int colNumTHETA1Setting,
+                       const QVector<QStringList>& unread)
+    : colNumOFV(colNumOFVSetting)
+    , colNumTHETA1(colNumTHETA1Setting)
+{
+    for (int model = 0; model < modelNames.size(); ++model) {
+        const QString& name = modelNames.at(model);
+        definitions.append(modelOf(name.isEmpty() ? QString("model %1").arg(model) : name,
+                                   headings.value(model), colNumOFV));
+        definitions.last().unread = unread.value(model);
+        ofvColumns.append(definitions.last().columns.ofv);
+        summed.append(columnsByName(definitions.last().heading.names, colNumOFV));
+    }
+    counted.models.resize(definitions.size());
+}
+
+void CheckUpRun::follow(const DataSetTables& tables)
+{
+    previous = tables;
+}
+
+void CheckUpRun::add(int dataSet, const DataSetTables& tables)
+{
+    const std::optional<Table> first = tables.value(0);
+    const QVector<double> firstNumbers =
+        first ? columnValues(*first, definitions.first().columns.number) : QVector<double>();
+    QVector<Table> present;
+    QVector<RowPairing> pairings;
+    for (const CountedModel& model : qAsConst(counted.models)) {
+        present.append(tables.value(present.size()).value_or(Table()));
+        pairings.append(model.pairing);
+    }
+    const QVector<bool> isFaulty = pairRows(dataSet, present, ofvColumns, pairings);
+    for (int index = 0; index < definitions.size(); ++index) {
+        CountedModel& model = counted.models[index];
+        model.pairing = pairings.at(index);
+        if (!tables.value(index)) {
+            continue;
+        }
+        const CheckedModel& definition = definitions.at(index);
+        const Table& table = present.at(index);
+        const std::optional<Table> before = previous.value(index);
+        SampleCounts counts =
+            countSamples(table, definition.columns, columnValues(table, definition.columns.number),
+                         firstNumbers);
+        counts.unevenlyPaired = first && first->size() != table.size();
+        counts.unpaired = isFaulty.at(index);
+        counts.repeatsPrevious = before && sameSamples(*before, table);
+        model.dataSets.append(counts);
+        model.sums.add(summed.at(index) == definition.columns
+                           ? counts
+                           : countSamples(table, summed.at(index), {}, {}));
+    }
+    previous = tables;
+}
+
+bool CheckUpRun::append(const CheckUpCounts& later)
+{
+    previous.clear();
+    return counted.append(later);
+}
+
+ImportCheckUp CheckUpRun::result() const
+{
+    QVector<CheckedModel> models = definitions;
+    for (int model = 0; model < models.size(); ++model) {
+        models[model].dataSets = counted.models.at(model).dataSets;
+        models[model].pairing = counted.models.at(model).pairing;
+    }
     const bool zeroSeen = hasZero(models);
     ImportCheckUp result;
-    for (CheckedModel& model : models) {
-        model.width = commonWidth(model.dataSets);
-        checkModel(model, {models, zeroSeen, colNumOFV, colNumTHETA1});
-        result.models.append(resultOf(model));
+    for (int model = 0; model < models.size(); ++model) {
+        models[model].width = commonWidth(models.at(model).dataSets);
+        checkModel(models[model], {models, zeroSeen, colNumOFV, colNumTHETA1});
+        result.models.append(resultOf(models.at(model)));
+        result.models.last().samples = counted.models.at(model).sums;
     }
     result.summary = summaryOf(models);
     return result;

@@ -3,16 +3,21 @@
 #ifndef VELMORA_ANALYSIS_CHECKUP_CHECKUP_H
 #define VELMORA_ANALYSIS_CHECKUP_CHECKUP_H
 
+#include "analysis/checkup/checkupcounts.h"
 #include "analysis/checkup/heading.h"
-#include "model/tables.h"
+#include "analysis/checkup/modelcheckup.h"
 
 #include <QStringList>
+
+#include <optional>
 
 /// What the imported results of one model look like.
 struct ModelCheckUp
 {
     QString text;         ///< several lines of plain text: the model, its files, the findings
     QStringList findings; ///< what deserves attention, the gravest first
+    /// Of the columns as columnsByName has them, whatever the heading looks like.
+    SampleSums samples = {};
 };
 
 /// What imported results look like, so that nothing wrong in them goes unseen.
@@ -40,5 +45,48 @@ ImportCheckUp checkUp(const RawResults& rawResults, const QVector<QStringList>& 
 ImportCheckUp checkUp(const RawResults& rawResults, const QVector<Heading>& headings,
                       const QStringList& modelNames, int colNumOFV, int colNumTHETA1,
                       const QVector<QStringList>& unread = {});
+
+/// A data set of each model, [model]; none where the model lacks it. A model has the first of the
+/// data sets that any model has.
+using DataSetTables = QVector<std::optional<Table>>;
+
+/// Those of a data set; none for a negative number.
+DataSetTables tablesOf(const RawResults& rawResults, int dataSet);
+
+/// The same check-up, data set by data set, so that not all of them need be in memory. Keeps the
+/// tables of one data set, and of the others what was counted.
+class CheckUpRun
+{
+public:
+    /// Of as many models as there are names, which may be empty.
+    CheckUpRun(const QVector<Heading>& headings, const QStringList& modelNames,
+               int colNumOFVSetting, int colNumTHETA1Setting,
+               const QVector<QStringList>& unread = {});
+
+    /// Tells the data set before the next one, where it was not the last that was added. It is
+    /// not counted.
+    void follow(const DataSetTables& tables);
+
+    /// Counts the next data set, of this number.
+    void add(int dataSet, const DataSetTables& tables);
+
+    /// Adds what another run of the same models counted of the data sets that follow. False, with
+    /// nothing added, where it is not of as many models.
+    bool append(const CheckUpCounts& later);
+
+    const CheckUpCounts& counts() const { return counted; }
+
+    /// What was found; of all data sets from 0 on, since they are told by their place.
+    ImportCheckUp result() const;
+
+private:
+    QVector<CheckedModel> definitions; ///< [model], without counts
+    QVector<int> ofvColumns;           ///< [model]
+    QVector<SampleColumns> summed;     ///< columns of the sums, [model]
+    int colNumOFV;
+    int colNumTHETA1;
+    DataSetTables previous;
+    CheckUpCounts counted;
+};
 
 #endif

@@ -288,33 +288,27 @@ PairingFault faultOf(int model, const QVector<Pair>& pairs, const QVector<bool>&
     return fault;
 }
 
-void addDataSet(int dataSet, const QVector<RankedOfv>& ofvs, QVector<RowPairing>& pairings)
+/// The correlations of models that are not blamed.
+void addCorrelations(const QVector<Pair>& pairs, const QVector<bool>& blamed,
+                     QVector<RowPairing>& pairings)
 {
-    const QVector<Pair> pairs = pairsOf(ofvs);
-    const QVector<bool> blamed = blamedModels(pairs, ofvs.size());
     for (const Pair& pair : pairs) {
         const double ofAllRows = pair.correlations[0];
         if (!std::isnan(ofAllRows) && !blamed.at(pair.first) && !blamed.at(pair.second)) {
             for (const int model : {pair.first, pair.second}) {
-                RowPairing& pairing = pairings[model];
-                pairing.lowest = std::fmin(pairing.lowest, ofAllRows);
-                pairing.highest = std::fmax(pairing.highest, ofAllRows);
+                pairings[model].append({{}, ofAllRows, ofAllRows});
             }
         }
     }
-    for (int model = 0; model < ofvs.size(); ++model) {
-        if (blamed.at(model)) {
-            RowPairing& pairing = pairings[model];
-            pairing.faultyDataSets.append(dataSet);
-            PairingFault fault = faultOf(model, pairs, blamed, ofvs);
-            fault.dataSet = dataSet;
-            const PairingFault& worst = pairing.worst;
-            if (worst.partner < 0 || (fault.isWhole && !worst.isWhole)
-                || (fault.isWhole == worst.isWhole && fault.correlation < worst.correlation)) {
-                pairing.worst = fault;
-            }
-        }
+}
+
+/// Whether a fault, if it is one, is to be told rather than the worst before.
+bool isWorse(const PairingFault& fault, const PairingFault& worst)
+{
+    if (fault.partner < 0 || worst.partner < 0) {
+        return worst.partner < 0;
     }
+    return fault.isWhole == worst.isWhole ? fault.correlation < worst.correlation : fault.isWhole;
 }
 
 /// Looks for the shift that restores the correlation best, the shortest of equal ones.
@@ -343,29 +337,36 @@ double rankCorrelation(const double* first, const double* second, int count)
                                             ranksOf(ordered(second, count), 0, count, first));
 }
 
-QVector<RowPairing> pairRows(const RawResults& rawResults, const QVector<int>& ofvColumns)
+void RowPairing::append(const RowPairing& later)
 {
-    QVector<RowPairing> pairings(rawResults.size());
-    int dataSetCount = 0;
-    for (const QVector<Table>& dataSets : rawResults) {
-        dataSetCount = qMax(dataSetCount, dataSets.size());
+    worst = isWorse(later.worst, worst) ? later.worst : worst;
+    lowest = std::fmin(lowest, later.lowest);
+    highest = std::fmax(highest, later.highest);
+}
+
+QVector<bool> pairRows(int dataSet, const QVector<Table>& tables, const QVector<int>& ofvColumns,
+                       QVector<RowPairing>& pairings)
+{
+    if (tables.size() < 2) {
+        return QVector<bool>(tables.size(), false);
     }
-    for (int dataSet = 0; rawResults.size() > 1 && dataSet < dataSetCount; ++dataSet) {
-        QVector<RankedOfv> ofvs;
-        for (int model = 0; model < rawResults.size(); ++model) {
-            ofvs.append(
-                rankedOfv(rawResults.at(model).value(dataSet), ofvColumns.value(model, -1)));
+    QVector<RankedOfv> ofvs;
+    for (int model = 0; model < tables.size(); ++model) {
+        ofvs.append(rankedOfv(tables.at(model), ofvColumns.value(model, -1)));
+    }
+    const QVector<Pair> pairs = pairsOf(ofvs);
+    QVector<bool> blamed = blamedModels(pairs, ofvs.size());
+    addCorrelations(pairs, blamed, pairings);
+    for (int model = 0; model < ofvs.size(); ++model) {
+        if (!blamed.at(model)) {
+            continue;
         }
-        addDataSet(dataSet, ofvs, pairings);
-    }
-    for (int model = 0; model < pairings.size(); ++model) {
-        PairingFault& worst = pairings[model].worst;
-        if (worst.partner >= 0) {
-            const auto ofv = [&](int which) {
-                return columnValues(rawResults.at(which).at(worst.dataSet), ofvColumns.at(which));
-            };
-            findShift(worst, ofv(model), ofv(worst.partner));
+        PairingFault fault = faultOf(model, pairs, blamed, ofvs);
+        fault.dataSet = dataSet;
+        if (isWorse(fault, pairings.at(model).worst)) {
+            findShift(fault, ofvs.at(model).values, ofvs.at(fault.partner).values);
+            pairings[model].worst = fault;
         }
     }
-    return pairings;
+    return blamed;
 }

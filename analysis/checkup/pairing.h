@@ -37,16 +37,19 @@ struct PairingFault
 /// How the OFV of a model goes with that of the other models.
 struct RowPairing
 {
-    QVector<int> faultyDataSets; ///< in which the model's rows are those that do not fit
-    PairingFault worst;          ///< of these
+    PairingFault worst; ///< of the data sets in which the model's rows are those that do not fit
     /// Rank correlations over all rows with the other models, in data sets in which neither is at
     /// fault; NaN where there are none.
     double lowest = std::numeric_limits<double>::quiet_NaN();
     double highest = std::numeric_limits<double>::quiet_NaN();
+
+    /// Adds what was found in data sets that follow.
+    void append(const RowPairing& later);
 };
 
-/// Looks at every pair of models in every data set; of more than 20 models, at each with the
-/// first. ofvColumns are 0-based, [model]; -1 for none. Gives [model].
+/// Looks at every pair of models in a data set; of more than 20 models, at each with the first.
+/// tables are [model], empty where a model lacks the data set; ofvColumns are 0-based, [model], -1
+/// for none. Adds to pairings, [model], and tells which models are at fault, [model].
 ///
 /// A pair does not fit if its rank correlation lies below 0.5, over all rows or over a fifth of
 /// them: where a row is missing in the middle, the rows before still fit. The fault is then in
@@ -54,6 +57,7 @@ struct RowPairing
 /// fewer than 20 rows that have both OFVs. At fault is the model that fits the fewest others,
 /// the last of several, so that one shuffled file leaves the others alone. The worst of its
 /// faults is that with the lowest correlation, over all rows if there is one.
-QVector<RowPairing> pairRows(const RawResults& rawResults, const QVector<int>& ofvColumns);
+QVector<bool> pairRows(int dataSet, const QVector<Table>& tables, const QVector<int>& ofvColumns,
+                       QVector<RowPairing>& pairings);
 
 #endif

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/checkup/samplecounts.h"
 
+#include "analysis/checkup/heading.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -55,6 +57,31 @@ bool sameNumbers(const QVector<double>& first, const QVector<double>& second)
 }
 
 } // namespace
+
+void SampleSums::add(const SampleCounts& counts)
+{
+    add(SampleSums{1, counts.samples, counts.samples, counts.samples, counts.withoutOfv,
+                   counts.notConverged, counts.nearBoundary});
+}
+
+void SampleSums::add(const SampleSums& sums)
+{
+    if (sums.dataSets > 0) {
+        fewest = dataSets > 0 ? qMin(fewest, sums.fewest) : sums.fewest;
+        most = qMax(most, sums.most);
+    }
+    dataSets += sums.dataSets;
+    samples += sums.samples;
+    withoutOfv += sums.withoutOfv;
+    notConverged += sums.notConverged;
+    nearBoundary += sums.nearBoundary;
+}
+
+SampleColumns columnsByName(const QStringList& names, int colNumOFV)
+{
+    return {columnNamed(names, "model"), columnNamed(names, "minimization_successful"),
+            columnNamed(names, "estimate_near_boundary"), colNumOFV - 1};
+}
 
 QVector<double> columnValues(const Table& table, int column)
 {

@@ -6,6 +6,7 @@
 #include "model/tables.h"
 
 #include <QMap>
+#include <QStringList>
 
 #include <limits>
 
@@ -16,6 +17,12 @@ struct SampleColumns
     int converged = -1; ///< 0 if the minimization failed
     int boundary = -1;  ///< other than 0 if an estimate is near a boundary
     int ofv = -1;
+
+    bool operator==(const SampleColumns& other) const
+    {
+        return number == other.number && converged == other.converged && boundary == other.boundary
+               && ofv == other.ofv;
+    }
 };
 
 /// What a data set holds. Without the column that tells, a count is 0; that of withoutOfv is
@@ -39,6 +46,24 @@ struct SampleCounts
     bool repeatsPrevious = false; ///< the data set before has the same samples; set by callers
     QMap<int, qint64> widths;     ///< samples per number of columns
 };
+
+/// The samples of a model over its data sets.
+struct SampleSums
+{
+    qint64 dataSets = 0;
+    qint64 fewest = 0; ///< samples in a data set
+    qint64 most = 0;   ///< the same
+    qint64 samples = 0;
+    qint64 withoutOfv = 0;
+    qint64 notConverged = 0;
+    qint64 nearBoundary = 0;
+
+    void add(const SampleCounts& counts);
+    void add(const SampleSums& sums);
+};
+
+/// The columns by their names, [column], but the OFV by its setting, which is 1-based.
+SampleColumns columnsByName(const QStringList& names, int colNumOFV);
 
 /// The numbers in a column, one per row; NaN where a row is short. Empty for column -1.
 QVector<double> columnValues(const Table& table, int column);

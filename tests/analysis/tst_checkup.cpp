@@ -8,6 +8,7 @@
 #include "tests/support/compare.h"
 #include "tests/support/rows.h"
 
+#include <QDataStream>
 #include <QRandomGenerator>
 
 static const double none = qQNaN();
@@ -45,6 +46,14 @@ static ImportCheckUp checkUsual(const RawResults& results)
 {
     return checkUp(results, QVector<QStringList>(results.size(), pieces(usualHeading)),
                    {"linear", "emax"}, 4, 5);
+}
+
+static CheckUpCounts countsIn(const QByteArray& bytes)
+{
+    CheckUpCounts counts;
+    QDataStream stream(bytes);
+    stream >> counts;
+    return counts;
 }
 
 /// Samples numbered from 0, whose OFVs are those of the resamples from first on, except one.
@@ -251,6 +260,55 @@ private slots:
         QCOMPARE(told(result.models.last().findings, findings), findings);
         QCOMPARE(result.summary, "2 models, 500 data sets, 0 to 11 samples each; emax: no samples; "
                                  "5 more findings");
+    }
+
+    /// Data sets of three models that are uneven, repeated, shifted and from other resamples.
+    void joinsParts_data()
+    {
+        const Rows<int> row("firstOfSecondPart");
+        for (int first = 0; first < 8; ++first) {
+            row(qPrintable(QString::number(first)), first);
+        }
+    }
+    void joinsParts()
+    {
+        QFETCH(int, firstOfSecondPart);
+        const Table good = fits(0, 100);
+        const Table other = fits(0, 100, -1, 5);
+        const RawResults results{{good, good, good, samples(0, 9), other, {}, fits(0, 99)},
+                                 {good, other, other, samples(0, 9, 3), fits(2, 100)},
+                                 {good, fits(4, 100), good, {}, other, other, samples(1, 99)}};
+        const QVector<Heading> headings =
+            headingsOf({pieces(usualHeading), {}, pieces(usualHeading)});
+        const QStringList names{"linear", "", "emax"};
+        const ImportCheckUp whole = checkUp(results, headings, names, 3, 5);
+        CheckUpRun first(headings, names, 3, 5);
+        CheckUpRun second = first;
+        second.follow(tablesOf(results, firstOfSecondPart - 1));
+        for (int dataSet = 0; dataSet < 7; ++dataSet) {
+            (dataSet < firstOfSecondPart ? first : second).add(dataSet, tablesOf(results, dataSet));
+        }
+        QByteArray bytes;
+        QDataStream stream(&bytes, QIODevice::WriteOnly);
+        stream << second.counts();
+        QVERIFY(first.append(countsIn(bytes)) && !first.append({}));
+        const ImportCheckUp joined = first.result();
+        QCOMPARE(joined.summary, whole.summary);
+        for (int model = 0; model < 3; ++model) {
+            QCOMPARE(joined.models.at(model).text, whole.models.at(model).text);
+        }
+        const SampleSums& sums = joined.models.at(2).samples;
+        QCOMPARE((QVector<qint64>{sums.dataSets, sums.fewest, sums.most, sums.samples,
+                                  sums.withoutOfv, sums.notConverged, sums.nearBoundary}),
+                 (QVector<qint64>{7, 0, 100, 599, 0, 0, 0}));
+        for (int byte = 0; byte < bytes.size(); ++byte) {
+            QVERIFY(countsIn(bytes.left(byte)).models.isEmpty());
+            QByteArray damaged = bytes;
+            damaged[byte] = char(0x7f);
+            CheckUpRun run(headings, names, 3, 5);
+            run.append(countsIn(damaged));
+            run.result();
+        }
     }
 
     void summarisesTheGravest()
