@@ -3,6 +3,7 @@
 #ifndef VELMORA_ANALYSIS_RESULTS_H
 #define VELMORA_ANALYSIS_RESULTS_H
 
+#include "analysis/certainty/othermethods.h"
 #include "analysis/certainty/stability.h"
 #include "analysis/provenance.h"
 #include "analysis/truth.h"
@@ -51,6 +52,9 @@ struct DoseSelection
     /// evaluation.
     QVector<QVector<DoseStability>> stability = {};
     Circumstances before = {};
+    /// The doses that other methods give where evaluations are not kept: [dataSet], as
+    /// medsOfAllMethods has them. Data sets may be missing.
+    QVector<MethodMeds> otherMeds = {};
 };
 
 /// The comparison of chosen doses with theoretical MEDs.

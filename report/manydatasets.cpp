@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <numeric>
 
 namespace {
@@ -83,6 +84,19 @@ QPair<double, int> firmnessOf(const DoseSelection& selection, int level)
         }
     }
     return {sum / known, unstable};
+}
+
+/// The MEDs of a data set by one of allMethods, [level]: as they are kept, or from its evaluation.
+std::optional<QVector<double>> medsBy(int method, const DoseSelection& selection, const Study& made,
+                                      int dataSet)
+{
+    const auto kept = selection.otherMeds.value(dataSet).value(method);
+    const Evaluation evaluation = selection.evaluations.value(dataSet);
+    if (kept || !evaluation.exists()) {
+        return kept;
+    }
+    const auto found = resultByMethod(made, evaluation, allMethods[method]);
+    return found ? std::make_optional(found->meds) : std::nullopt;
 }
 
 /// The levels whose doses chance does not explain beside the theoretical ones.
@@ -185,18 +199,19 @@ bool addManyMethods(ReportDocument& document, const ReportContext& context)
     Study made = selection.made.inputs;
     made.levels = selection.levels;
     QStringList missing;
-    for (const Method& method : allMethods) {
+    for (int index = 0; index < int(std::size(allMethods)); ++index) {
+        const Method& method = allMethods[index];
         DoseSelection other;
         other.made = selection.made;
         QVector<int> agreeing(selection.levels.size(), 0);
-        for (int dataSet = 0; dataSet < selection.evaluations.size(); ++dataSet) {
-            const auto found = resultByMethod(made, selection.evaluations.at(dataSet), method);
-            if (!found || !selection.evaluations.at(dataSet).exists()) {
+        for (int dataSet = 0; dataSet < selection.doses.size(); ++dataSet) {
+            const auto meds = medsBy(index, selection, made, dataSet);
+            if (!meds) {
                 break;
             }
-            other.doses.append(found->meds);
+            other.doses.append(*meds);
             for (int level = 0; level < agreeing.size(); ++level) {
-                agreeing[level] += int(doseText(found->meds.at(level))
+                agreeing[level] += int(doseText(meds->value(level, qQNaN()))
                                        == doseText(selection.doses.at(dataSet).value(level)));
             }
             if (context.goesOn && !context.goesOn()) {

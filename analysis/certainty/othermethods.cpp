@@ -53,3 +53,14 @@ std::optional<MethodResult> resultByMethod(const Study& made, const Evaluation& 
     found.meds = minimumEffectiveDoses(found.probability, made.levels, made.doses);
     return found;
 }
+
+MethodMeds medsOfAllMethods(const Study& made, const Evaluation& evaluation)
+{
+    MethodMeds meds;
+    for (const Method& method : allMethods) {
+        const auto found =
+            evaluation.exists() ? resultByMethod(made, evaluation, method) : std::nullopt;
+        meds.append(found ? std::make_optional(found->meds) : std::nullopt);
+    }
+    return meds;
+}

@@ -29,4 +29,11 @@ struct MethodResult
 std::optional<MethodResult> resultByMethod(const Study& made, const Evaluation& evaluation,
                                            const Method& method);
 
+/// The MEDs of a data set by methods, [method of allMethods][level]; none where a method gives no
+/// result.
+using MethodMeds = QVector<std::optional<QVector<double>>>;
+
+/// Those at the study's levels. All none without an evaluation.
+MethodMeds medsOfAllMethods(const Study& made, const Evaluation& evaluation);
+
 #endif

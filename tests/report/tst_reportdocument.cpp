@@ -4,6 +4,7 @@
 #include "analysis/certainty/othermethods.h"
 #include "report/content.h"
 #include "report/formats.h"
+#include "report/manydatasets.h"
 #include "report/zip.h"
 #include "tests/report/pagetext.h"
 #include "tests/support/rows.h"
@@ -164,6 +165,39 @@ private slots:
         const bool isAtHand = selecting && individualOfv;
         QCOMPARE(resultByMethod(chosen, selected, {selecting, individualOfv}).has_value(),
                  isAtHand);
+    }
+
+    /// Without evaluations, of which one lacks the endpoints of other methods.
+    void tellsMedsThatWereKept()
+    {
+        ReportInputs inputs;
+        DoseSelection& selection = inputs.results.selection;
+        Study study = threeModels();
+        selection.made = doseProvenance(study);
+        selection.levels = study.levels;
+        QStringList told;
+        for (const bool isLastSelected : {false, true}) {
+            selection.evaluations.resize(2);
+            for (Evaluation& evaluation : selection.evaluations) {
+                study.selecting = isLastSelected && &evaluation == &selection.evaluations.last();
+                probabilityCurve(study, 0, nullptr, {}, &evaluation);
+            }
+            selection.doses.fill({1, 2}, 2);
+            selection.otherMeds.clear();
+            const auto page = [&inputs] {
+                ReportDocument document("", {});
+                addManyMethods(document, {inputs, {}, {}});
+                return pageText(*writtenReport(document, "html", [](double) { return true; }));
+            };
+            const QString fromEvaluations = page();
+            for (const Evaluation& evaluation : qAsConst(selection.evaluations)) {
+                selection.otherMeds.append(medsOfAllMethods(study, evaluation));
+            }
+            selection.evaluations.clear();
+            QCOMPARE(page(), fromEvaluations);
+            told.append(fromEvaluations);
+        }
+        QVERIFY(told.first() != told.last());
     }
 
     void checksFiles_data()
