@@ -253,7 +253,6 @@ private:
     void watchResults();
     void renewFindings(View view, int row);
     void renewMarks();
-    QStringList checkedNames() const;
     void renewCheckUp();
     void showCheckUp();
     QVector<int> allModels() const;

@@ -9,6 +9,7 @@
 #include "analysis/checkup/inputcheck.h"
 #include "analysis/checkup/modelfindings.h"
 #include "analysis/checkup/randomcheck.h"
+#include "analysis/checkup/studyfindings.h"
 #include "app/findings/blankcelldelegate.h"
 #include "app/findings/findingsview.h"
 #include "app/widgets/boundedit.h"
@@ -197,21 +198,10 @@ void MainWindow::renewMarks()
         ui->_5_tw_Summary, ui->_5_tw_aveUnderEstOverEst});
 }
 
-/// The names of all models that have results or a definition.
-QStringList MainWindow::checkedNames() const
-{
-    QStringList names;
-    for (int model = 0; model < qMax(rawResults.size(), endPoints.size()); ++model) {
-        names.append(model < endPoints.size() ? endPoints.at(model).name
-                                              : QString("model %1").arg(model));
-    }
-    return names;
-}
-
 /// Checks the imported results, and tells what was found where models are named.
 void MainWindow::renewCheckUp()
 {
-    const QStringList names = checkedNames();
+    const QStringList names = checkedNames(study());
     importCheckUp = checkUp(rawResults, headings, names, colNumOFV, colNumTHETA1, source.unread);
     QStringList summedUp;
     for (int model = 0; model < importCheckUp.models.size(); ++model) {
@@ -321,22 +311,13 @@ QStringList MainWindow::allFindings() const
 {
     QStringList lines;
     const Study now = study();
-    const QStringList names = checkedNames();
-    for (int model = 0; model < names.size(); ++model) {
-        const auto add = [&](const QString& input, const QStringList& found) {
-            for (const QString& finding : found) {
-                lines.append(names.at(model) + ", " + input + ": " + finding);
-            }
-        };
-        add("results", importCheckUp.models.value(model).findings);
-        if (model >= endPoints.size()) {
-            continue; // of an import that was given up
-        }
-        const bool isTyped = ui->_1_tw_endPoints->item(model, 0) != nullptr;
-        add("endpoint",
-            isTyped ? formulaFindings(now, ui->_1_tw_endPoints, model) : checkEndpointGiven({}));
-        add("omega", omegaFindings(now, model) + omegaElementFindings(now, model));
-        add("weight", formulaFindings(now, ui->_2_tw_weightDefinition, model));
+    const int modelCount = checkedNames(now).size();
+    for (int model = 0; model < modelCount; ++model) {
+        const QString file = fileName(model);
+        lines += modelFindings(
+            now, importCheckUp, model,
+            {ui->_1_tw_endPoints->item(model, 0) != nullptr, texts.placedWeights.value(model),
+             texts.endpoints.finding(model, file), texts.weights.finding(model, file)});
     }
     return lines + findings->all();
 }

@@ -4,6 +4,7 @@
 #include "analysis/checkup/modelfindings.h"
 #include "analysis/checkup/randomcheck.h"
 #include "analysis/checkup/studycheck.h"
+#include "analysis/checkup/studyfindings.h"
 #include "tests/support/compare.h"
 #include "tests/support/rows.h"
 
@@ -96,6 +97,28 @@ private slots:
                         QVector<double>{none});
         }
         QCOMPARE(told(checkUsableWeightsOfAll(study), text), text);
+    }
+
+    void listsAllFindings()
+    {
+        Study study = studyOf({"(ofv)", ""}, {1, 2});
+        study.endPoints.removeLast();
+        study.endPoints[0].name = "emax";
+        study.target = {2, 1};
+        study.shownModel = 2;
+        study.individuals = 0;
+        ImportCheckUp checkUp;
+        checkUp.models.fill({"", {"no samples"}, {}}, 2);
+        const TypedInputs typed{"1,x", "120", {"-inf", true, -10}, {"", false, 10}};
+        const QString lines =
+            "emax, results: no samples/emax, endpoint: There is no*/emax, weight: *"
+            "/model 1, results: no samples/Candidate doses: *x*/Probability levels: *120*"
+            "/Lower bound of the target interval: \"-inf\" stands for -10*"
+            "/Lower bound of the target interval: No endpoint*/Upper bound of the*for 10*"
+            "/Number of sim*: No ind*/Model shown: *model 2, which*/Endpoint of each model: "
+            "*emax.";
+        const QStringList found = studyFindings(study, checkUp, typed);
+        QCOMPARE(told(found, lines), lines);
     }
 
     /// The parenthesis is found last, and told in its place.
