@@ -2,142 +2,188 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "report/pdf.h"
 
-#include "report/printedtext.h"
+#include "report/chartpainter.h"
+#include "report/printedtable.h"
 
-#include <QAbstractTextDocumentLayout>
 #include <QBuffer>
-#include <QPdfWriter>
-#include <QTextBlock>
-#include <QTextCursor>
-#include <QTextDocument>
-#include <QTextTable>
 #include <qcustomplot.h>
 
 namespace {
 
-constexpr int dotsPerInch = 600;
-constexpr double inch = 25.4; ///< mm
-constexpr double sideMargin = 18;
-constexpr double topMargin = 22; ///< with the heading of the page in it
-constexpr double bottomMargin = 18;
-constexpr double lineOfPage = 12; ///< of its heading, from the upper edge of the paper
 /// What Qt may take for the end of a PDF, fonts included, which it does not survive the lack of.
 constexpr int memoryForEnd = 48 << 20;
+constexpr double shareOfCounting = 0.3; ///< of the time
 
-double dots(double millimetres)
+/// How many steps of work a block is.
+struct StepsOf
 {
-    return millimetres / inch * dotsPerInch;
-}
+    int operator()(const ReportHeading& /*heading*/) const { return 1; }
+    int operator()(const ReportParagraph& /*paragraph*/) const { return 1; }
+    int operator()(const ReportList& list) const { return list.texts.size(); }
+    int operator()(const ReportTable& table) const { return table.rows.size(); }
+    int operator()(const ReportChart& /*chart*/) const { return 20; }
+};
 
-/// The pages of a text.
-class Pages
+/// Puts the blocks of a report on pages.
+class Printer
 {
 public:
-    Pages(const ReportDocument& report, QPdfWriter* pdfWriter, QCPPainter* painterOfPages)
-        : writer(pdfWriter)
-        , painter(painterOfPages)
-        , charts(painterOfPages, dotsPerInch)
-        , heading(report.title() + " - " + report.subtitle().value(0))
+    Printer(const ReportDocument& printed, QPdfWriter* writer, const GoesOnWithShare& asked)
+        : report(printed)
+        , paper(writer, report.title() + " - " + report.subtitle().value(0))
+        , goesOn(asked)
     {
-        text.setDefaultFont(printedFont());
-        QTextOption option;
-        option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-        text.setDefaultTextOption(option);
-        text.setUndoRedoEnabled(false);
-        printReport(report, &text, &charts);
-        QAbstractTextDocumentLayout* layout = text.documentLayout();
-        layout->registerHandler(PrintedCharts::objectType, &charts);
-        layout->setPaintDevice(writer);
-        text.setDocumentMargin(0);
-        body = QRectF(dots(sideMargin), dots(topMargin), writer->width() - 2 * dots(sideMargin),
-                      writer->height() - dots(topMargin) - dots(bottomMargin));
-        text.setPageSize(body.size());
-        constexpr int mostPasses = 3; // as a break moves what is behind it
-        for (int pass = 0; pass < mostPasses && keepTogether(); ++pass) {
-            text.setPageSize(body.size()); // lays all out anew: changes leave parts undrawn
+        for (const ReportBlock& counted : report.blocks()) {
+            allSteps += std::visit(StepsOf(), counted);
         }
     }
 
-    int count() const { return text.pageCount(); }
-
-    void draw(int page)
+    /// Counts the pages, then draws them; false if it is given up.
+    bool print(QCPPainter* painter)
     {
-        drawFrame(page);
-        painter->save();
-        painter->translate(body.left(), body.top() - page * body.height());
-        QAbstractTextDocumentLayout::PaintContext context;
-        context.clip = QRectF(0, page * body.height(), body.width(), body.height());
-        painter->setClipRect(context.clip);
-        context.palette.setColor(QPalette::Text, Qt::black);
-        text.documentLayout()->draw(painter, context);
-        painter->restore();
+        run(nullptr, 0, 0, shareOfCounting);
+        if (isGoing) {
+            run(painter, paper.pages(), shareOfCounting, 1);
+        }
+        return isGoing;
+    }
+
+    void operator()(const ReportHeading& heading)
+    {
+        paper.leave(ofPoints(heading.level == 1 ? 16 : 11));
+        paper.demand(leadHeight(block));
+        print({heading.text}, fontOf(heading));
+        paper.leave(ofPoints(5));
+    }
+
+    void operator()(const ReportParagraph& paragraph)
+    {
+        paper.leave(ofPoints(2));
+        print({paragraph.text}, fontOf(paragraph), 0, paragraph.emphasis);
+        paper.leave(ofPoints(5));
+    }
+
+    void operator()(const ReportList& list)
+    {
+        paper.leave(ofPoints(2));
+        print(list.texts, printedFont(), ofPoints(16), list.emphasis);
+        paper.leave(ofPoints(5));
+    }
+
+    void operator()(const ReportTable& table)
+    {
+        paper.leave(ofPoints(8));
+        paper.demand(leadHeight(block));
+        print({table.caption}, printedFont(printedPoints, true));
+        paper.leave(ofPoints(3));
+        PrintedTable(table, &paper).print([this] { return step(); });
+        paper.leave(ofPoints(6));
+    }
+
+    void operator()(const ReportChart& chart)
+    {
+        paper.leave(ofPoints(6));
+        paper.demand(leadHeight(block));
+        if (QCPPainter* const painter = paper.painter()) {
+            painter->save();
+            painter->translate(paper.at(0));
+            painter->scale(dotsOfPixel, dotsOfPixel);
+            drawChart(chart, painter);
+            painter->restore();
+        }
+        paper.advance(chartHeight * dotsOfPixel);
+        paper.leave(ofPoints(2));
+        print({chart.caption}, printedFont(printedPoints, true));
+        paper.leave(ofPoints(8));
     }
 
 private:
-    int pageOf(double height) const { return int(height / body.height()); }
+    static constexpr double dotsOfPixel = Paper::dotsPerInch / 96.0;
 
-    /// The page on which a block ends or, if it is in a short table, on which that does.
-    int lastPageOf(const QTextBlock& block) const
+    static QFont fontOf(const ReportHeading& heading)
     {
-        constexpr int shortRows = 16;
-        const QAbstractTextDocumentLayout* layout = text.documentLayout();
-        QTextTable* table = QTextCursor(block).currentTable();
-        return pageOf((table != nullptr && table->rows() <= shortRows
-                           ? layout->frameBoundingRect(table)
-                           : layout->blockBoundingRect(block))
-                          .bottom());
+        return printedFont(heading.level == 1 ? 14 : 11, true);
     }
 
-    /// Moves headings and captions to the page on which what they belong to begins. Whether there
-    /// were any to be moved.
-    bool keepTogether()
+    static QFont fontOf(const ReportParagraph& paragraph)
     {
-        const auto isKept = [](const QTextBlock& block) {
-            return block.isValid() && block.blockFormat().property(keptProperty).toBool();
-        };
-        bool isChanged = false;
-        for (QTextBlock block = text.begin(); block.isValid(); block = block.next()) {
-            if (!isKept(block)) {
-                continue;
-            }
-            const QTextBlock first = block;
-            while (isKept(block.next())) {
-                block = block.next();
-            }
-            const QTextBlock last = block.next();
-            const int page = pageOf(text.documentLayout()->blockBoundingRect(first).top());
-            if (last.isValid() && lastPageOf(last) != page) {
-                QTextBlockFormat format = first.blockFormat();
-                isChanged |= format.pageBreakPolicy() == QTextFormat::PageBreak_Auto;
-                format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
-                QTextCursor(first).setBlockFormat(format);
+        const bool isStatement = paragraph.emphasis == Emphasis::Statement;
+        return printedFont(printedPoints + (isStatement ? 1.5 : 0), isStatement);
+    }
+
+    void run(QCPPainter* painter, int pageCount, double begin, double end)
+    {
+        shareBefore = begin;
+        shareOfRun = end - begin;
+        steps = 0;
+        paper.begin(painter, pageCount);
+        print({report.title()}, printedFont(18, true));
+        paper.leave(ofPoints(4));
+        print(report.subtitle(), printedFont());
+        for (block = 0; isGoing && block < report.blocks().size(); ++block) {
+            std::visit(*this, report.blocks().at(block));
+        }
+    }
+
+    /// Texts one below the other.
+    void print(const QStringList& texts, const QFont& font, double indent = 0,
+               Emphasis emphasis = Emphasis::None)
+    {
+        std::vector<PrintedText> printed;
+        for (const QString& text : texts) {
+            printed.push_back(
+                paper.text(text, font, paper.width() - indent - 2 * Paper::padding(emphasis)));
+            if (!step()) {
+                return;
             }
         }
-        return isChanged;
+        paper.print(printed, ofPoints(indent > 0 ? 3 : 1), indent, emphasis);
     }
 
-    void drawFrame(int page)
+    double heightOf(const QString& text, const QFont& font) const
     {
-        painter->setFont(printedFont(printedPoints - 1));
-        painter->setPen(Qt::black);
-        const QRectF line(body.left(), dots(lineOfPage), body.width(), dots(5));
-        const QFontMetricsF metrics(painter->font(), writer);
-        painter->drawText(line, Qt::AlignLeft | Qt::AlignVCenter,
-                          metrics.elidedText(heading, Qt::ElideMiddle, body.width()));
-        painter->setPen(QPen(Qt::black, dots(0.2)));
-        painter->drawLine(line.bottomLeft(), line.bottomRight());
-        painter->drawText(QRectF(body.left(), writer->height() - dots(bottomMargin) + dots(3),
-                                 body.width(), dots(6)),
-                          Qt::AlignRight | Qt::AlignTop,
-                          QString("Page %1 of %2").arg(page + 1).arg(count()));
+        return paper.text(text, font, paper.width()).height();
     }
 
-    QPdfWriter* writer;
-    QCPPainter* painter;
-    PrintedCharts charts;
-    QTextDocument text;
-    QString heading;
-    QRectF body;
+    /// What the page has to have room for where a block begins, as far as a page can hold that:
+    /// a heading stays with what it belongs to.
+    double leadHeight(int number)
+    {
+        if (number >= report.blocks().size()) {
+            return 0;
+        }
+        const ReportBlock& next = report.blocks().at(number);
+        const QFont captionFont = printedFont(printedPoints, true);
+        double height = ofPoints(40); // some lines of a text, in a box
+        if (const auto* heading = std::get_if<ReportHeading>(&next)) {
+            height =
+                heightOf(heading->text, fontOf(*heading)) + ofPoints(16) + leadHeight(number + 1);
+        } else if (const auto* table = std::get_if<ReportTable>(&next)) {
+            height = heightOf(table->caption, captionFont) + ofPoints(11)
+                     + PrintedTable(*table, &paper).leadHeight();
+        } else if (const auto* chart = std::get_if<ReportChart>(&next)) {
+            height =
+                chartHeight * dotsOfPixel + heightOf(chart->caption, captionFont) + ofPoints(8);
+        }
+        return qMin(height, paper.height());
+    }
+
+    bool step()
+    {
+        ++steps;
+        isGoing = isGoing && goesOn(shareBefore + shareOfRun * qMin(1.0, steps / allSteps));
+        return isGoing;
+    }
+
+    const ReportDocument& report;
+    Paper paper;
+    const GoesOnWithShare& goesOn;
+    int block = 0;
+    double allSteps = 3; ///< title and subtitle
+    double steps = 0;
+    double shareBefore = 0;
+    double shareOfRun = 1;
+    bool isGoing = true;
 };
 
 } // namespace
@@ -149,7 +195,7 @@ std::optional<QByteArray> pdfReport(const ReportDocument& document, const GoesOn
     QPdfWriter writer(&buffer);
     writer.setTitle(document.title());
     writer.setCreator("Velmora");
-    writer.setResolution(dotsPerInch);
+    writer.setResolution(Paper::dotsPerInch);
     writer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF()));
     QCPPainter painter;
     QByteArray reserve(memoryForEnd, Qt::Uninitialized);
@@ -158,18 +204,7 @@ std::optional<QByteArray> pdfReport(const ReportDocument& document, const GoesOn
     }
     painter.setMode(QCPPainter::pmVectorized);
     painter.setMode(QCPPainter::pmNonCosmetic);
-    bool isGoing = true;
-    {
-        Pages pages(document, &writer, &painter);
-        const int count = pages.count();
-        for (int page = 0; isGoing && page < count; ++page) {
-            if (page > 0) {
-                writer.newPage();
-            }
-            pages.draw(page);
-            isGoing = goesOn(double(page + 1) / count);
-        }
-    }
+    const bool isGoing = Printer(document, &writer, goesOn).print(&painter) && goesOn(1);
     reserve.clear();
     if (!painter.end()) {
         qBadAlloc();

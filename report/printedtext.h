@@ -3,49 +3,40 @@
 #ifndef VELMORA_REPORT_PRINTEDTEXT_H
 #define VELMORA_REPORT_PRINTEDTEXT_H
 
-#include "report/document.h"
-
 #include <QFont>
-#include <QTextObjectInterface>
+#include <QTextLayout>
 
-class QCPPainter;
-class QTextDocument;
+#include <memory>
+
+class QPainter;
+class QPaintDevice;
 
 /// The size of letters in a printed report.
 constexpr double printedPoints = 9;
 
-QFont printedFont(double points = printedPoints);
+QFont printedFont(double points = printedPoints, bool isBold = false);
 
-/// Whether a paragraph belongs on the page on which what is behind it begins, as property of its
-/// format.
-constexpr int keptProperty = QTextFormat::UserProperty + 1;
-
-/// Charts in a text that is printed: laid out as objects and drawn as lines and letters.
-class PrintedCharts : public QObject, public QTextObjectInterface
+/// The lines of a text in a column of a page.
+class PrintedText
 {
-    Q_OBJECT
-    Q_INTERFACES(QTextObjectInterface)
-
 public:
-    static constexpr int objectType = QTextFormat::UserObject + 1;
+    /// Lengths are in dots of the device.
+    PrintedText(const QString& text, const QFont& font, double width, Qt::Alignment alignment,
+                QPaintDevice* device);
 
-    /// For pages that are painted by the painter, with so many dots to an inch.
-    PrintedCharts(QCPPainter* painterOfPages, double dotsPerInch);
+    int lineCount() const { return layout->lineCount(); }
 
-    /// The format of an object that shows the chart.
-    QTextCharFormat add(const ReportChart& chart);
+    double lineHeight(int line) const { return layout->lineAt(line).height(); }
+    double height() const; ///< of all lines
 
-    QSizeF intrinsicSize(QTextDocument* document, int position, const QTextFormat& format) override;
-    void drawObject(QPainter* ofPages, const QRectF& place, QTextDocument* document, int position,
-                    const QTextFormat& format) override;
+    /// Draws the line with its upper left corner at the place.
+    void drawLine(QPainter* painter, const QPointF& place, int line) const;
+
+    /// Where letters of the first line stand, below its upper edge.
+    double ascent() const { return layout->lineAt(0).ascent(); }
 
 private:
-    QCPPainter* painter;
-    double resolution;
-    QVector<ReportChart> charts;
+    std::unique_ptr<QTextLayout> layout;
 };
-
-/// Puts a report into an empty text, its charts into these.
-void printReport(const ReportDocument& report, QTextDocument* text, PrintedCharts* charts);
 
 #endif

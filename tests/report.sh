@@ -74,19 +74,28 @@ check_html() {
 }
 
 check_pdf() {
-    local page=$1 pdf=$2
+    local page=$1 pdf=$2 heading
     pdftotext "$pdf" "$work/pdf.txt"
     has_headings "$page" "$work/pdf.txt"
+    while read -r heading; do
+        [ "$(grep -cFx "$heading" "$work/pdf.txt")" -eq 1 ] || fail "$pdf: $heading is not once"
+    done < <(headings "$page")
     [ "$(pdfimages -list "$pdf" | wc -l)" -eq 2 ] || fail "$pdf has bitmaps"
     [ "$(pdffonts "$pdf" | awk 'NR > 2 && $(NF - 4) == "yes"' | wc -l)" \
         -eq "$(($(pdffonts "$pdf" | wc -l) - 2))" ] || fail "$pdf lacks fonts"
-    local count number
+    local count number last=
     count=$(pdfinfo "$pdf" | sed -n 's/^Pages: *//p')
     for number in $(seq "$count"); do
         pdftotext -f "$number" -l "$number" "$pdf" - | words >"$work/onepage.txt"
         grep -q "Page $number of $count" "$work/onepage.txt" || fail "$pdf: no number on $number"
         grep -q "^Dose finding report - Data: " "$work/onepage.txt" \
             || fail "$pdf: no heading on page $number"
+        # The first line is the heading, and the last the number of the page.
+        pdftotext -layout -f "$number" -l "$number" "$pdf" - | grep '[^[:space:]]' \
+            | sed '1d;$d;s/^ *//' >"$work/lines.txt"
+        ! head -n 3 "$work/lines.txt" | grep -qFx -- "${last:-no line}" \
+            || fail "$pdf: page $number repeats $last"
+        last=$(tail -n 1 "$work/lines.txt")
     done
     [[ $(pdftotext -l 1 "$pdf" -) == *"What speaks against it"* ]] || fail "$pdf: no decision first"
 }

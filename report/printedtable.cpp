@@ -1,0 +1,118 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "report/printedtable.h"
+
+#include "report/columns.h"
+
+#include <qcustomplot.h>
+
+namespace {
+
+constexpr int lettersInLine = 88; ///< about so many
+constexpr int shortRows = 15;     ///< of a table that stays on one page
+constexpr double cellPadding = 2; ///< in points, above and below a text
+constexpr double cellGap = 8;     ///< in points, right of a text
+
+} // namespace
+
+PrintedTable::PrintedTable(const ReportTable& reportTable, Paper* pages)
+    : table(reportTable)
+    , paper(pages)
+    , widths(columnShares(table, lettersInLine))
+{
+    for (double& width : widths) {
+        width *= paper->width();
+    }
+    heading = row(table.headings, true);
+}
+
+PrintedTable::Row PrintedTable::row(const QStringList& texts, bool isHeading) const
+{
+    Row made{{}, isHeading, 0};
+    const QFont font = printedFont(printedPoints - 1, isHeading);
+    for (int column = 0; column < texts.size(); ++column) {
+        const bool isNumber = table.alignment.mid(column, 1) == "r";
+        made.cells.push_back(paper->text(texts.at(column), font,
+                                         widths.at(column) - ofPoints(cellGap),
+                                         isNumber ? Qt::AlignRight : Qt::AlignLeft));
+        made.height = qMax(made.height, made.cells.back().height() + 2 * ofPoints(cellPadding));
+    }
+    return made;
+}
+
+double PrintedTable::leadHeight() const
+{
+    double height = heading.height;
+    const int rows = table.rows.size() <= shortRows ? table.rows.size() : 1;
+    for (int number = 0; number < rows; ++number) {
+        height += row(table.rows.at(number), false).height;
+    }
+    return height;
+}
+
+bool PrintedTable::print(const std::function<bool()>& goesOn)
+{
+    printRow(heading);
+    for (const QStringList& texts : table.rows) {
+        if (!goesOn()) {
+            return false;
+        }
+        printRow(row(texts, false));
+    }
+    return true;
+}
+
+/// Prints a row; on several pages where it is too high for one.
+void PrintedTable::printRow(const Row& row)
+{
+    const auto turn = [this, &row] {
+        paper->newPage();
+        if (!row.isHeading && heading.height < paper->height() / 2) {
+            printRow(heading);
+        }
+    };
+    if (row.height > paper->room() && !row.isHeading) {
+        turn();
+    }
+    std::vector<int> next(row.cells.size(), 0);
+    while (printPart(row, next)) {
+        turn();
+    }
+}
+
+/// Prints the lines of each cell that the page has room for, from the next ones on. Whether
+/// lines are left.
+bool PrintedTable::printPart(const Row& row, std::vector<int>& next)
+{
+    const double padding = ofPoints(cellPadding);
+    const bool isWhole = row.height <= paper->room();
+    double highest = 0;
+    double x = 0;
+    bool isLeft = false;
+    for (size_t column = 0; column < row.cells.size(); ++column) {
+        const PrintedText& cell = row.cells.at(column);
+        int& line = next.at(column);
+        // Headings stand on the line below them.
+        double y =
+            padding + (row.isHeading && isWhole ? row.height - 2 * padding - cell.height() : 0);
+        while (line < cell.lineCount()
+               && (isWhole || y + cell.lineHeight(line) <= paper->room() - padding)) {
+            if (paper->painter() != nullptr) {
+                paper->painter()->setPen(Qt::black);
+                cell.drawLine(paper->painter(), paper->at(x, y), line);
+            }
+            y += cell.lineHeight(line);
+            ++line;
+        }
+        isLeft = isLeft || line < cell.lineCount();
+        highest = qMax(highest, y);
+        x += widths.at(int(column));
+    }
+    paper->advance(highest + padding);
+    if (paper->painter() != nullptr) {
+        paper->painter()->setPen(row.isHeading ? QPen(Qt::black, ofPoints(1.2))
+                                               : QPen(QColor(187, 187, 187), ofPoints(0.5)));
+        paper->painter()->drawLine(paper->at(0), paper->at(x));
+    }
+    return isLeft;
+}
