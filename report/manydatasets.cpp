@@ -15,24 +15,46 @@
 
 namespace {
 
-/// The dose of a count by doseCounts.
-QString countedDose(const QVector<double>& doses, int dose)
+/// A dose of counts, "none" behind the last.
+QString countedDose(const DoseCounts& found, int dose)
 {
-    return dose < doses.size() ? doseText(doses.at(dose)) : QString("none");
+    return dose < found.doses.size() ? doseText(found.doses.at(dose)) : QString("none");
 }
 
-/// The lowest dose that half of the data sets do not exceed; none ranks highest.
-int medianDose(const QVector<int>& counts)
+/// The lowest dose that half of the data sets do not exceed; none ranks highest. None where
+/// nothing was counted.
+std::optional<int> medianDose(const QVector<int>& counts)
 {
     const int all = std::accumulate(counts.begin(), counts.end(), 0);
     int reached = 0;
-    for (int dose = 0; dose < counts.size(); ++dose) {
+    for (int dose = 0; all > 0 && dose < counts.size(); ++dose) {
         reached += counts.at(dose);
         if (2 * reached >= all) {
             return dose;
         }
     }
-    return counts.size() - 1;
+    return std::nullopt;
+}
+
+QString medianText(const DoseCounts& found, int level)
+{
+    const std::optional<int> median = medianDose(found.counts.at(level));
+    return median ? countedDose(found, *median) : QString("not known");
+}
+
+/// The candidate doses and those that were chosen, ascending.
+QVector<double> dosesOf(const DoseSelection& selection)
+{
+    QVector<double> doses = selection.made.inputs.doses;
+    for (const QVector<double>& dataSet : selection.doses) {
+        doses += dataSet;
+    }
+    std::sort(doses.begin(), doses.end(), ascendingNanLast);
+    doses.erase(std::unique(doses.begin(), doses.end()), doses.end());
+    while (!doses.isEmpty() && std::isnan(doses.last())) {
+        doses.removeLast();
+    }
+    return doses;
 }
 
 /// The place of a dose in a list that is sorted; behind its end for NaN.
@@ -45,7 +67,7 @@ int doseIndex(const QVector<double>& doses, double dose)
 /// Which doses: those of the lowest and of the highest level.
 QString answer(const DoseSelection& selection)
 {
-    const QVector<double> doses = dosesToCount(selection);
+    const DoseCounts found = *doseCounts(selection);
     QString text =
         QString("Doses were selected for %1.").arg(counted(selection.doses.size(), "data set"));
     QVector<int> levels{0};
@@ -53,13 +75,16 @@ QString answer(const DoseSelection& selection)
         levels.append(selection.levels.size() - 1);
     }
     for (const int level : levels) {
-        const QVector<int> counts = doseCounts(selection, level);
-        const int median = medianDose(counts);
-        const int without = counts.last();
-        text += QString(" At %1 ").arg(levelText(selection.levels.value(level)))
-                + (median < doses.size() ? "the median dose is " + doseText(doses.at(median))
-                                         : QString("most have no dose"));
-        if (without > 0 && median < doses.size()) {
+        const std::optional<int> median = medianDose(found.counts.value(level));
+        if (!median) {
+            continue;
+        }
+        const int without = found.counts.at(level).last();
+        text +=
+            QString(" At %1 ").arg(levelText(selection.levels.at(level)))
+            + (*median < found.doses.size() ? "the median dose is " + countedDose(found, *median)
+                                            : QString("most have no dose"));
+        if (without > 0 && *median < found.doses.size()) {
             text += QString(", and %1 no dose")
                         .arg(QString::number(without) + (without == 1 ? " has" : " have"));
         }
@@ -117,32 +142,57 @@ QStringList misfits(const TruthComparison& truth)
                                           + enumerated(levels, mostLevelsTold) + '.');
 }
 
-} // namespace
-
-QVector<double> dosesToCount(const DoseSelection& selection)
+/// The doses by one of allMethods, of the first data sets alone where they are missing of others.
+/// None if it is given up.
+std::optional<DoseSelection> selectionBy(int method, const Study& made, const DoseSelection& chosen,
+                                         const GoesOn& goesOn)
 {
-    QVector<double> doses = selection.made.inputs.doses;
-    for (const QVector<double>& dataSet : selection.doses) {
-        doses += dataSet;
-    }
-    std::sort(doses.begin(), doses.end(), ascendingNanLast);
-    doses.erase(std::unique(doses.begin(), doses.end()), doses.end());
-    while (!doses.isEmpty() && std::isnan(doses.last())) {
-        doses.removeLast();
-    }
-    return doses;
-}
-
-QVector<int> doseCounts(const DoseSelection& selection, int level)
-{
-    const QVector<double> doses = dosesToCount(selection);
-    QVector<int> counts(doses.size() + 1, 0);
-    for (const QVector<double>& dataSet : selection.doses) {
-        if (level < dataSet.size()) {
-            ++counts[doseIndex(doses, dataSet.at(level))];
+    DoseSelection other;
+    other.made = chosen.made;
+    other.levels = chosen.levels;
+    for (int dataSet = 0; dataSet < chosen.doses.size(); ++dataSet) {
+        const auto meds = medsBy(method, chosen, made, dataSet);
+        if (!meds) {
+            break;
+        }
+        other.doses.append(*meds);
+        if (goesOn && !goesOn()) {
+            return std::nullopt;
         }
     }
-    return counts;
+    return other;
+}
+
+/// In how many data sets both have the same dose, or none.
+int agreement(const DoseSelection& first, const DoseSelection& second, int level)
+{
+    int count = 0;
+    for (int dataSet = 0; dataSet < first.doses.size(); ++dataSet) {
+        const double a = first.doses.at(dataSet).value(level);
+        const double b = second.doses.value(dataSet).value(level);
+        count += int(!ascendingNanLast(a, b) && !ascendingNanLast(b, a));
+    }
+    return count;
+}
+
+} // namespace
+
+std::optional<DoseCounts> doseCounts(const DoseSelection& selection, const GoesOn& goesOn)
+{
+    DoseCounts found{dosesOf(selection), {}};
+    for (int level = 0; level < selection.levels.size(); ++level) {
+        QVector<int> counts(found.doses.size() + 1, 0);
+        for (const QVector<double>& dataSet : selection.doses) {
+            if (level < dataSet.size()) {
+                ++counts[doseIndex(found.doses, dataSet.at(level))];
+            }
+        }
+        found.counts.append(counts);
+        if (goesOn && !goesOn()) {
+            return std::nullopt;
+        }
+    }
+    return found;
 }
 
 void addManyAnswer(ReportDocument& document, const ReportContext& context)
@@ -159,25 +209,26 @@ void addManyAnswer(ReportDocument& document, const ReportContext& context)
 void addManyMeds(ReportDocument& document, const ReportContext& context)
 {
     const DoseSelection& selection = context.inputs.results.selection;
-    const QVector<double> doses = dosesToCount(selection);
+    const DoseCounts found = *doseCounts(selection);
     ReportTable table{"Minimum effective dose (MED) by probability level, over the data sets",
                       {"Level (%)", "Median", "Most often", "in data sets", "No dose in",
                        "Held in, mean (% of resamples)", "Not firm in"},
                       "rrrrrrr",
                       {}};
     for (int level = 0; level < selection.levels.size(); ++level) {
-        const QVector<int> counts = doseCounts(selection, level);
-        const int most = *std::max_element(counts.begin(), counts.end());
+        const QVector<int>& counts = found.counts.at(level);
+        const auto highest = std::max_element(counts.begin(), counts.end() - 1);
+        const int most = found.doses.isEmpty() ? 0 : *highest;
         QStringList mostOften;
-        for (int dose = 0; dose < counts.size(); ++dose) {
+        for (int dose = 0; most > 0 && dose < found.doses.size(); ++dose) {
             if (counts.at(dose) == most) {
-                mostOften.append(countedDose(doses, dose));
+                mostOften.append(countedDose(found, dose));
             }
         }
         const auto [held, unstable] = firmnessOf(selection, level);
-        table.rows.append({typed(selection.levels.at(level)),
-                           countedDose(doses, medianDose(counts)), enumerated(mostOften),
-                           QString::number(most), QString::number(counts.last()),
+        table.rows.append({typed(selection.levels.at(level)), medianText(found, level),
+                           enumerated(mostOften), QString::number(most),
+                           QString::number(counts.last()),
                            std::isnan(held) ? "not known" : calculated(held),
                            std::isnan(held) ? "not known" : QString::number(unstable)});
     }
@@ -199,38 +250,26 @@ bool addManyMethods(ReportDocument& document, const ReportContext& context)
     Study made = selection.made.inputs;
     made.levels = selection.levels;
     QStringList missing;
-    for (int index = 0; index < int(std::size(allMethods)); ++index) {
-        const Method& method = allMethods[index];
-        DoseSelection other;
-        other.made = selection.made;
-        QVector<int> agreeing(selection.levels.size(), 0);
-        for (int dataSet = 0; dataSet < selection.doses.size(); ++dataSet) {
-            const auto meds = medsBy(index, selection, made, dataSet);
-            if (!meds) {
-                break;
-            }
-            other.doses.append(*meds);
-            for (int level = 0; level < agreeing.size(); ++level) {
-                agreeing[level] += int(doseText(meds->value(level, qQNaN()))
-                                       == doseText(selection.doses.at(dataSet).value(level)));
-            }
-            if (context.goesOn && !context.goesOn()) {
-                return false;
-            }
+    for (int method = 0; method < int(std::size(allMethods)); ++method) {
+        const auto other = selectionBy(method, made, selection, context.goesOn);
+        const auto found = other ? doseCounts(*other, context.goesOn) : std::nullopt;
+        if (!found) {
+            return false;
         }
         Study named = made;
-        named.selecting = method.selecting;
-        named.individualOfv = method.individualOfv;
-        if (other.doses.size() < selection.doses.size()) {
+        named.selecting = allMethods[method].selecting;
+        named.individualOfv = allMethods[method].individualOfv;
+        if (other->doses.size() < selection.doses.size()) {
             missing.append(methodText(named));
             continue;
         }
-        table.headings.append(methodText(named));
+        const bool isChosen = methodText(named) == methodText(made);
+        table.headings.append(methodText(named) + (isChosen ? " (chosen)" : ""));
         table.alignment.append('r');
         for (int level = 0; level < table.rows.size(); ++level) {
-            table.rows[level].append(QString("%1 (%2)").arg(
-                countedDose(dosesToCount(other), medianDose(doseCounts(other, level))),
-                QString::number(agreeing.at(level))));
+            table.rows[level].append(QString("%1 (%2)")
+                                         .arg(medianText(*found, level))
+                                         .arg(agreement(*other, selection, level)));
         }
     }
     document.add(ReportHeading{"By other methods", 2});

@@ -5,13 +5,19 @@
 
 #include "report/chapters.h"
 
+#include <optional>
+
 // The decision of a simulation study, whose doses are those of many data sets.
 
-/// The candidate doses and those that a project has chosen from others.
-QVector<double> dosesToCount(const DoseSelection& selection);
+/// In how many data sets each level has each dose.
+struct DoseCounts
+{
+    QVector<double> doses;        ///< candidates and those that a project has chosen from others
+    QVector<QVector<int>> counts; ///< [level][dose], with none at the end
+};
 
-/// In how many data sets a level has each dose: [dose of dosesToCount], with none at the end.
-QVector<int> doseCounts(const DoseSelection& selection, int level);
+/// None if it is given up.
+std::optional<DoseCounts> doseCounts(const DoseSelection& selection, const GoesOn& goesOn = {});
 
 /// Which doses, in a sentence or two.
 void addManyAnswer(ReportDocument& document, const ReportContext& context);

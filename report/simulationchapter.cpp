@@ -11,7 +11,8 @@ constexpr int mostDoseTicks = 25;
 
 void addDistribution(ReportDocument& document, const DoseSelection& selection)
 {
-    const QVector<double> doses = dosesToCount(selection);
+    const DoseCounts found = *doseCounts(selection);
+    const QVector<double>& doses = found.doses;
     ReportChart chart{"Minimum effective doses of the data sets by probability level. Areas and "
                       "numbers are counts of data sets.",
                       "Circles over levels and doses, whose areas are numbers of data sets, which "
@@ -28,7 +29,7 @@ void addDistribution(ReportDocument& document, const DoseSelection& selection)
         }
     }
     for (int level = 0; level < selection.levels.size(); ++level) {
-        const QVector<int> counts = doseCounts(selection, level);
+        const QVector<int>& counts = found.counts.at(level);
         table.headings.append(levelText(selection.levels.at(level)));
         table.alignment.append('r');
         for (int dose = 0; dose < counts.size(); ++dose) {
@@ -89,7 +90,9 @@ void addComparison(ReportDocument& document, const TruthComparison& truth)
              calculated(counts.meanAbsoluteError)});
     }
     ReportChart chart{"Estimated and theoretical MEDs by level. A method without bias has the "
-                      "nominal line within the part of equal MEDs.",
+                      "nominal line within the part of equal MEDs; chance explains a level in "
+                      "which this part meets the range between fewest and most, which holds 95 % "
+                      "of studies.",
                       "Stacked bars of the data sets whose estimated MED is above, equal to and "
                       "below the theoretical one, with a line of nominal counts.",
                       "Probability level (%)", "Data sets"};
@@ -121,8 +124,7 @@ void addTruth(ReportDocument& document, const TruthComparison& truth)
             ? QString("The theoretical MEDs come from a file, each rounded up to the next "
                       "candidate dose.")
             : QString("The theoretical MED of a data set is the lowest candidate dose from "
-                      "which on its true model's endpoint lies in %1; the true models are "
-                      "%2.")
+                      "which on its true model gives %1; the true models are %2.")
                   .arg(intervalText(truth.made.inputs), truth.made.trueModels.join(", ")));
     addComparison(document, truth);
 }
