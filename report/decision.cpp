@@ -73,65 +73,73 @@ QString answer(const ReportedResult& result)
     return text + ". " + firmness(result, highest);
 }
 
-void addMeds(ReportDocument& document, const ReportedResult& result)
+/// A dose with the share of resamples in which it holds: "0.7 (62.8 %)".
+QString withShare(double dose, const DoseStability& found)
 {
-    ReportTable table{"Minimum effective dose (MED) by probability level",
-                      {"Level (%)", "MED", "Held in (% of resamples)", "95 % of resamples choose",
-                       "Doses chosen most often"},
-                      "rrrrl",
-                      {}};
-    for (int level = 0; level < result.meds.size(); ++level) {
-        QStringList row{typed(result.made.levels.value(level)), doseText(result.meds.at(level))};
-        if (level < result.stability.size()) {
-            const DoseStability& found = result.stability.at(level);
-            row +=
-                QStringList{calculated(found.share(found.med)),
-                            found.lower == found.upper ? resampledDose(result, found.lower)
-                                                       : resampledDose(result, found.lower) + " to "
-                                                             + resampledDose(result, found.upper),
-                            chosenDoses(result, found)};
-        } else {
-            row += QStringList{"not known", "not known", QString()};
-        }
-        table.rows.append(row);
-    }
-    document.add(table);
+    return QString("%1 (%2 %)").arg(doseText(dose), calculated(found.share(found.med)));
 }
 
-void addMethodTable(ReportDocument& document, const ReportedResult& result,
-                    const QVector<OtherMethod>& methods)
+/// The doses of each level, by the chosen method and beside it by the others.
+void addMeds(ReportDocument& document, const ReportedResult& result,
+             const QVector<OtherMethod>& methods)
 {
-    ReportTable table{"MED by each way to bring the models together, and the share of resamples in "
-                      "which it holds",
-                      {"Level (%)"},
-                      "r",
+    ReportTable table{"Minimum effective dose (MED) by probability level",
+                      {"Level (%)", "MED", "Held in (% of resamples)"},
+                      "rrr",
                       {}};
-    for (const double level : result.made.levels) {
-        table.rows.append({typed(level)});
+    for (int level = 0; level < result.meds.size(); ++level) {
+        const bool isKnown = level < result.stability.size();
+        const DoseStability found = result.stability.value(level);
+        table.rows.append({typed(result.made.levels.value(level)), doseText(result.meds.at(level)),
+                           isKnown ? calculated(found.share(found.med)) : QString("not known")});
     }
     QStringList missing;
     for (const OtherMethod& method : methods) {
         if (!method.result) {
             missing.append(methodText(method.made));
-            continue;
-        }
-        table.headings.append(methodText(method.made) + (method.isChosen ? " (chosen)" : ""));
-        table.alignment.append('r');
-        for (int level = 0; level < table.rows.size(); ++level) {
-            const DoseStability& firm = method.stability.at(level);
-            table.rows[level].append(QString("%1 (%2 %)")
-                                         .arg(doseText(method.result->meds.at(level)),
-                                              calculated(firm.share(firm.med))));
+        } else if (!method.isChosen) {
+            table.headings.append("By " + methodText(method.made));
+            table.alignment.append('r');
+            for (int level = 0; level < table.rows.size(); ++level) {
+                table.rows[level].append(
+                    withShare(method.result->meds.at(level), method.stability.at(level)));
+            }
         }
     }
-    if (missing.size() + 1 < methods.size()) {
-        document.add(table); // with more than the chosen one
+    constexpr int ownColumns = 3;
+    if (table.headings.size() > ownColumns) {
+        table.caption += ", by the chosen method and, with the share of "
+                         "resamples in which it holds, by others";
     }
+    document.add(table);
     if (!missing.isEmpty()) {
         document.say("Not at hand, since models would judge whose endpoints were not evaluated: "
                      + missing.join("; ")
                      + ". Doses that are selected with Use cash, or by an average, have more.");
     }
+}
+
+/// What resamples choose instead of the doses.
+void addResampledDoses(ReportDocument& document, const ReportedResult& result)
+{
+    if (result.stability.isEmpty()) {
+        return;
+    }
+    ReportTable table{"Doses that resamples of the bootstrap samples choose, by the chosen method",
+                      {"Level (%)", "MED", "95 % of resamples choose", "Most often chosen"},
+                      "rrrl",
+                      {}};
+    for (int level = 0; level < result.stability.size(); ++level) {
+        const DoseStability& found = result.stability.at(level);
+        const QString lower = resampledDose(result, found.lower);
+        table.rows.append(
+            {typed(result.made.levels.value(level)), doseText(result.meds.value(level)),
+             found.lower == found.upper ? lower
+                                        : lower + " to " + resampledDose(result, found.upper),
+             chosenDoses(result, found)});
+    }
+    document.add(ReportHeading{"How firm the doses are", 2});
+    document.add(table);
 }
 
 /// The findings that do not just repeat what was told.
@@ -216,11 +224,8 @@ bool addDecision(ReportDocument& document, const ReportContext& context)
     document.say(QString("Candidate doses: %1. Method: %2. %3")
                      .arg(typed(result.made.doses), methodText(result.made), extent(context)));
     addInOrder(
-        result.meds.size(), [&] { addMeds(document, result); },
+        result.meds.size(), [&] { addMeds(document, result, *methods); },
         [&] { addObjections(document, context, objections(result, *methods)); });
-    if (!methods->isEmpty()) {
-        document.add(ReportHeading{"By other methods", 2});
-        addMethodTable(document, result, *methods);
-    }
+    addResampledDoses(document, result);
     return true;
 }
