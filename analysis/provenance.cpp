@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/provenance.h"
 
+#include "analysis/settingtexts.h"
+
 #include <cmath>
 #include <limits>
 
@@ -208,11 +210,6 @@ Provenance provenance(const Study& study, const QVector<InputKind>& kinds)
     return made;
 }
 
-QString numberText(double number)
-{
-    return QString::number(number, 'g', std::numeric_limits<double>::digits10);
-}
-
 } // namespace
 
 Provenance typicalCurveProvenance(const Study& study, int model)
@@ -295,9 +292,7 @@ QString madeFor(const Provenance& made)
         parts.append(QString("data set %1").arg(made.dataSet));
     }
     if (dependsOn(made, InputKind::Interval)) {
-        parts.append(
-            QString("%1 < endpoint <= %2")
-                .arg(numberText(made.inputs.target.lower), numberText(made.inputs.target.upper)));
+        parts.append(intervalText(made.inputs));
     }
     if (dependsOn(made, InputKind::Choices)) {
         parts.append(made.inputs.selecting ? "model selection" : "model average");

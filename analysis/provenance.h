@@ -71,7 +71,7 @@ QVector<InputKind> changedKinds(const Provenance& made, const Provenance& now);
 /// "doses, weights".
 QString kindNames(const QVector<InputKind>& kinds);
 
-/// For what a result was made: "0.4 < endpoint <= inf, model average". The data set is told
+/// For what a result was made: "0.4 < endpoint <= 1, model average". The data set is told
 /// where there are several, one OFV per model where it was used.
 QString madeFor(const Provenance& made);
 

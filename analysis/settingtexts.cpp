@@ -40,7 +40,11 @@ QString countRange(const QVector<Table>& dataSets)
 
 QString intervalText(const Study& study)
 {
-    return QString("%1 < endpoint <= %2").arg(typed(study.target.lower), typed(study.target.upper));
+    const TargetInterval& target = study.target;
+    return target.upper == qInf() ? "endpoint > " + typed(target.lower)
+           : target.lower == -qInf()
+               ? "endpoint <= " + typed(target.upper)
+               : QString("%1 < endpoint <= %2").arg(typed(target.lower), typed(target.upper));
 }
 
 QString populationText(const Study& study)

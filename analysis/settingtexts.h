@@ -19,7 +19,7 @@ QString calculated(double number);
 /// The samples of a model's data sets: "1001", or "1000 to 1001".
 QString countRange(const QVector<Table>& dataSets);
 
-/// "0.4 < endpoint <= inf".
+/// "0.4 < endpoint <= 1"; "endpoint > 0.4" without an upper bound.
 QString intervalText(const Study& study);
 
 /// "Mean of the Population, 100 individuals"; empty where nobody is simulated.

@@ -63,7 +63,8 @@ QString dataSetText(int dataSet);
 /// "Data: 5 models, 1 data set, 1001 samples each."; empty without any.
 QString extent(const ReportContext& context);
 
-/// The name of a model; its number where it has none.
+/// The name of a model, with its number where others look the same; the number alone where it has
+/// none.
 QString modelName(const QVector<endPoint>& models, int model);
 
 #endif

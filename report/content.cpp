@@ -104,8 +104,17 @@ QString extent(const ReportContext& context)
 
 QString modelName(const QVector<endPoint>& models, int model)
 {
-    const QString name = model < models.size() ? models.at(model).name : QString();
-    return name.isEmpty() ? QString("model %1").arg(model) : documentName(name);
+    const auto shown = [&models](int number) { return documentName(models.at(number).name); };
+    const QString numbered = QString("model %1").arg(model);
+    if (model >= models.size() || models.at(model).name.isEmpty()) {
+        return numbered;
+    }
+    for (int other = 0; other < models.size(); ++other) {
+        if (other != model && shown(other) == shown(model)) {
+            return shown(model) + " (" + numbered + ')';
+        }
+    }
+    return shown(model);
 }
 
 std::optional<QVector<ReportedResult>> reportedResults(const ReportInputs& inputs,
@@ -169,7 +178,7 @@ std::optional<ReportDocument> reportDocument(const ReportInputs& inputs, const G
     const StudySource& source = inputs.source.study;
     ReportDocument document(
         "Dose finding report",
-        {"Data: " + source.directory,
+        {source.directory.isEmpty() ? QString("No data") : "Data: " + source.directory,
          QString("Written by %1 on %2")
              .arg(source.program, inputs.source.date.toString("yyyy-MM-dd HH:mm"))});
     const ReportContext context{inputs, *results, goesOn};

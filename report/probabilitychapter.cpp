@@ -16,7 +16,7 @@ ReportChart probabilityChart(const ReportedResult& result)
 {
     const QVector<double>& doses = result.made.doses;
     ReportChart chart{
-        QString("Probability that the endpoint lies in %1, by dose; %2, %3.")
+        QString("Probability of %1, by dose; %2, %3.")
             .arg(intervalText(result.made), methodText(result.made), dataSetText(result.dataSet)),
         "Curve of the probability in percent over the candidate doses. Its values "
         "stand in the table below.",

@@ -88,7 +88,7 @@ private slots:
         results.curve.sampleCount = 3;
         now.study.individualOfv = false;
         QCOMPARE(curveRemarks(results, now),
-                 QStringList({"The curve was calculated for data set 1, 0.4 < endpoint <= inf, "
+                 QStringList({"The curve was calculated for data set 1, endpoint > 0.4, "
                               "model average; since changed: data set, choices.",
                               "The calculation was given up: the curve holds 2 of 3 samples."}));
         results.truth.made = truthProvenance(now.study, {}, {}, {});

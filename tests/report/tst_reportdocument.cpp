@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/calculation.h"
 #include "analysis/certainty/othermethods.h"
-#include "report/content.h"
+#include "report/chapters.h"
 #include "report/formats.h"
 #include "report/manydatasets.h"
 #include "report/zip.h"
@@ -96,7 +96,15 @@ private slots:
         const QString hebrew = QString::fromUtf8("\u05d0\u05d1");
         QCOMPARE(documentName(QChar(0x202e) + hebrew), QChar(0x2068) + hebrew + QChar(0x2069));
         QCOMPARE(documentName(QString("a") + QChar(0x2066) + "b"), "ab");
-        QCOMPARE(documentName(QString(1000, 'n')).size(), 40);
+        const QString longName(1000, 'n');
+        const QString shownName = documentName(longName);
+        QCOMPARE(shownName.size(), 40);
+        QVector<endPoint> models(3);
+        models[0].name = longName + '0';
+        models[1].name = longName + '1';
+        models[2].name = "b";
+        QCOMPARE(modelName(models, 1), shownName + " (model 1)");
+        QCOMPARE(modelName(models, 2), "b");
     }
 
     void partsTables()

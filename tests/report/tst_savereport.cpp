@@ -63,7 +63,8 @@ private slots:
     {
         const Rows<Act, QStringList, bool> row("act", "parts", "onFirstPage");
         row(
-            "nothing", [] {}, {"\nNo dose was selected and no probability calculated.\n"}, true);
+            "nothing", [] {},
+            {"\nNo data\n", "\nNo dose was selected and no probability calculated.\n"}, true);
         // Of two samples: 26.8941 % of the first one's weight and all of the second one's hit at
         // dose 2, half of all weight at dose 0.1; in data set 1 all hits at dose 0.1.
         row(
@@ -87,12 +88,15 @@ private slots:
                 abort(toDoses);
             },
             {"\nThe calculation was given up: the table holds 1 of 2 data sets.\n",
-             "\nThe calculation was given up: the curve holds 1 of 2 samples.\n"},
+             "\nThe calculation was given up: the curve holds 1 of 2 samples.\n",
+             "|By Model Selection, using individual ofv|By Model Average, using one ofv per "
+             "model|"},
             true);
         row(
             "several data sets", [this] { calculateDoses(1); },
             {"\nDoses were selected for 2 data sets. At 40 % the median dose is 0.1. At 60 % ",
-             " the median dose is 2, and 1 has no dose.\n", "\n40|0.1|0.1|2|0|"},
+             " the median dose is 2, and 1 has no dose.\n", "\n40|0.1|0.1|2|0|", "\n60|2|2|1|1|",
+             "|Model Selection, using individual ofv (chosen)|"},
             true);
         row(
             "truth",
