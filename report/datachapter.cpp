@@ -27,7 +27,7 @@ QString stateText(const FileCheck& check)
 
 void addFiles(ReportDocument& document, const QVector<ReportedFile>& files)
 {
-    ReportTable table{"Files", {"What for", "File", "Bytes", "SHA-256"}, "llrl", {}};
+    ReportTable table{"Files", {"What for", "File", "Bytes", "SHA-256"}, "llrc", {}};
     QStringList folders;
     int others = 0;
     for (const ReportedFile& file : files) {

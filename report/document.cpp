@@ -4,6 +4,8 @@
 
 #include "analysis/checkup/wording.h"
 
+#include <QRegularExpression>
+
 namespace {
 
 constexpr QChar firstStrongIsolate(0x2068);
@@ -68,6 +70,39 @@ QString documentText(const QString& text, int longest)
         }
     }
     return fit;
+}
+
+QStringList textPieces(const QString& text)
+{
+    static const QRegularExpression longWord("\\S{21,}");
+    static const QRegularExpression mark("(?<=[-_./])(?=\\w)");
+    if (text.size() < 21) {
+        return {text};
+    }
+    QStringList pieces;
+    int begin = 0;
+    for (auto words = longWord.globalMatch(text); words.hasNext();) {
+        const QRegularExpressionMatch word = words.next();
+        for (auto marks = mark.globalMatch(text, word.capturedStart()); marks.hasNext();) {
+            const int place = marks.next().capturedStart();
+            if (place >= word.capturedEnd()) {
+                break;
+            }
+            pieces.append(text.mid(begin, place - begin));
+            begin = place;
+        }
+    }
+    return pieces << text.mid(begin);
+}
+
+QStringList codePieces(const QString& code)
+{
+    QStringList pieces;
+    const int step = code.contains(' ') ? code.size() : codePieceLetters;
+    for (int begin = 0; begin < code.size(); begin += step) {
+        pieces.append(code.mid(begin, step));
+    }
+    return pieces;
 }
 
 QString documentName(const QString& name)

@@ -42,7 +42,8 @@ struct ReportTable
 {
     QString caption;
     QStringList headings;
-    /// For each column l, where its cells are texts, or r, where they are numbers.
+    /// For each column l, where its cells are texts, r, where they are numbers, or c, where they
+    /// are codes.
     QByteArray alignment;
     QVector<QStringList> rows; ///< [row][column]
     int leadingColumns = 1;    ///< that tell what a row is, in each part of a wide table
@@ -90,6 +91,12 @@ private:
 /// The text without letters that no document can hold, such as control characters and halves
 /// of pairs, and cut where it is too long. Line breaks become blanks.
 QString documentText(const QString& text, int longest = ReportDocument::longestText);
+
+/// Parts of a text between which a line may be broken: a long word behind its marks, so that names
+/// of files stay readable, a code behind each so many letters.
+QStringList textPieces(const QString& text);
+QStringList codePieces(const QString& code);
+constexpr int codePieceLetters = 32;
 
 /// A name of any length and script for use within a sentence: cut, and apart from the
 /// direction in which the sentence runs.

@@ -28,6 +28,7 @@ th { text-align: left; border-bottom: 2px solid #111; padding: 0.2em 0.7em 0.2em
   vertical-align: bottom; }
 td { border-bottom: 1px solid #bbb; padding: 0.15em 0.7em 0.15em 0; vertical-align: top; }
 .r { text-align: right; overflow-wrap: normal; }
+td.c { font-family: "DejaVu Sans Mono", monospace; font-size: 0.85em; overflow-wrap: normal; }
 figure { margin: 1em 0; }
 figcaption { font-weight: bold; }
 img { max-width: 100%; height: auto; }
@@ -40,6 +41,16 @@ img { max-width: 100%; height: auto; }
 QByteArray escaped(const QString& text)
 {
     return text.toHtmlEscaped().toUtf8();
+}
+
+/// With places at which long words may be broken.
+QByteArray broken(const QStringList& pieces)
+{
+    QByteArrayList html;
+    for (const QString& piece : pieces) {
+        html.append(escaped(piece));
+    }
+    return html.join("<wbr/>");
 }
 
 const char* className(Emphasis emphasis)
@@ -55,15 +66,15 @@ const char* className(Emphasis emphasis)
     return "";
 }
 
-QByteArray cell(const QByteArray& name, const QString& text, const QByteArray& attributes)
+QByteArray cell(const QByteArray& name, const QStringList& pieces, const QByteArray& attributes)
 {
-    return '<' + name + attributes + '>' + escaped(text) + "</" + name + '>';
+    return '<' + name + attributes + '>' + broken(pieces) + "</" + name + '>';
 }
 
 /// An element with a text on a line of its own.
 QByteArray element(const QByteArray& name, const QString& text, const QByteArray& attributes = {})
 {
-    return cell(name, text, attributes) + '\n';
+    return cell(name, textPieces(text), attributes) + '\n';
 }
 
 struct BlockWriter
@@ -91,13 +102,16 @@ struct BlockWriter
     {
         QByteArray html = "<table>\n" + element("caption", table.caption) + "<thead><tr>";
         for (int column = 0; column < table.headings.size(); ++column) {
-            html += cell("th", table.headings.at(column), kind(table, column));
+            html += cell("th", textPieces(table.headings.at(column)), kind(table, column));
         }
         html += "</tr></thead>\n<tbody>\n";
         for (const QStringList& row : table.rows) {
             html += "<tr>";
             for (int column = 0; column < row.size(); ++column) {
-                html += cell("td", row.at(column), kind(table, column));
+                html += cell("td",
+                             isCode(table, column) ? codePieces(row.at(column))
+                                                   : textPieces(row.at(column)),
+                             kind(table, column));
             }
             html += "</tr>\n";
         }
@@ -113,9 +127,15 @@ struct BlockWriter
                + element("figcaption", chart.caption) + "</figure>\n";
     }
 
+    static bool isCode(const ReportTable& table, int column)
+    {
+        return table.alignment.mid(column, 1) == "c";
+    }
+
     static QByteArray kind(const ReportTable& table, int column)
     {
-        return table.alignment.mid(column, 1) == "r" ? " class=\"r\"" : "";
+        const QByteArray letter = table.alignment.mid(column, 1);
+        return letter == "r" || letter == "c" ? " class=\"" + letter + '"' : QByteArray();
     }
 };
 
@@ -125,7 +145,7 @@ std::optional<QByteArray> htmlReport(const ReportDocument& document, const GoesO
 {
     QByteArray html = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\"/>\n"
                       "<meta name=\"viewport\" content=\"width=device-width\"/>\n"
-                      + element("title", document.title()) + "<style>" + style
+                      + cell("title", {document.title()}, {}) + '\n' + "<style>" + style
                       + "</style>\n</head>\n<body>\n" + element("h1", document.title());
     for (const QString& line : document.subtitle()) {
         html += element("p", line, " class=\"subtitle\"");

@@ -25,9 +25,19 @@ QByteArray centimetres(double length)
     return QByteArray::number(length, 'f', 3) + "cm";
 }
 
+QByteArray paragraph(const char* style, const QStringList& lines)
+{
+    QByteArrayList texts;
+    for (const QString& line : lines) {
+        texts.append(escaped(line));
+    }
+    return QByteArray("<text:p text:style-name=\"") + style + "\">"
+           + texts.join("<text:line-break/>") + "</text:p>\n";
+}
+
 QByteArray paragraph(const char* style, const QString& text)
 {
-    return QByteArray("<text:p text:style-name=\"") + style + "\">" + escaped(text) + "</text:p>\n";
+    return paragraph(style, QStringList(text));
 }
 
 const char* styleOf(Emphasis emphasis)
@@ -94,11 +104,12 @@ struct BodyWriter
                   + centimetres(width)
                   + "\" table:align=\"left\" fo:margin-bottom=\"0.3cm\"/></style:style>\n";
         body += "<table:table-header-rows>\n";
-        addRow(table, table.headings, "HeadingCell", "Table_20_Heading",
-               "Table_20_Number_20_Heading");
+        addRow(
+            table, table.headings,
+            {"HeadingCell", "Table_20_Heading", "Table_20_Number_20_Heading", "Table_20_Heading"});
         body += "</table:table-header-rows>\n";
         for (const QStringList& row : table.rows) {
-            addRow(table, row, "Cell", "Table_20_Contents", "Table_20_Numbers");
+            addRow(table, row, {"Cell", "Table_20_Contents", "Table_20_Numbers", "Table_20_Codes"});
         }
         body += "</table:table>\n";
     }
@@ -119,15 +130,25 @@ struct BodyWriter
     }
 
 private:
-    void addRow(const ReportTable& table, const QStringList& cells, const char* cellStyle,
-                const char* textStyle, const char* numberStyle)
+    /// Styles of a row.
+    struct RowStyles
+    {
+        const char* cell;
+        const char* text;
+        const char* number;
+        const char* code;
+    };
+
+    void addRow(const ReportTable& table, const QStringList& cells, const RowStyles& names)
     {
         body += "<table:table-row table:style-name=\"Row\">";
         for (int column = 0; column < cells.size(); ++column) {
-            const bool isNumber = table.alignment.mid(column, 1) == "r";
-            body += QByteArray("<table:table-cell table:style-name=\"") + cellStyle
+            const QByteArray kind = table.alignment.mid(column, 1);
+            body += QByteArray("<table:table-cell table:style-name=\"") + names.cell
                     + "\" office:value-type=\"string\">"
-                    + paragraph(isNumber ? numberStyle : textStyle, cells.at(column))
+                    + (kind == "c"
+                           ? paragraph(names.code, codePieces(cells.at(column)))
+                           : paragraph(kind == "r" ? names.number : names.text, cells.at(column)))
                     + "</table:table-cell>";
         }
         body += "</table:table-row>\n";
@@ -153,7 +174,10 @@ QByteArray stylesXml(const ReportDocument& document)
     return QByteArray(xmlHead) + "<office:document-styles" + odtNamespaces
            + "><office:font-face-decls><style:font-face style:name=\"DejaVu Sans\" "
              "svg:font-family=\"'DejaVu Sans', Verdana, Arial\" "
-             "style:font-family-generic=\"swiss\"/></office:font-face-decls>\n"
+             "style:font-family-generic=\"swiss\"/><style:font-face "
+             "style:name=\"DejaVu Sans Mono\" svg:font-family=\"'DejaVu Sans Mono', monospace\" "
+             "style:font-family-generic=\"modern\" style:font-pitch=\"fixed\"/>"
+             "</office:font-face-decls>\n"
            + odtStyles + odtPageBeforeHeading + escaped(heading.left(longestHeading))
            + odtPageAfterHeading + "</office:document-styles>\n";
 }

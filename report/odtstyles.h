@@ -61,6 +61,10 @@ fo:font-size="8.5pt"/></style:style>
 <style:style style:name="Table_20_Numbers" style:display-name="Table Numbers"
 style:family="paragraph" style:parent-style-name="Table_20_Contents"
 style:class="extra"><style:paragraph-properties fo:text-align="end"/></style:style>
+<style:style style:name="Table_20_Codes" style:display-name="Table Codes"
+style:family="paragraph" style:parent-style-name="Table_20_Contents"
+style:class="extra"><style:text-properties style:font-name="DejaVu Sans Mono"
+fo:font-size="7pt"/></style:style>
 <style:style style:name="Table_20_Heading" style:display-name="Table Heading"
 style:family="paragraph" style:parent-style-name="Table_20_Contents"
 style:class="extra"><style:text-properties fo:font-weight="bold"/></style:style>

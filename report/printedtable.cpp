@@ -8,10 +8,11 @@
 
 namespace {
 
-constexpr int lettersInLine = 88; ///< about so many
-constexpr int shortRows = 15;     ///< of a table that stays on one page
-constexpr double cellPadding = 2; ///< in points, above and below a text
-constexpr double cellGap = 8;     ///< in points, right of a text
+constexpr int lettersInLine = 88;  ///< about so many
+constexpr int shortRows = 15;      ///< of a table that stays on one page
+constexpr double cellPadding = 2;  ///< in points, above and below a text
+constexpr double cellGap = 8;      ///< in points, right of a text
+constexpr QChar wordBreak(0x200b); ///< has no width, and is no letter
 
 } // namespace
 
@@ -31,10 +32,13 @@ PrintedTable::Row PrintedTable::row(const QStringList& texts, bool isHeading) co
     Row made{{}, isHeading, 0};
     const QFont font = printedFont(printedPoints - 1, isHeading);
     for (int column = 0; column < texts.size(); ++column) {
-        const bool isNumber = table.alignment.mid(column, 1) == "r";
-        made.cells.push_back(paper->text(texts.at(column), font,
-                                         widths.at(column) - ofPoints(cellGap),
-                                         isNumber ? Qt::AlignRight : Qt::AlignLeft));
+        const QByteArray kind = table.alignment.mid(column, 1);
+        const bool isCode = kind == "c" && !isHeading;
+        const QString& text = texts.at(column);
+        made.cells.push_back(paper->text(
+            isCode ? codePieces(text).join(QChar::LineSeparator) : textPieces(text).join(wordBreak),
+            isCode ? printedCodeFont() : font, widths.at(column) - ofPoints(cellGap),
+            kind == "r" ? Qt::AlignRight : Qt::AlignLeft));
         made.height = qMax(made.height, made.cells.back().height() + 2 * ofPoints(cellPadding));
     }
     return made;

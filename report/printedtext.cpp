@@ -2,6 +2,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "report/printedtext.h"
 
+QFont printedCodeFont()
+{
+    QFont font("DejaVu Sans Mono");
+    font.setStyleHint(QFont::Monospace);
+    font.setPointSizeF(printedPoints - 2);
+    return font;
+}
+
 QFont printedFont(double points, bool isBold)
 {
     QFont font("DejaVu Sans");

@@ -15,6 +15,7 @@ class QPaintDevice;
 constexpr double printedPoints = 9;
 
 QFont printedFont(double points = printedPoints, bool isBold = false);
+QFont printedCodeFont();
 
 /// The lines of a text in a column of a page.
 class PrintedText

@@ -15,7 +15,7 @@ inline QString pageText(const QByteArray& xml)
         const auto token = reader.readNext();
         if (token == QXmlStreamReader::Characters && !reader.isWhitespace()) {
             text += reader.text();
-        } else if (token == QXmlStreamReader::EndElement) {
+        } else if (token == QXmlStreamReader::EndElement && reader.name() != "wbr") {
             text += reader.name() == "td" || reader.name() == "th" ? '|' : '\n';
         }
     }

@@ -91,6 +91,23 @@ private slots:
         }
     }
 
+    void breaksLongWords_data()
+    {
+        const Rows<QStringList, QStringList> row("found", "pieces");
+        row("short", textPieces("raw_results_a.csv"), {"raw_results_a.csv"});
+        row("name", textPieces("a-b raw_results_long_name.csv, c-d"),
+            {"a-b raw_", "results_", "long_", "name.", "csv, c-d"});
+        row("text as code", codePieces("has changed " + QString(32, 'x')),
+            {"has changed " + QString(32, 'x')});
+        row("code", codePieces(QString(33, 'x')), {QString(32, 'x'), "x"});
+        row("no code", codePieces(""), {});
+    }
+    void breaksLongWords()
+    {
+        QFETCH(QStringList, found);
+        QTEST(found, "pieces");
+    }
+
     void isolatesNames()
     {
         const QString hebrew = QString::fromUtf8("\u05d0\u05d1");
