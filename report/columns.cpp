@@ -7,9 +7,9 @@
 namespace {
 
 constexpr double widerInBold = 1.2;
-constexpr double gap = 2;              ///< between columns, in letters
-constexpr double mostForNumbers = 0.7; ///< of a line, if texts are to have the rest
+constexpr double gap = 2; ///< between columns, in letters
 constexpr double narrowerAsCode = 0.75;
+constexpr double shortText = 8;    ///< that a column of texts or a heading has room for at least
 constexpr double mostLetters = 40; ///< that a column asks for, where texts have to be broken
 
 /// Of a heading, which is broken between words alone.
@@ -27,46 +27,71 @@ double sumOf(const QVector<double>& widths)
     return std::accumulate(widths.begin(), widths.end(), 0.0);
 }
 
-/// Columns of numbers and codes get what they need, those of texts share the rest.
-void fitTexts(const ReportTable& table, double line, QVector<double>& widths)
+bool isOfTexts(const ReportTable& table, int column)
 {
-    double numbers = 0.0;
-    double texts = 0.0;
-    for (int column = 0; column < widths.size(); ++column) {
-        (table.alignment.at(column) == 'l' ? texts : numbers) += widths.at(column);
+    return table.alignment.mid(column, 1) == "l";
+}
+
+/// Of the cells below a heading.
+double longestCell(const ReportTable& table, int column)
+{
+    int longest = 0;
+    for (const QStringList& row : table.rows) {
+        longest = qMax(longest, row.value(column).size());
     }
-    if (numbers > mostForNumbers * line || !(texts > 0)) {
-        return;
-    }
+    const bool isCode = table.alignment.mid(column, 1) == "c";
+    return isCode ? narrowerAsCode * qMin(longest, codePieceLetters) : longest;
+}
+
+/// Fits columns into a line: each gets the least that it needs, then those of numbers and codes
+/// what their headings wish, then those of texts the rest.
+void fit(const ReportTable& table, QVector<double>& widths)
+{
+    QVector<double> least;
     for (int column = 0; column < widths.size(); ++column) {
-        if (table.alignment.at(column) == 'l') {
-            widths[column] *= (line - numbers) / texts;
+        least.append(qMin(widths.at(column), leastLetters(table, column)));
+    }
+    double spare = qMax(0.0, lettersInLine - sumOf(least));
+    for (const bool isText : {false, true}) {
+        double wished = 0.0;
+        for (int column = 0; column < widths.size(); ++column) {
+            wished += isOfTexts(table, column) == isText ? widths.at(column) - least.at(column) : 0;
         }
+        const double part = !(wished > 0) ? 0 : isText ? spare / wished : qMin(1.0, spare / wished);
+        for (int column = 0; column < widths.size(); ++column) {
+            if (isOfTexts(table, column) == isText) {
+                widths[column] = least.at(column) + part * (widths.at(column) - least.at(column));
+            }
+        }
+        spare -= part * wished;
     }
 }
 
 } // namespace
 
-QVector<double> columnShares(const ReportTable& table, int lettersInLine)
+double leastLetters(const ReportTable& table, int column)
+{
+    const bool isText = isOfTexts(table, column);
+    const double cell = longestCell(table, column);
+    const double word = longestWord(table.headings.at(column));
+    return qMin(qMax(isText ? qMin(cell, shortText) : cell, qMin(word, shortText)), mostLetters)
+           + gap;
+}
+
+QVector<double> columnShares(const ReportTable& table)
 {
     QVector<double> whole;
     QVector<double> broken;
     for (int column = 0; column < table.headings.size(); ++column) {
         const QString& heading = table.headings.at(column);
-        double longest = longestWord(heading);
-        const bool isCode = table.alignment.mid(column, 1) == "c";
-        for (const QStringList& row : table.rows) {
-            const int letters = row.at(column).size();
-            longest =
-                qMax(longest, isCode ? narrowerAsCode * qMin(letters, codePieceLetters) : letters);
-        }
+        const double longest = qMax(longestWord(heading), longestCell(table, column));
         whole.append(qMax(longest, widerInBold * heading.size()) + gap);
         broken.append(qMin(longest, mostLetters) + gap);
     }
     const bool isBroken = sumOf(whole) > lettersInLine;
     QVector<double>& widths = isBroken ? broken : whole;
     if (isBroken) {
-        fitTexts(table, lettersInLine, widths);
+        fit(table, widths);
     }
     const double line = isBroken ? sumOf(widths) : lettersInLine;
     for (double& width : widths) {

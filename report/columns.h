@@ -5,8 +5,15 @@
 
 #include "report/document.h"
 
-/// How wide the columns of a table are to be, as shares of a line that holds so many letters:
-/// they add up to 1 at the most, and to 1 where texts have to be broken.
-QVector<double> columnShares(const ReportTable& table, int lettersInLine);
+/// Letters that a line of a printed table holds, about.
+constexpr int lettersInLine = 90;
+
+/// How wide a column has to be at least, in letters: numbers are not broken, texts and headings
+/// may be.
+double leastLetters(const ReportTable& table, int column);
+
+/// How wide the columns of a table are to be, as shares of a line: they add up to 1 at the most,
+/// and to 1 where texts have to be broken.
+QVector<double> columnShares(const ReportTable& table);
 
 #endif

@@ -3,6 +3,7 @@
 #include "report/document.h"
 
 #include "analysis/checkup/wording.h"
+#include "report/columns.h"
 
 #include <QRegularExpression>
 
@@ -27,7 +28,8 @@ bool isIsolate(QChar letter)
 bool isForbidden(QChar letter)
 {
     const ushort code = letter.unicode();
-    return code < 0x20 || (code >= 0x7f && code < 0xa0) || letter.isNonCharacter();
+    return code < 0x20 || (code >= 0x7f && code < 0xa0) || letter == QChar::LineSeparator
+           || letter == QChar::ParagraphSeparator || letter.isNonCharacter();
 }
 
 bool runsLeft(QChar letter)
@@ -74,9 +76,9 @@ QString documentText(const QString& text, int longest)
 
 QStringList textPieces(const QString& text)
 {
-    static const QRegularExpression longWord("\\S{21,}");
-    static const QRegularExpression mark("(?<=[-_./])(?=\\w)");
-    if (text.size() < 21) {
+    static const QRegularExpression longWord("\\S{9,}");
+    static const QRegularExpression mark("(?<=[-_./])(?=[^\\W\\d])|(?<=_)(?=\\d)"); // of no number
+    if (text.size() < 9) {
         return {text};
     }
     QStringList pieces;
@@ -167,15 +169,31 @@ void ReportDocument::add(ReportTable table)
     if (rowCount > mostRows) {
         table.caption += QString(" The first %1 of %2 rows.").arg(mostRows).arg(rowCount);
     }
-    const int columnCount = table.headings.size();
-    if (columnCount <= mostColumns) {
-        content.append(table);
-        return;
+    int column = table.leadingColumns;
+    do {
+        const int end = endOfPart(table, column);
+        addPart(table, column, end);
+        column = end;
+    } while (column < table.headings.size());
+}
+
+/// The column behind those that a line has room for behind the leading ones.
+int ReportDocument::endOfPart(const ReportTable& table, int firstColumn)
+{
+    double letters = 0.0;
+    for (int column = 0; column < table.leadingColumns; ++column) {
+        letters += leastLetters(table, column);
     }
-    const int step = mostColumns - table.leadingColumns;
-    for (int column = table.leadingColumns; column < columnCount; column += step) {
-        addPart(table, column, qMin(columnCount, column + step));
+    const int most = qMin(table.headings.size(), firstColumn + mostColumns - table.leadingColumns);
+    int end = firstColumn;
+    while (end < most) {
+        letters += leastLetters(table, end);
+        if (letters > lettersInLine && end > firstColumn) {
+            break;
+        }
+        ++end;
     }
+    return end;
 }
 
 /// Some columns of a wide table, behind those that lead.

@@ -58,7 +58,7 @@ class ReportDocument
 {
 public:
     static constexpr int mostRows = 2000;    ///< of a table
-    static constexpr int mostColumns = 11;   ///< of a table, or of each of its parts
+    static constexpr int mostColumns = 11;   ///< of each part, or less if its numbers are long
     static constexpr int longestText = 4000; ///< of a paragraph or a cell
 
     ReportDocument(const QString& titleText, const QStringList& subtitleLines);
@@ -77,6 +77,7 @@ public:
     const QVector<ReportBlock>& blocks() const { return content; }
 
 private:
+    static int endOfPart(const ReportTable& table, int firstColumn);
     void addPart(const ReportTable& table, int firstColumn, int endColumn);
 
     QString titleLine;

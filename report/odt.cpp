@@ -12,7 +12,6 @@ namespace {
 constexpr char mimeType[] = "application/vnd.oasis.opendocument.text";
 constexpr char xmlHead[] = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
 constexpr double bodyWidth = 17.4; ///< cm
-constexpr int lettersInLine = 90;  ///< of a table, about
 constexpr int pictureScale = 3;    ///< for paper
 
 QByteArray escaped(const QString& text)
@@ -90,7 +89,7 @@ struct BodyWriter
                 + "\" table:style-name=\"" + name + "\">\n";
         double width = 0.0;
         int column = 0;
-        for (const double share : columnShares(table, lettersInLine)) {
+        for (const double share : columnShares(table)) {
             const QByteArray style = name + '.' + QByteArray::number(++column);
             styles += "<style:style style:name=\"" + style
                       + "\" style:family=\"table-column\"><style:table-column-properties "

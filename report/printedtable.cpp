@@ -8,7 +8,6 @@
 
 namespace {
 
-constexpr int lettersInLine = 88;  ///< about so many
 constexpr int shortRows = 15;      ///< of a table that stays on one page
 constexpr double cellPadding = 2;  ///< in points, above and below a text
 constexpr double cellGap = 8;      ///< in points, right of a text
@@ -19,7 +18,7 @@ constexpr QChar wordBreak(0x200b); ///< has no width, and is no letter
 PrintedTable::PrintedTable(const ReportTable& reportTable, Paper* pages)
     : table(reportTable)
     , paper(pages)
-    , widths(columnShares(table, lettersInLine))
+    , widths(columnShares(table))
 {
     for (double& width : widths) {
         width *= paper->width();

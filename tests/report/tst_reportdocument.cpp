@@ -3,6 +3,7 @@
 #include "analysis/calculation.h"
 #include "analysis/certainty/othermethods.h"
 #include "report/chapters.h"
+#include "report/columns.h"
 #include "report/formats.h"
 #include "report/manydatasets.h"
 #include "report/zip.h"
@@ -94,7 +95,8 @@ private slots:
     void breaksLongWords_data()
     {
         const Rows<QStringList, QStringList> row("found", "pieces");
-        row("short", textPieces("raw_results_a.csv"), {"raw_results_a.csv"});
+        row("short", textPieces("data_1.c"), {"data_1.c"});
+        row("number", textPieces("-0.0205347"), {"-0.0205347"});
         row("name", textPieces("a-b raw_results_long_name.csv, c-d"),
             {"a-b raw_", "results_", "long_", "name.", "csv, c-d"});
         row("text as code", codePieces("has changed " + QString(32, 'x')),
@@ -145,6 +147,24 @@ private slots:
         QCOMPARE(seen, table.headings.mid(2));
         const QString caption = std::get<ReportTable>(document.blocks().first()).caption;
         QCOMPARE(caption, "Table 1. Wide. The first 2000 of 2001 rows.");
+    }
+
+    /// Numbers are not broken, however long the headings are.
+    void leavesRoomForNumbers()
+    {
+        const QString number = "0.0558605";
+        ReportDocument document("", {});
+        const QStringList headings("Dose");
+        document.add(ReportTable{"",
+                                 headings + QVector<QString>(9, QString(40, 'n')).toList(),
+                                 QByteArray(10, 'r'),
+                                 {QVector<QString>(10, number).toList()}});
+        QCOMPARE(document.blocks().size(), 2);
+        for (const ReportBlock& block : document.blocks()) {
+            for (const double share : columnShares(std::get<ReportTable>(block))) {
+                QVERIFY(share * lettersInLine > number.size() + 1);
+            }
+        }
     }
 
     /// The check value of the checksum is that of its definition.
