@@ -77,7 +77,7 @@ QString documentText(const QString& text, int longest)
 QStringList textPieces(const QString& text)
 {
     static const QRegularExpression longWord("\\S{9,}");
-    static const QRegularExpression mark("(?<=[-_./])(?=[^\\W\\d])|(?<=_)(?=\\d)"); // of no number
+    static const QRegularExpression mark("(?<=[_./])(?=[^\\W\\d])|(?<=_)(?=\\d)"); // of no number
     if (text.size() < 9) {
         return {text};
     }
