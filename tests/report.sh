@@ -171,7 +171,7 @@ check_numbers() {
             "$(awk "BEGIN { printf \"%.6g\", $probability }")"
     done
     for file in "${@:4}"; do
-        sed 's/<wbr\/>//g' "$page" | grep -q ">$(sha256sum "$file" | cut -d ' ' -f 1)</td>" \
+        grep -q ">$(sha256sum "$file" | cut -d ' ' -f 1)</td>" <(sed 's/<wbr\/>//g' "$page") \
             || fail "$page has no hash of $file"
     done
 }
