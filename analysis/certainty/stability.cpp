@@ -3,7 +3,9 @@
 #include "analysis/certainty/stability.h"
 
 #include "analysis/dosesearch.h"
+#include "io/streamlists.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <random>
@@ -102,7 +104,53 @@ void summarise(DoseStability& found)
     found.upper = quantile(found.chosen, 0.975);
 }
 
+template <typename Stability, typename Action>
+void visitNumbers(Stability& stability, const Action& action)
+{
+    action(stability.med);
+    action(stability.mostOften);
+    action(stability.lower);
+    action(stability.upper);
+    action(stability.samplesNeeded);
+    action(stability.nearest);
+}
+
+/// Whether all doses are among those that were chosen from, and counts those of resamples.
+bool isSound(const DoseStability& stability)
+{
+    const int none = qMax(0, stability.chosen.size() - 1);
+    const auto areWithin = [](const QVector<int>& numbers, int highest) {
+        return std::all_of(numbers.begin(), numbers.end(),
+                           [highest](int number) { return 0 <= number && number <= highest; });
+    };
+    return areWithin({stability.med, stability.mostOften, stability.lower, stability.upper}, none)
+           && areWithin(stability.chosen, resampleCount) && areWithin(stability.ties, none - 1)
+           && -1 <= stability.nearest && stability.nearest < none;
+}
+
 } // namespace
+
+QDataStream& operator<<(QDataStream& stream, const DoseStability& stability)
+{
+    visitNumbers(stability, [&stream](const auto& number) { stream << number; });
+    writeList(stream, stability.chosen);
+    writeList(stream, stability.ties);
+    return stream;
+}
+
+QDataStream& operator>>(QDataStream& stream, DoseStability& stability)
+{
+    visitNumbers(stability, [&stream](auto& number) { stream >> number; });
+    readList(stream, stability.chosen);
+    readList(stream, stability.ties);
+    if (stream.status() == QDataStream::Ok && !isSound(stability)) {
+        stream.setStatus(QDataStream::ReadCorruptData);
+    }
+    if (stream.status() != QDataStream::Ok) {
+        stability = {};
+    }
+    return stream;
+}
 
 std::optional<QVector<DoseStability>> doseStability(const Grid& hits, int sampleCount,
                                                     const QVector<double>& probability,

@@ -6,6 +6,8 @@
 #include "analysis/certainty/evaluation.h"
 #include "analysis/probability.h"
 
+class QDataStream;
+
 /// How often the bootstrap samples are resampled, and the seed of the generator that does it
 /// (the Mersenne Twister of Matsumoto & Nishimura 1998), which is started anew for each data
 /// set: the same samples are drawn whatever was calculated before.
@@ -31,6 +33,11 @@ struct DoseStability
     /// In percent of the resamples.
     double share(int dose) const { return 100.0 * chosen.value(dose) / resampleCount; }
 };
+
+/// Bytes that no stability was written to give a status other than Ok, and none; what is read has
+/// its doses within those of chosen. writeList and readList of io/streamlists.h take several.
+QDataStream& operator<<(QDataStream& stream, const DoseStability& stability);
+QDataStream& operator>>(QDataStream& stream, DoseStability& stability);
 
 /// Resamples the bootstrap samples with replacement, the same ones for all doses and models,
 /// and repeats the rule of the minimum effective dose for each level (percent): [level].

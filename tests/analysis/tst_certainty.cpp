@@ -55,6 +55,28 @@ static Evaluation evaluationOf(const Study& study)
     return keepEvaluation(study, 0, weights, endpoints);
 }
 
+static void readsWhatWasWritten(const DoseStability& stability)
+{
+    const auto bytesOf = [](const DoseStability& written) {
+        QByteArray bytes;
+        QDataStream stream(&bytes, QIODevice::WriteOnly);
+        stream << written;
+        return bytes;
+    };
+    const QByteArray bytes = bytesOf(stability);
+    for (int byte = 0; byte <= bytes.size(); ++byte) {
+        DoseStability read;
+        QDataStream cut(bytes.left(byte));
+        cut >> read;
+        QCOMPARE(bytesOf(read), byte < bytes.size() ? bytesOf({}) : bytes);
+        QByteArray damaged = bytes;
+        damaged[qMin(byte, bytes.size() - 1)] = char(0x7f);
+        QDataStream stream(damaged);
+        stream >> read;
+        QVERIFY(read.med < qMax(1, read.chosen.size()) && read.nearest < read.chosen.size());
+    }
+}
+
 /// Expected numbers by hand; those of resamples by NumPy's Mersenne Twister.
 class TestCertainty : public QObject
 {
@@ -107,6 +129,7 @@ private slots:
             medOftenLowerUpper);
         QTEST(stability.ties, "ties");
         QVERIFY(almostEqual(stability.samplesNeeded, needed));
+        readsWhatWasWritten(stability);
         QVERIFY(!doseStability(Grid(10000, 2), 10000, {0, 0}, {1}, [] { return false; }));
     }
 
