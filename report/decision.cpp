@@ -58,6 +58,9 @@ QString answer(const ReportedResult& result)
             highest = level;
         }
     }
+    if (levels.isEmpty()) {
+        return "There is no level to select a dose for.";
+    }
     if (highest < 0) {
         return QString("No candidate dose reaches %1.")
             .arg(levels.size() == 1 ? "the level of " + levelText(levels.first())
@@ -87,6 +90,9 @@ void addMeds(ReportDocument& document, const ReportedResult& result,
                       {"Level (%)", "MED", "Held in (% of resamples)"},
                       "rrr",
                       {}};
+    if (result.meds.isEmpty()) {
+        return;
+    }
     for (int level = 0; level < result.meds.size(); ++level) {
         const bool isKnown = level < result.stability.size();
         const DoseStability found = result.stability.value(level);
@@ -221,8 +227,9 @@ bool addDecision(ReportDocument& document, const ReportContext& context)
         return false;
     }
     document.add(ReportParagraph{answer(result), Emphasis::Statement});
+    const QString doses = result.made.doses.isEmpty() ? "none" : typed(result.made.doses);
     document.say(QString("Candidate doses: %1. Method: %2. %3")
-                     .arg(typed(result.made.doses), methodText(result.made), extent(context)));
+                     .arg(doses, methodText(result.made), extent(context)));
     addInOrder(
         result.meds.size(), [&] { addMeds(document, result, *methods); },
         [&] { addObjections(document, context, objections(result, *methods)); });

@@ -9,6 +9,7 @@
 namespace {
 
 constexpr int shortRows = 15;      ///< of a table that stays on one page
+constexpr double fewLines = 40;    ///< in points, of a row that is too high for a page
 constexpr double cellPadding = 2;  ///< in points, above and below a text
 constexpr double cellGap = 8;      ///< in points, right of a text
 constexpr QChar wordBreak(0x200b); ///< has no width, and is no letter
@@ -45,12 +46,15 @@ PrintedTable::Row PrintedTable::row(const QStringList& texts, bool isHeading) co
 
 double PrintedTable::leadHeight() const
 {
-    double height = heading.height;
+    const double most = 0.7 * paper->height();
     const int rows = table.rows.size() <= shortRows ? table.rows.size() : 1;
-    for (int number = 0; number < rows; ++number) {
+    double height = heading.height;
+    double first = height;
+    for (int number = 0; number < rows && height < most; ++number) {
         height += row(table.rows.at(number), false).height;
+        first = number == 0 ? height : first;
     }
-    return height;
+    return height < most ? height : qMin(first, heading.height + ofPoints(fewLines));
 }
 
 bool PrintedTable::print(const std::function<bool()>& goesOn)
@@ -74,7 +78,8 @@ void PrintedTable::printRow(const Row& row)
             printRow(heading);
         }
     };
-    if (row.height > paper->room() && !row.isHeading) {
+    const bool isTooHigh = row.height > paper->height() - heading.height;
+    if ((isTooHigh ? ofPoints(fewLines) : row.height) > paper->room() && !row.isHeading) {
         turn();
     }
     std::vector<int> next(row.cells.size(), 0);
