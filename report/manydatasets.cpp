@@ -115,7 +115,7 @@ QPair<double, int> firmnessOf(const DoseSelection& selection, int level)
 std::optional<QVector<double>> medsBy(int method, const DoseSelection& selection, const Study& made,
                                       int dataSet)
 {
-    const auto kept = selection.otherMeds.value(dataSet).value(method);
+    auto kept = selection.otherMeds.value(dataSet).value(method);
     const Evaluation evaluation = selection.evaluations.value(dataSet);
     if (kept || !evaluation.exists()) {
         return kept;

@@ -164,6 +164,9 @@ void CheckUpRun::follow(const DataSetTables& tables)
 
 void CheckUpRun::add(int dataSet, const DataSetTables& tables)
 {
+    if (definitions.isEmpty()) {
+        return;
+    }
     const std::optional<Table> first = tables.value(0);
     const QVector<double> firstNumbers =
         first ? columnValues(*first, definitions.first().columns.number) : QVector<double>();
@@ -183,15 +186,15 @@ void CheckUpRun::add(int dataSet, const DataSetTables& tables)
         const CheckedModel& definition = definitions.at(index);
         const Table& table = present.at(index);
         const std::optional<Table> before = previous.value(index);
-        SampleCounts counts =
+        SampleCounts found =
             countSamples(table, definition.columns, columnValues(table, definition.columns.number),
                          firstNumbers);
-        counts.unevenlyPaired = first && first->size() != table.size();
-        counts.unpaired = isFaulty.at(index);
-        counts.repeatsPrevious = before && sameSamples(*before, table);
-        model.dataSets.append(counts);
+        found.unevenlyPaired = first && first->size() != table.size();
+        found.unpaired = isFaulty.at(index);
+        found.repeatsPrevious = before && sameSamples(*before, table);
+        model.dataSets.append(found);
         model.sums.add(summed.at(index) == definition.columns
-                           ? counts
+                           ? found
                            : countSamples(table, summed.at(index), {}, {}));
     }
     previous = tables;

@@ -107,8 +107,8 @@ private slots:
         study.target = {2, 1};
         study.shownModel = 2;
         study.individuals = 0;
-        ImportCheckUp checkUp;
-        checkUp.models.fill({"", {"no samples"}, {}}, 2);
+        ImportCheckUp imported;
+        imported.models.fill({"", {"no samples"}, {}}, 2);
         const TypedInputs typed{"1,x", "120", {"-inf", true, -10}, {"", false, 10}};
         const QString lines =
             "emax, results: no samples/emax, endpoint: There is no*/emax, weight: *"
@@ -117,7 +117,7 @@ private slots:
             "/Lower bound of the target interval: No endpoint*/Upper bound of the*for 10*"
             "/Number of sim*: No ind*/Model shown: *model 2, which*/Endpoint of each model: "
             "*emax.";
-        const QStringList found = studyFindings(study, checkUp, typed);
+        const QStringList found = studyFindings(study, imported, typed);
         QCOMPARE(told(found, lines), lines);
     }
 
