@@ -4,7 +4,7 @@
 
 #include "io/filesizelimit.h"
 
-#include <QFileDevice>
+#include <QFile>
 #include <QtEndian>
 
 #include <algorithm>
@@ -260,6 +260,18 @@ DecodedProject readProject(const uchar* data, qint64 size)
         return true;
     });
     return project;
+}
+
+DecodedProject readProject(QFile& file)
+{
+    // Through a copy in memory, as a mapped file that another program cuts short would end this
+    // one; mapped only where it is too large for a QByteArray.
+    if (file.size() < std::numeric_limits<int>::max() / 2) {
+        const QByteArray bytes = file.readAll();
+        return readProject(reinterpret_cast<const uchar*>(bytes.constData()), bytes.size());
+    }
+    const uchar* mapped = file.map(0, file.size());
+    return mapped == nullptr ? DecodedProject() : readProject(mapped, file.size());
 }
 
 bool startsAsProject(const QByteArray& start, qint64 size)

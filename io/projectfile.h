@@ -8,6 +8,7 @@
 #include <QStringList>
 #include <QVector>
 
+class QFile;
 class QIODevice;
 
 // Project files. A file is 17 items one after another, with nothing before, between or
@@ -76,6 +77,9 @@ bool writeProject(const ProjectItems& items, QIODevice* device);
 /// last item are ignored. Any bytes are safe to read; a list never claims more elements
 /// than the bytes that are left can hold, so memory stays within ten times the size.
 DecodedProject readProject(const uchar* data, qint64 size);
+
+/// The same of an open file, whose error tells if it cannot be read.
+DecodedProject readProject(QFile& file);
 
 /// Whether a file of this size that starts with these bytes can be a project: whether the
 /// counts at the start of item 1 are such as the size allows. No text starts like that.

@@ -18,7 +18,6 @@
 #include <QSignalBlocker>
 
 #include <algorithm>
-#include <limits>
 
 namespace {
 
@@ -39,18 +38,6 @@ bool isDevice(const QString& path)
 {
     const QFileInfo info(path);
     return info.exists() && !info.isFile() && !info.isDir();
-}
-
-/// Reads through a copy in memory, as a mapped file that another program cuts short would
-/// end this one; mapped only where it is too large for a QByteArray.
-DecodedProject readProjectFile(QFile& file)
-{
-    if (file.size() < std::numeric_limits<int>::max() / 2) {
-        const QByteArray bytes = file.readAll();
-        return readProject(reinterpret_cast<const uchar*>(bytes.constData()), bytes.size());
-    }
-    const uchar* mapped = file.map(0, file.size());
-    return mapped == nullptr ? DecodedProject() : readProject(mapped, file.size());
 }
 
 void chooseItem(QComboBox* box, int index)
@@ -131,7 +118,7 @@ void MainWindow::openProject(const QString& path)
     }
     QFile file(path);
     const DecodedProject project =
-        file.open(QIODevice::ReadOnly) ? readProjectFile(file) : DecodedProject();
+        file.open(QIODevice::ReadOnly) ? readProject(file) : DecodedProject();
     if (file.error() != QFileDevice::NoError) {
         showFileError(file.errorString());
         return;
