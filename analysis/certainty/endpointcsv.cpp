@@ -11,17 +11,6 @@ namespace {
 constexpr int exactDigits = 17;
 constexpr int bytesAtATime = 1 << 20;
 
-QByteArray csvNumber(double number)
-{
-    if (std::isnan(number)) {
-        return "NA";
-    }
-    if (std::isinf(number)) {
-        return number > 0 ? "Inf" : "-Inf";
-    }
-    return QByteArray::number(number, 'g', exactDigits);
-}
-
 /// What all lines of a result share.
 struct EndpointLines
 {
@@ -70,30 +59,53 @@ struct EndpointLines
 
 } // namespace
 
+QByteArray csvNumber(double number)
+{
+    if (std::isnan(number)) {
+        return "NA";
+    }
+    if (std::isinf(number)) {
+        return number > 0 ? "Inf" : "-Inf";
+    }
+    return QByteArray::number(number, 'g', exactDigits);
+}
+
+void writeEndpointHeading(QIODevice& device)
+{
+    device.write("data_set,model,sample,dose,endpoint,weight,selected,in_target\r\n");
+}
+
+bool writeEndpoints(QIODevice& device, const JudgedResult& result,
+                    const std::function<bool()>& goesOn)
+{
+    QByteArray text;
+    const EndpointLines lines(result);
+    for (int sample = 0; sample < result.evaluation.sampleCount; ++sample) {
+        lines.append(text, sample);
+        if (text.size() >= bytesAtATime) {
+            if (device.write(text) != text.size()) {
+                return true;
+            }
+            text.clear();
+            if (!goesOn()) {
+                return false;
+            }
+        }
+    }
+    device.write(text);
+    return true;
+}
+
 bool writeEndpoints(QIODevice& device, int resultCount,
                     const std::function<JudgedResult(int result)>& resultAt,
                     const std::function<bool(int done)>& goesOn)
 {
-    QByteArray text = "data_set,model,sample,dose,endpoint,weight,selected,in_target\r\n";
+    writeEndpointHeading(device);
     for (int index = 0; index < resultCount; ++index) {
         const JudgedResult result = resultAt(index);
-        const EndpointLines lines(result);
-        for (int sample = 0; sample < result.evaluation.sampleCount; ++sample) {
-            lines.append(text, sample);
-            if (text.size() >= bytesAtATime) {
-                if (device.write(text) != text.size()) {
-                    return true;
-                }
-                text.clear();
-                if (!goesOn(index)) {
-                    return false;
-                }
-            }
-        }
-        if (!goesOn(index + 1)) {
+        if (!writeEndpoints(device, result, [&] { return goesOn(index); }) || !goesOn(index + 1)) {
             return false;
         }
     }
-    device.write(text);
     return true;
 }

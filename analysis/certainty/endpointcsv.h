@@ -24,4 +24,13 @@ bool writeEndpoints(QIODevice& device, int resultCount,
                     const std::function<JudgedResult(int result)>& resultAt,
                     const std::function<bool(int done)>& goesOn);
 
+/// The same in pieces, for results that come one after another: the heading, then the lines of
+/// each.
+void writeEndpointHeading(QIODevice& device);
+bool writeEndpoints(QIODevice& device, const JudgedResult& result,
+                    const std::function<bool()>& goesOn);
+
+/// A number as these lines have it.
+QByteArray csvNumber(double number);
+
 #endif
