@@ -81,10 +81,19 @@ QStringList checkRandomNumbersOfAll(const Study& study)
     if (std::all_of(perSample.begin(), perSample.end(), [](double n) { return n == 0; })) {
         return {};
     }
+    QVector<double> numbers;
+    for (int dataSet = 0; dataSet < study.dataSetCount(); ++dataSet) {
+        numbers.append(numbersOf(study, dataSet, perSample));
+    }
+    return checkRandomNumbers(numbers);
+}
+
+QStringList checkRandomNumbers(const QVector<double>& ofDataSets)
+{
     double numbers = 0.0;
     int firstRepeating = -1;
-    for (int dataSet = 0; dataSet < study.dataSetCount(); ++dataSet) {
-        numbers += numbersOf(study, dataSet, perSample);
+    for (int dataSet = 0; dataSet < ofDataSets.size(); ++dataSet) {
+        numbers += ofDataSets.at(dataSet);
         if (firstRepeating < 0 && numbers > randomPeriod) {
             firstRepeating = dataSet;
         }
@@ -92,7 +101,7 @@ QStringList checkRandomNumbersOfAll(const Study& study)
     if (firstRepeating < 0) {
         return {};
     }
-    return finding(numbers, study.dataSetCount() > 1
+    return finding(numbers, ofDataSets.size() > 1
                                 ? QString("from data set %1 on, ").arg(firstRepeating)
                                 : QString());
 }

@@ -22,4 +22,7 @@ QStringList checkRandomNumbers(const Study& study, int dataSet);
 /// The same of all data sets together; names the one from which on they may repeat.
 QStringList checkRandomNumbersOfAll(const Study& study);
 
+/// The same where the numbers that each data set draws are known, [dataSet].
+QStringList checkRandomNumbers(const QVector<double>& ofDataSets);
+
 #endif
