@@ -1,0 +1,180 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "batch/commandline.h"
+
+#include "batch/datasource.h"
+#include "batch/error.h"
+
+#include <QCommandLineParser>
+#include <QDir>
+#include <QFile>
+
+#include <cstdio>
+
+namespace {
+
+constexpr int longestSettings = 64 << 20;
+
+const char* const mergeName = "merge";
+
+const char* const usage =
+    "[options] PROJECT\n"
+    "       velmora-batch [options] --models FILE...\n"
+    "       velmora-batch [options] --folder DIR\n"
+    "       velmora-batch merge SHARD... -o DIR\n\n"
+    "Runs an analysis without a window and writes what the window would show.";
+
+/// The value of an option in the help. Of alternatives the parser shows all.
+QString valueName(const SettingDefinition& definition)
+{
+    return definition.value;
+}
+
+void addOptions(QCommandLineParser& parser)
+{
+    for (const SettingDefinition& definition : settingDefinitions()) {
+        if (QLatin1String(definition.name) == QLatin1String("project")) {
+            continue; // the argument
+        }
+        QCommandLineOption option(QString(definition.name), definition.description);
+        option.setValueName(valueName(definition));
+        parser.addOption(option);
+    }
+    parser.addOption({"settings", "Take settings from a file; - is standard input.", "FILE"});
+    parser.addOption(
+        {"data-sets", "Calculate the data sets from A to before B alone, as a shard.", "A:B"});
+    parser.addOption({"plan",
+                      "Count the random numbers of all data sets and write them to FILE; "
+                      "with --data-sets take them from it.",
+                      "FILE"});
+    parser.addOption({{"o", "output"}, "Write results to this folder, new or empty.", "DIR"});
+    parser.addOption({"resume", "Do what is not complete in the folder; skip what is."});
+    parser.addOption({"save-project", "Write a project that the window opens.", "FILE"});
+    parser.addOption({"strict", "End with code 3 if there are findings."});
+    parser.addOption({"dry-run", "Check the inputs, print all settings, and calculate nothing."});
+    parser.addOption({"quiet", "Show neither progress nor findings."});
+    parser.addOption({{"h", "help"}, "Show this text."});
+    parser.addOption({"version", "Show the version."});
+}
+
+/// Gives every value of an option that takes several a name of its own: --models a b becomes
+/// --models=a --models=b.
+QStringList withSingleValues(const QStringList& arguments)
+{
+    QStringList single;
+    QString option;
+    bool isMissing = false; // the first value of the option
+    for (const QString& argument : arguments + QStringList("-")) {
+        const bool isValue = !argument.startsWith('-');
+        if (isValue) {
+            single.append(option.isEmpty() ? argument : option + '=' + argument);
+            isMissing = false;
+            continue;
+        }
+        if (isMissing) {
+            single.append(option); // the parser says so
+        }
+        isMissing = argument == "--models" || argument == "--true-models";
+        option = isMissing ? argument : QString();
+        if (!isMissing) {
+            single.append(argument);
+        }
+    }
+    single.removeLast();
+    return single;
+}
+
+QByteArray settingsText(const QString& name)
+{
+    QFile file(name);
+    if (name == "-" ? !file.open(stdin, QIODevice::ReadOnly)
+                    : (demandFile(name, "--settings"), !file.open(QIODevice::ReadOnly))) {
+        fail(QString("--settings: %1 cannot be read: %2.").arg(name, file.errorString()));
+    }
+    return file.read(longestSettings);
+}
+
+BatchSettings readSettings(const QCommandLineParser& parser)
+{
+    BatchSettings settings;
+    if (parser.isSet("settings")) {
+        const QString name = parser.value("settings");
+        const QString folder = name == "-" ? "." : QFileInfo(name).absolutePath();
+        settings = BatchSettings::fromJson(settingsText(name), name, folder);
+    }
+    BatchSettings options;
+    for (const SettingDefinition& definition : settingDefinitions()) {
+        if (QLatin1String(definition.name) == QLatin1String("project")) {
+            const QStringList names = parser.positionalArguments();
+            if (names.size() > 1) {
+                rejectUsage(QString("One project at a time: what is %1?").arg(names.at(1)));
+            }
+            if (!names.isEmpty()) {
+                options.add(definition, names);
+            }
+        } else if (parser.isSet(definition.name)) {
+            options.add(definition, parser.values(definition.name));
+        }
+    }
+    settings.beatenBy(options);
+    return settings;
+}
+
+DataSetRange readRange(const QString& text)
+{
+    const QStringList parts = text.split(':');
+    bool hasFirst = false;
+    bool hasEnd = false;
+    const DataSetRange range{parts.value(0).toInt(&hasFirst), parts.value(1).toInt(&hasEnd)};
+    if (parts.size() != 2 || !hasFirst || !hasEnd || range.first < 0 || range.count() < 1) {
+        rejectUsage(QString("--data-sets takes the first data set and the one after the last, such "
+                            "as 0:100, not \"%1\".")
+                        .arg(text));
+    }
+    return range;
+}
+
+} // namespace
+
+CommandLine readCommandLine(const QStringList& arguments)
+{
+    QCommandLineParser parser;
+    addOptions(parser);
+    CommandLine line;
+    if (!parser.parse(withSingleValues(arguments))) {
+        QString error = parser.errorText();
+        rejectUsage(error.endsWith('.') ? error : error + "; see --help.");
+    }
+    if (parser.isSet("help")) {
+        line.task = CommandLine::Task::Help;
+        line.helpText = parser.helpText().replace("[options]", usage);
+        return line;
+    }
+    if (parser.isSet("version")) {
+        line.task = CommandLine::Task::Version;
+        return line;
+    }
+    line.output = parser.value("output");
+    line.plan = parser.value("plan");
+    line.project = parser.value("save-project");
+    line.resumes = parser.isSet("resume");
+    line.isStrict = parser.isSet("strict");
+    line.isDryRun = parser.isSet("dry-run");
+    line.isQuiet = parser.isSet("quiet");
+    for (const char* const name : {"output", "plan", "save-project", "settings"}) {
+        if (parser.isSet(name) && parser.value(name).isEmpty()) {
+            rejectUsage(QString("--%1 needs a name.").arg(name));
+        }
+    }
+    const QStringList names = parser.positionalArguments();
+    if (names.value(0) == mergeName) {
+        line.task = CommandLine::Task::Merge;
+        line.shards = names.mid(1);
+        return line;
+    }
+    if (parser.isSet("data-sets")) {
+        line.dataSets = readRange(parser.value("data-sets"));
+    }
+    line.settings = readSettings(parser);
+    return line;
+}

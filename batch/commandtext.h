@@ -1,0 +1,12 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_BATCH_COMMANDTEXT_H
+#define VELMORA_BATCH_COMMANDTEXT_H
+
+#include "batch/settings.h"
+
+/// The line for a shell (POSIX) that runs velmora-batch with these settings. Where they hold
+/// line breaks or are too long for a line, they follow as the text of a settings file.
+QString commandText(const BatchSettings& settings);
+
+#endif

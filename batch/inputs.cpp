@@ -1,0 +1,427 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "batch/inputs.h"
+
+#include "analysis/numberlist.h"
+#include "analysis/truth.h"
+#include "analysis/weights.h"
+#include "batch/error.h"
+#include "io/csv.h"
+#include "model/binding.h"
+#include "model/randomng.h"
+#include "report/formats.h"
+
+#include <QJsonArray>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr int exactDigits = std::numeric_limits<double>::max_digits10;
+constexpr int medColumn = 1;
+/// Of the tables that a run has now and then, for provenances to compare: they stay the same.
+constexpr quint64 anyFingerprint = 1;
+
+struct NamedSummary
+{
+    const char* name;
+    int percentile; ///< as in endPoint
+};
+const NamedSummary summaries[] = {{"mean", -1}, {"median", 50}, {"75", 75}, {"25", 25}};
+
+QString exact(double number)
+{
+    return QString::number(number, 'g', exactDigits);
+}
+
+/// A model by its name or its number, which a # tells from a name.
+int modelOf(const QStringList& names, const QString& text, const char* option)
+{
+    const int count = names.count(text);
+    if (count == 1) {
+        return names.indexOf(text);
+    }
+    bool isNumber = false;
+    const int number = (text.startsWith('#') ? text.mid(1) : text).toInt(&isNumber);
+    if (count == 0 && isNumber && number >= 0 && number < names.size()) {
+        return number;
+    }
+    rejectUsage(QString(count > 1 ? "--%1: several models have the name \"%2\"; use their numbers, "
+                                    "#0 to #%4."
+                                  : "--%1: there is no model \"%2\"; the models are %3.")
+                    .arg(option, text, names.join(", "))
+                    .arg(names.size() - 1));
+}
+
+/// What names a model so that modelOf finds it.
+QString keyOf(const QStringList& names, int model)
+{
+    return names.count(names.at(model)) == 1 ? names.at(model) : '#' + QString::number(model);
+}
+
+/// Omega from rows with ; between, of elements with , between.
+void readOmega(endPoint& definition, const QString& text)
+{
+    const auto reject = [&](const QString& why) {
+        rejectUsage(QString("--omega of %1: %2.").arg(definition.name, why));
+    };
+    const QStringList rows = text.split(';');
+    if (rows.size() < definition.highestEta || rows.size() > highestEtaNumber) {
+        reject(QString("%1 rows where the endpoint has ETA%2")
+                   .arg(rows.size())
+                   .arg(definition.highestEta));
+    }
+    definition.resizeOmega(0);
+    definition.resizeOmega(rows.size());
+    for (int row = 0; row < rows.size(); ++row) {
+        const QStringList elements = rows.at(row).split(',');
+        if (elements.size() != rows.size()) {
+            reject(QString("row %1 has %2 elements in place of %3")
+                       .arg(row + 1)
+                       .arg(elements.size())
+                       .arg(rows.size()));
+        }
+        for (int column = 0; column < elements.size(); ++column) {
+            const QString element = elements.at(column).trimmed();
+            bool isNumber = false;
+            const double number = element.toDouble(&isNumber);
+            const std::optional<int> reference = omegaColumnReference(element);
+            if (!isNumber && (!reference || *reference < 0)) {
+                reject(
+                    QString("\"%1\" is neither a number nor a column such as COL24").arg(element));
+            }
+            definition.omega[row][column] = isNumber ? number : 0.0;
+            definition.omegaColumns[row][column] = isNumber ? -1 : *reference;
+        }
+    }
+    for (int row = 0; row < rows.size(); ++row) {
+        for (int column = 0; column < row; ++column) {
+            if (definition.omegaText(row, column, exactDigits)
+                != definition.omegaText(column, row, exactDigits)) {
+                reject(QString("the elements %1,%2 and %2,%1 differ").arg(row + 1).arg(column + 1));
+            }
+        }
+    }
+}
+
+QString omegaText(const endPoint& definition)
+{
+    QStringList rows;
+    for (int row = 0; row < definition.numEtas; ++row) {
+        QStringList elements;
+        for (int column = 0; column < definition.numEtas; ++column) {
+            elements.append(definition.omegaText(row, column, exactDigits));
+        }
+        rows.append(elements.join(','));
+    }
+    return rows.join(';');
+}
+
+QVector<double> readNumbers(const BatchSettings& settings, const char* name, const QString& text)
+{
+    const QVector<double> numbers = parseNumberList(text);
+    if (numbers.isEmpty() && settings.has(name)) {
+        rejectUsage(QString("--%1: \"%2\" is neither a list such as 0,5,10 nor a range such as "
+                            "0:1:10.")
+                        .arg(name, text));
+    }
+    return numbers;
+}
+
+Bound readBound(const BatchSettings& settings, const char* name, const Bound& before)
+{
+    if (!settings.has(name)) {
+        return before;
+    }
+    bool isNumber = false;
+    const QString text = settings.text(name);
+    const double number = text.toDouble(&isNumber);
+    if (!isNumber) {
+        rejectUsage(QString("--%1 takes a number, -inf or inf, not \"%2\".").arg(name, text));
+    }
+    return {text, false, number};
+}
+
+void applyColumns(Study& study, const BatchSettings& settings)
+{
+    if (settings.has("ofv-column")) {
+        study.colNumOFV = settings.number("ofv-column");
+    }
+    if (settings.has("theta1-column")) {
+        study.colNumTHETA1 = settings.number("theta1-column");
+    }
+    if (settings.has("individuals")) {
+        study.individuals = settings.number("individuals");
+    }
+}
+
+void applyChoices(Study& study, const BatchSettings& settings)
+{
+    if (settings.has("log-scale")) {
+        study.logScale = settings.isYes("log-scale");
+    }
+    if (settings.has("method")) {
+        study.selecting = settings.text("method") == "selection";
+    }
+    if (settings.has("ofv")) {
+        study.individualOfv = settings.text("ofv") == "individual";
+    }
+    for (const NamedSummary& summary : summaries) {
+        if (settings.text("summary") == summary.name) {
+            study.populationSummary = summary.percentile;
+            for (endPoint& definition : study.endPoints) {
+                definition.populationSummary = summary.percentile;
+            }
+        }
+    }
+}
+
+/// Expressions and omega; the weights that nobody gave are those that the window proposes.
+void applyDefinitions(RunInputs& inputs, const BatchSettings& settings)
+{
+    const QStringList& names = inputs.source.modelNames();
+    QVector<endPoint>& models = inputs.study.endPoints;
+    const auto forEach = [&](const char* option, const auto& apply) {
+        const QMap<QString, QString> texts = settings.byModel(option);
+        for (auto text = texts.begin(); text != texts.end(); ++text) {
+            apply(modelOf(names, text.key(), option), text.value());
+        }
+    };
+    forEach("endpoint", [&](int model, const QString& text) {
+        models[model].endPointParser.expression = text;
+        models[model].checkETA();
+    });
+    QVector<bool> hasWeight(models.size(), false);
+    for (int model = 0; model < models.size(); ++model) {
+        hasWeight[model] = inputs.source.project().completeItems >= 8
+                           && model < inputs.source.project().items.weightExpressions.size();
+    }
+    forEach("weight", [&](int model, const QString& text) {
+        models[model].weightParser.expression = text;
+        hasWeight[model] = true;
+    });
+    for (int model = 0; model < models.size(); ++model) {
+        if (!hasWeight.at(model)) {
+            models[model].weightParser.expression =
+                defaultWeightExpression(models.at(model).endPointParser);
+        }
+    }
+    forEach("omega", [&](int model, const QString& text) { readOmega(models[model], text); });
+}
+
+/// The study before anything is typed: that of the project or of models without definitions.
+void startStudy(RunInputs& inputs, const BatchSettings& settings)
+{
+    const DataSource& source = inputs.source;
+    Study study;
+    applyColumns(study, settings);
+    inputs.lower = {{}, false, lowerSubstitute.value};
+    inputs.upper = {{}, false, upperSubstitute.value};
+    if (source.isProject()) {
+        const ProjectStudy applied =
+            appliedProject({study, inputs.lower, inputs.upper}, source.project());
+        const ProjectItems& items = source.project().items;
+        study = applied.study;
+        inputs.lower = applied.lowerBound;
+        inputs.upper = applied.upperBound;
+        inputs.doses = items.possibleDoses;
+        inputs.levels = items.doseChoiceLabels.join(',');
+    } else {
+        study.rawResults.fill(QVector<Table>(source.dataSetCount()), source.modelCount());
+        study.rawResultsHeaders = source.headings();
+        defineModels(study, source.modelNames());
+    }
+    study.headings = headingsOf(study.rawResultsHeaders);
+    study.fingerprint = anyFingerprint;
+    inputs.study = study;
+}
+
+void readTrueMeds(RunInputs& inputs, const QString& path)
+{
+    demandFile(path, "--true-meds");
+    const Table table = csvReadToDouble(path);
+    const int dataSets = inputs.source.dataSetCount();
+    if (table.size() != dataSets || table.value(0).size() <= medColumn) {
+        fail(QString("--true-meds: %1 has to have a row with the true model and the true MED for "
+                     "each of the %2 data sets.")
+                 .arg(path)
+                 .arg(dataSets));
+    }
+    TruthInputs& truth = inputs.truth;
+    truth.byMeds = true;
+    truth.file = sourceFile(path);
+    for (const QVector<double>& row : table) {
+        truth.models.append(row.value(0, notANumber));
+        truth.meds.append(roundedUpToDose(row.value(medColumn, notANumber), inputs.study.doses));
+    }
+}
+
+void readTrueModels(RunInputs& inputs, const QStringList& paths, const QString& numbersPath)
+{
+    const int dataSets = inputs.source.dataSetCount();
+    if (paths.size() != 1 && paths.size() != dataSets) {
+        rejectUsage(QString("--true-models names %1 files; it takes 1, or one for each of the %2 "
+                            "data sets.")
+                        .arg(paths.size())
+                        .arg(dataSets));
+    }
+    TruthInputs& truth = inputs.truth;
+    truth.byModels = true;
+    for (const QString& path : paths) {
+        demandFile(path, "--true-models");
+        truth.simulationFiles.append(sourceFile(path));
+        truth.rows.append(csvWithHeaderReadToDouble(path).value(0));
+    }
+    demandFile(numbersPath, "--true-model-numbers");
+    truth.file = sourceFile(numbersPath);
+    const TrueModelNumbers read =
+        trueModelNumbers(csvReadToDouble(numbersPath), dataSets, inputs.source.modelCount());
+    if (!read.isValid) {
+        fail(QString("--true-model-numbers: %1 has to have one row or one column with the number "
+                     "of a model, 0 to %2, for each of the %3 data sets.")
+                 .arg(numbersPath)
+                 .arg(inputs.source.modelCount() - 1)
+                 .arg(dataSets));
+    }
+    truth.modelNumbers = read.numbers;
+}
+
+void readTruth(RunInputs& inputs, const BatchSettings& settings)
+{
+    const bool byModels = settings.has("true-models");
+    if (settings.has("true-meds") && byModels) {
+        rejectUsage("Give either --true-meds or --true-models, not both.");
+    }
+    if (byModels != settings.has("true-model-numbers")) {
+        rejectUsage("--true-models and --true-model-numbers belong together: give both.");
+    }
+    if (settings.has("true-meds")) {
+        readTrueMeds(inputs, settings.text("true-meds"));
+    } else if (byModels) {
+        readTrueModels(inputs, settings.files("true-models"), settings.text("true-model-numbers"));
+    }
+}
+
+QStringList readReports(const BatchSettings& settings)
+{
+    QStringList reports = settings.text("report").split(',', Qt::SkipEmptyParts);
+    reports.removeDuplicates();
+    const QStringList known = reportSuffixes();
+    for (const QString& report : qAsConst(reports)) {
+        if (!known.contains(report)) {
+            rejectUsage(
+                QString("--report takes a list of %1, not \"%2\".").arg(known.join(", "), report));
+        }
+    }
+    return reports;
+}
+
+/// Adds where the data come from, and what else the run depends on.
+BatchSettings usedSettings(const RunInputs& inputs, const BatchSettings& given)
+{
+    BatchSettings used = studySettings(inputs.study, inputs.doses, inputs.levels);
+    for (const char* const name : {"project", "models", "folder", "true-meds", "true-models",
+                                   "true-model-numbers", "truth-position"}) {
+        if (given.has(name)) {
+            used.set(name, given.object().value(name));
+        }
+    }
+    used.set("cache", inputs.usesCache);
+    used.set("processors", inputs.processors);
+    used.set("random-position", int(inputs.randomPosition));
+    if (!inputs.reports.isEmpty()) {
+        used.set("report", inputs.reports.join(','));
+    }
+    if (inputs.writesEndpoints) {
+        used.set("endpoints", true);
+    }
+    return used;
+}
+
+} // namespace
+
+QStringList TruthInputs::modelTexts() const
+{
+    QStringList texts;
+    for (const int number : modelNumbers) {
+        texts.append(QString::number(number));
+    }
+    return texts;
+}
+
+BatchSettings studySettings(const Study& study, const QString& doses, const QString& levels)
+{
+    BatchSettings used;
+    used.set("doses", doses);
+    used.set("levels", levels);
+    QStringList names;
+    for (const endPoint& definition : study.endPoints) {
+        names.append(definition.name);
+    }
+    QJsonObject endpoints;
+    QJsonObject weights;
+    QJsonObject omegas;
+    for (int model = 0; model < names.size(); ++model) {
+        const endPoint& definition = study.endPoints.at(model);
+        const QString key = keyOf(names, model);
+        endpoints.insert(key, definition.endPointParser.expression);
+        weights.insert(key, definition.weightParser.expression);
+        if (definition.numEtas > 0) {
+            omegas.insert(key, omegaText(definition));
+        }
+    }
+    used.set("endpoint", endpoints);
+    used.set("weight", weights);
+    if (!omegas.isEmpty()) {
+        used.set("omega", omegas);
+    }
+    used.set("log-scale", study.logScale);
+    used.set("lower", exact(study.target.lower));
+    used.set("upper", exact(study.target.upper));
+    used.set("method", study.selecting ? "selection" : "average");
+    used.set("ofv", study.individualOfv ? "individual" : "one");
+    for (const NamedSummary& summary : summaries) {
+        if (summary.percentile == study.populationSummary) {
+            used.set("summary", summary.name);
+        }
+    }
+    used.set("individuals", study.individuals);
+    used.set("ofv-column", study.colNumOFV);
+    used.set("theta1-column", study.colNumTHETA1);
+    return used;
+}
+
+RunInputs runInputs(const BatchSettings& settings)
+{
+    RunInputs inputs(settings);
+    startStudy(inputs, settings);
+    applyDefinitions(inputs, settings);
+    Study& study = inputs.study;
+    applyChoices(study, settings);
+    inputs.doses = settings.has("doses") ? settings.text("doses") : inputs.doses;
+    inputs.levels = settings.has("levels") ? settings.text("levels") : inputs.levels;
+    study.doses = readNumbers(settings, "doses", inputs.doses);
+    study.levels = readNumbers(settings, "levels", inputs.levels);
+    if (study.doses.isEmpty()) {
+        rejectUsage("There are no candidate doses: give --doses, such as 0:1:10.");
+    }
+    inputs.lower = readBound(settings, "lower", inputs.lower);
+    inputs.upper = readBound(settings, "upper", inputs.upper);
+    study.target = {inputs.lower.value, inputs.upper.value};
+    bringUpToDate(study.endPoints, study.doses);
+    readTruth(inputs, settings);
+    inputs.reports = readReports(settings);
+    inputs.writesEndpoints = settings.isYes("endpoints");
+    inputs.usesCache = settings.isYes("cache");
+    setProcessorCount(settings.has("processors") ? settings.number("processors") : 0);
+    inputs.processors = processorCount();
+    inputs.randomPosition = settings.has("random-position")
+                                ? quint32(settings.number("random-position"))
+                                : randomPosition().value_or(1);
+    inputs.truthPosition = quint32(settings.number("truth-position"));
+    inputs.used = usedSettings(inputs, settings);
+    return inputs;
+}

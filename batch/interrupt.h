@@ -1,0 +1,15 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef VELMORA_BATCH_INTERRUPT_H
+#define VELMORA_BATCH_INTERRUPT_H
+
+/// Lets Ctrl+C and SIGTERM end the run: at the next place where it asks, and within a second in
+/// any case, which may leave files velmora-*.tmp.
+void watchInterrupts();
+
+bool isInterrupted();
+
+/// Ends the run if it was interrupted.
+void endIfInterrupted();
+
+#endif

@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "batch/batch.h"
+#include "batch/commandline.h"
+#include "batch/error.h"
+#include "batch/interrupt.h"
+
+#include <QApplication>
+
+#include <algorithm>
+#include <clocale>
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+/// Whether reports may be written. They need fonts and pictures, but no display.
+bool mayWriteReports(const QStringList& arguments)
+{
+    return std::any_of(arguments.begin(), arguments.end(), [](const QString& argument) {
+        return argument.startsWith("--report") || argument.startsWith("--settings")
+               || argument == "merge";
+    });
+}
+
+std::unique_ptr<QCoreApplication> makeApplication(const QStringList& arguments, int& argc,
+                                                  char** argv)
+{
+    if (!mayWriteReports(arguments)) {
+        return std::make_unique<QCoreApplication>(argc, argv);
+    }
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    return std::make_unique<QApplication>(argc, argv);
+}
+
+/// The platform's remarks on what it lacks are nobody's concern here.
+void ignore(QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QString& /*text*/) {}
+
+} // namespace
+
+/// velmora-batch [options] PROJECT
+int main(int argc, char** argv)
+{
+    std::setlocale(LC_ALL, ""); // as names are read before there is an application
+    qInstallMessageHandler(ignore);
+    watchInterrupts();
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i) {
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    }
+    try {
+        const auto application = makeApplication(arguments, argc, argv);
+        return int(performTask(readCommandLine(arguments)));
+    } catch (const BatchError& error) {
+        std::fprintf(stderr, "velmora-batch: %s\n", qUtf8Printable(error.text()));
+        return int(error.code());
+    } catch (const std::bad_alloc&) {
+        std::fputs("velmora-batch: Memory does not suffice.\n", stderr);
+        return int(ExitCode::Failed);
+    }
+}

@@ -1,0 +1,117 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "batch/plan.h"
+
+#include "batch/error.h"
+#include "batch/hashes.h"
+#include "batch/progressline.h"
+#include "io/csvexport.h"
+
+#include <QFile>
+#include <QHash>
+#include <QJsonArray>
+#include <QJsonDocument>
+
+namespace {
+
+QJsonArray numbersOf(const QVector<qint64>& counts)
+{
+    QJsonArray numbers;
+    for (const qint64 count : counts) {
+        numbers.append(double(count));
+    }
+    return numbers;
+}
+
+QVector<qint64> countsOf(const QJsonValue& numbers)
+{
+    QVector<qint64> counts;
+    for (const QJsonValue& number : numbers.toArray()) {
+        counts.append(qint64(number.toDouble()));
+    }
+    return counts;
+}
+
+} // namespace
+
+void writePlan(RunInputs& inputs, const QString& path, bool isQuiet)
+{
+    RunRecord record{programName(),
+                     inputs.used,
+                     inputs.source.dataSetCount(),
+                     {0, inputs.source.dataSetCount()},
+                     {},
+                     inputs.randomPosition,
+                     inputs.randomPosition,
+                     thisMachine(),
+                     0.0};
+    Draws draws;
+    {
+        ProgressLine progress("planning data set", record.dataSetCount, isQuiet);
+        draws = countDraws(inputs, record.dataSetCount, &record.files,
+                           [&](int done) { progress.show(done); });
+    }
+    if (inputs.source.isProject()) {
+        record.files.append(hashedFile("project", inputs.source.files(0).first()));
+    }
+    QJsonObject plan = recordObject(record);
+    plan.insert("draws", numbersOf(draws.ofDataSets));
+    plan.insert("truth_draws", numbersOf(draws.ofTruth));
+    if (!writeFile(path, QJsonDocument(plan).toJson())) {
+        fail(QString("--plan: %1 cannot be written.").arg(path));
+    }
+}
+
+Plan readPlan(const QString& path, const RunRecord& record)
+{
+    RunRecord planned = readRecordFile(path);
+    RunRecord wanted = record;
+    for (const char* const name : {"report", "endpoints"}) { // that draw nothing
+        planned.settings.remove(name);
+        wanted.settings.remove(name);
+    }
+    demandSameRun(wanted, "this run", planned, path);
+    QFile file(path);
+    const QJsonObject object = file.open(QIODevice::ReadOnly)
+                                   ? QJsonDocument::fromJson(file.readAll()).object()
+                                   : QJsonObject();
+    Plan plan{{countsOf(object.value("draws")), countsOf(object.value("truth_draws"))},
+              planned.files};
+    if (plan.draws.ofDataSets.size() != record.dataSetCount) {
+        fail(QString("--plan: %1 is damaged.").arg(path));
+    }
+    return plan;
+}
+
+void demandSameFiles(const QVector<ReportedFile>& files, const QVector<ReportedFile>& planned,
+                     const QString& name)
+{
+    QHash<QString, const ReportedFile*> known;
+    for (const ReportedFile& file : planned) {
+        known.insert(file.use, &file);
+    }
+    for (const ReportedFile& file : files) {
+        const ReportedFile* other = known.value(file.use);
+        if (other != nullptr && other->check.sha256 != file.check.sha256) {
+            fail(QString("%1, the file of %2, is not the one of %3: the SHA-256 differs.")
+                     .arg(file.file.path, file.use, name));
+        }
+    }
+}
+
+void demandSameRun(const RunRecord& first, const QString& firstName, const RunRecord& second,
+                   const QString& secondName)
+{
+    const auto demand = [&](bool isSame, const QString& field) {
+        if (!isSame) {
+            fail(QString("%1 and %2 differ in \"%3\".").arg(firstName, secondName, field));
+        }
+    };
+    demand(first.program == second.program, "program");
+    demand(first.dataSetCount == second.dataSetCount, "data_sets");
+    for (const SettingDefinition& definition : settingDefinitions()) {
+        demand(first.settings.object().value(definition.name)
+                   == second.settings.object().value(definition.name),
+               definition.name);
+    }
+}

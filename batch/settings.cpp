@@ -1,0 +1,306 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "batch/settings.h"
+
+#include "batch/error.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int lastRandomPosition = 2147483646;
+constexpr int mostIndividuals = 10000;
+constexpr int mostColumns = 1'000'000;
+constexpr int mostProcessors = 1024;
+
+const char* const yes = "yes";
+const char* const no = "no";
+
+QString optionName(const SettingDefinition& definition)
+{
+    return QString("--") + definition.name;
+}
+
+QString readChoice(const SettingDefinition& definition, const QString& text)
+{
+    const QStringList choices = definition.choices();
+    if (!choices.contains(text)) {
+        rejectUsage(QString("%1 takes one of %2, not \"%3\".")
+                        .arg(optionName(definition), choices.join(", "), text));
+    }
+    return text;
+}
+
+int readNumber(const SettingDefinition& definition, const QString& text)
+{
+    bool isNumber = false;
+    const int number = text.toInt(&isNumber);
+    if (!isNumber || number < definition.lowest || number > definition.highest) {
+        rejectUsage(QString("%1 takes a whole number from %2 to %3, not \"%4\".")
+                        .arg(optionName(definition))
+                        .arg(definition.lowest)
+                        .arg(definition.highest)
+                        .arg(text));
+    }
+    return number;
+}
+
+bool readYesNo(const SettingDefinition& definition, const QString& text)
+{
+    if (text != yes && text != no) {
+        rejectUsage(QString("%1 takes yes or no, not \"%2\".").arg(optionName(definition), text));
+    }
+    return text == yes;
+}
+
+QString absolutePath(const QString& path, const QString& folder)
+{
+    return QDir::cleanPath(QDir(folder).absoluteFilePath(path));
+}
+
+/// Numbers may stand as such in JSON, and lists of them as arrays.
+QString jsonText(const SettingDefinition& definition, const QJsonValue& value)
+{
+    if (value.isString()) {
+        return value.toString();
+    }
+    if (value.isDouble()) {
+        return QString::number(value.toDouble(), 'g', 17);
+    }
+    if (value.isArray()) {
+        QStringList parts;
+        for (const QJsonValue& part : value.toArray()) {
+            parts.append(jsonText(definition, part));
+        }
+        return parts.join(',');
+    }
+    rejectUsage(QString("The setting \"%1\" has to be a text.").arg(definition.name));
+}
+
+QStringList jsonTexts(const SettingDefinition& definition, const QJsonValue& value)
+{
+    QStringList texts;
+    for (const QJsonValue& text : value.isArray() ? value.toArray() : QJsonArray{value}) {
+        if (!text.isString()) {
+            rejectUsage(
+                QString("The setting \"%1\" has to be a list of files.").arg(definition.name));
+        }
+        texts.append(text.toString());
+    }
+    return texts;
+}
+
+} // namespace
+
+const QVector<SettingDefinition>& settingDefinitions()
+{
+    using Kind = SettingKind;
+    static const QVector<SettingDefinition> definitions{
+        {"project", Kind::File, "FILE", "project to start from"},
+        {"models", Kind::Files, "FILE...", "raw_results files of one data set, a model each"},
+        {"folder", Kind::File, "DIR",
+         "folder with raw_results_estimation_model0_data0.csv and so on, for many data sets"},
+        {"doses", Kind::Text, "LIST", "candidate doses, such as 0,5,10 or 0:1:10"},
+        {"endpoint", Kind::ByModel, "MODEL=EXPR", "endpoint of a model, by its name or number"},
+        {"weight", Kind::ByModel, "MODEL=EXPR", "weight of a model; proposed where not given"},
+        {"omega", Kind::ByModel, "MODEL=ROWS",
+         "covariance of a model's ETAs: rows with ; between, of numbers and columns such as COL24 "
+         "with , between"},
+        {"log-scale", Kind::YesNo, "yes|no", "whether weights are natural logarithms"},
+        {"lower", Kind::Text, "NUMBER", "the endpoint has to be above it, or -inf"},
+        {"upper", Kind::Text, "NUMBER", "the endpoint has to be at most this, or inf"},
+        {"levels", Kind::Text, "LIST", "target probability levels in percent"},
+        {"method", Kind::Choice, "average|selection", "how the models come together"},
+        {"ofv", Kind::Choice, "one|individual",
+         "weights of the first sample for all, or those of each sample"},
+        {"summary", Kind::Choice, "mean|median|75|25", "what stands for a simulated population"},
+        {"individuals", Kind::Number, "N", "simulated individuals per dose", 0, mostIndividuals},
+        {"ofv-column", Kind::Number, "N", "column of the OFV, from 1", 1, mostColumns},
+        {"theta1-column", Kind::Number, "N", "column of THETA1, from 1", 1, mostColumns},
+        {"cache", Kind::YesNo, "yes|no",
+         "whether selection evaluates all models, as the window does with its cache"},
+        {"true-meds", Kind::File, "FILE", "true model and true MED of each data set"},
+        {"true-models", Kind::Files, "FILE...", "raw_results files of the simulation models"},
+        {"true-model-numbers", Kind::File, "FILE", "numbers of the true models, from 0"},
+        {"processors", Kind::Number, "N", "processors that individuals are spread over", 1,
+         mostProcessors},
+        {"random-position", Kind::Number, "N", "where the sequence of random numbers starts", 1,
+         lastRandomPosition},
+        {"truth-position", Kind::Number, "N",
+         "where it starts for the true models, if not where the doses end", 1, lastRandomPosition},
+        {"report", Kind::Text, "LIST", "reports to write, of html, pdf, odt"},
+        {"endpoints", Kind::Switch, "", "write the endpoint values, too"},
+    };
+    return definitions;
+}
+
+BatchSettings BatchSettings::fromJson(const QByteArray& text, const QString& name,
+                                      const QString& folder)
+{
+    QJsonParseError error{};
+    const QJsonDocument document = QJsonDocument::fromJson(text, &error);
+    if (!document.isObject()) {
+        rejectUsage(QString("%1 is no settings file: %2 at byte %3.")
+                        .arg(name, error.error == QJsonParseError::NoError ? QString("no object")
+                                                                           : error.errorString())
+                        .arg(error.offset));
+    }
+    QJsonObject object = document.object();
+    if (object.value("settings").isObject()) {
+        object = object.value("settings").toObject(); // of the record of a run
+    }
+    BatchSettings settings;
+    for (auto entry = object.constBegin(); entry != object.constEnd(); ++entry) {
+        const auto& all = settingDefinitions();
+        const auto definition = std::find_if(all.begin(), all.end(), [&](const auto& known) {
+            return entry.key() == QLatin1String(known.name);
+        });
+        if (definition == all.end()) {
+            rejectUsage(QString("%1 has the setting \"%2\", which does not exist; see --help.")
+                            .arg(name, entry.key()));
+        }
+        settings.addJson(*definition, entry.value(), folder);
+    }
+    return settings;
+}
+
+void BatchSettings::addJson(const SettingDefinition& definition, const QJsonValue& value,
+                            const QString& folder)
+{
+    switch (definition.kind) {
+    case SettingKind::YesNo:
+    case SettingKind::Switch:
+        if (!value.isBool()) {
+            rejectUsage(
+                QString("The setting \"%1\" has to be true or false.").arg(definition.name));
+        }
+        set(definition.name, value);
+        break;
+    case SettingKind::ByModel:
+        if (!value.isObject()) {
+            rejectUsage(
+                QString("The setting \"%1\" has to be an object with a text for each model.")
+                    .arg(definition.name));
+        }
+        {
+            const QJsonObject given = value.toObject();
+            QJsonObject texts;
+            for (auto text = given.constBegin(); text != given.constEnd(); ++text) {
+                texts.insert(text.key(), jsonText(definition, text.value()));
+            }
+            set(definition.name, texts);
+        }
+        break;
+    case SettingKind::File:
+    case SettingKind::Files: {
+        QStringList paths;
+        for (const QString& path : jsonTexts(definition, value)) {
+            paths.append(absolutePath(path, folder));
+        }
+        add(definition, paths);
+        break;
+    }
+    default:
+        add(definition, {jsonText(definition, value)});
+    }
+}
+
+void BatchSettings::add(const SettingDefinition& definition, const QStringList& given)
+{
+    const QString last = given.isEmpty() ? QString() : given.constLast();
+    switch (definition.kind) {
+    case SettingKind::Text:
+        set(definition.name, last);
+        break;
+    case SettingKind::Choice:
+        set(definition.name, readChoice(definition, last));
+        break;
+    case SettingKind::Number:
+        set(definition.name, readNumber(definition, last));
+        break;
+    case SettingKind::YesNo:
+        set(definition.name, readYesNo(definition, last));
+        break;
+    case SettingKind::Switch:
+        set(definition.name, true);
+        break;
+    case SettingKind::File:
+        set(definition.name, absolutePath(last, "."));
+        break;
+    case SettingKind::Files: {
+        QStringList paths;
+        for (const QString& path : given) {
+            paths.append(absolutePath(path, "."));
+        }
+        set(definition.name, QJsonArray::fromStringList(paths));
+        break;
+    }
+    case SettingKind::ByModel: {
+        QJsonObject texts = values.value(definition.name).toObject();
+        for (const QString& text : given) {
+            const int equals = text.indexOf('=');
+            if (equals < 1) {
+                rejectUsage(QString("%1 takes %2, not \"%3\".")
+                                .arg(optionName(definition), definition.value, text));
+            }
+            texts.insert(text.left(equals), text.mid(equals + 1));
+        }
+        set(definition.name, texts);
+        break;
+    }
+    }
+}
+
+void BatchSettings::beatenBy(const BatchSettings& other)
+{
+    // Of these, others are not meant beside the one that is given.
+    for (const auto& alternatives :
+         {QVector<const char*>{"project", "models", "folder"},
+          QVector<const char*>{"true-meds", "true-models", "true-model-numbers"}}) {
+        if (std::any_of(alternatives.begin(), alternatives.end(),
+                        [&](const char* name) { return other.has(name); })) {
+            for (const char* const name : alternatives) {
+                remove(name);
+            }
+        }
+    }
+    for (const SettingDefinition& definition : settingDefinitions()) {
+        if (!other.has(definition.name)) {
+            continue;
+        }
+        QJsonValue value = other.values.value(definition.name);
+        if (definition.kind == SettingKind::ByModel) {
+            QJsonObject texts = values.value(definition.name).toObject();
+            const QJsonObject beating = value.toObject();
+            for (auto text = beating.constBegin(); text != beating.constEnd(); ++text) {
+                texts.insert(text.key(), text.value());
+            }
+            value = texts;
+        }
+        set(definition.name, value);
+    }
+}
+
+QStringList BatchSettings::files(const char* name) const
+{
+    QStringList paths;
+    for (const QJsonValue& path : values.value(name).toArray()) {
+        paths.append(path.toString());
+    }
+    return paths;
+}
+
+QMap<QString, QString> BatchSettings::byModel(const char* name) const
+{
+    QMap<QString, QString> texts;
+    const QJsonObject object = values.value(name).toObject();
+    for (auto text = object.constBegin(); text != object.constEnd(); ++text) {
+        texts.insert(text.key(), text.value().toString());
+    }
+    return texts;
+}
