@@ -56,6 +56,12 @@ std::optional<Table> EndpointCache::selected(int dataSet, int modelCount,
                : std::nullopt;
 }
 
+bool EndpointCache::holdsAny() const
+{
+    return std::any_of(entries.begin(), entries.end(),
+                       [](const QVector<Table>& kept) { return !kept.isEmpty(); });
+}
+
 void EndpointCache::keep(int dataSet, const QVector<Table>& endpoints, const Provenance& made)
 {
     resize(dataSet + 1);

@@ -31,6 +31,9 @@ public:
     /// any sample are not kept.
     std::optional<Table> selected(int dataSet, int modelCount, const QVector<int>& models);
 
+    /// Whether endpoints of any data set are kept.
+    bool holdsAny() const;
+
     void keep(int dataSet, const QVector<Table>& endpoints, const Provenance& made);
     void clear();
 

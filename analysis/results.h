@@ -55,6 +55,8 @@ struct DoseSelection
     /// The doses that other methods give where evaluations are not kept: [dataSet], as
     /// medsOfAllMethods has them. Data sets may be missing.
     QVector<MethodMeds> otherMeds = {};
+    bool usedCache = false;     ///< so that with selection all models were evaluated
+    bool tookFromCache = false; ///< endpoints may have been there before
 };
 
 /// The comparison of chosen doses with theoretical MEDs.

@@ -29,6 +29,7 @@ class QTableWidget;
 class QTableWidgetItem;
 class Ui_MainWindow;
 class ProgressLoop;
+class BatchSettings;
 enum class CertaintyTable;
 struct DecodedProject;
 struct ProjectItems;
@@ -268,6 +269,8 @@ private:
     void addChartExports(const QList<QAction*>& shared);
     StudySource studySource() const;
     QString analysisSummary() const;
+    QStringList addTruth(BatchSettings& settings) const;
+    QString batchCommand() const;
     ReportInputs reportInputs() const;
     std::optional<QByteArray> writeReport(const QString& suffix);
     void saveReport();

@@ -56,6 +56,8 @@ void MainWindow::on__4_pb_startCalculation_clicked()
                            doseProvenance(studyToKeep())};
         shown.selection.before = circumstances();
         if (ui->_4_cb_useCash->isChecked()) {
+            shown.selection.usedCache = true;
+            shown.selection.tookFromCache = cache.holdsAny();
             cache.resize(dataSetCount);
         }
         bool goesOn = true;

@@ -23,6 +23,10 @@ void MainWindow::addExports()
     summary->setObjectName("actionCopySummary");
     connect(summary, &QAction::triggered, this,
             [this] { whileMemoryLasts(this, [this] { copyText(analysisSummary()); }); });
+    auto* command = new QAction("Copy batch command", this);
+    command->setObjectName("actionCopyBatchCommand");
+    connect(command, &QAction::triggered, this,
+            [this] { whileMemoryLasts(this, [this] { copyText(batchCommand()); }); });
     auto* report = new QAction("Save report...", this);
     report->setObjectName("actionSaveReport");
     connect(report, &QAction::triggered, this,
@@ -31,8 +35,8 @@ void MainWindow::addExports()
     allFound->setObjectName("actionCopyFindings");
     connect(allFound, &QAction::triggered, this,
             [this] { whileMemoryLasts(this, [this] { copyText(allFindings().join('\n')); }); });
-    addTableExports({summary, report, allFound});
-    addChartExports({summary, report, allFound});
+    addTableExports({summary, command, report, allFound});
+    addChartExports({summary, command, report, allFound});
 }
 
 void MainWindow::addTableExports(const QList<QAction*>& shared)
