@@ -9,17 +9,33 @@ namespace {
 constexpr double widerInBold = 1.2;
 constexpr double gap = 2; ///< between columns, in letters
 constexpr double narrowerAsCode = 0.75;
-constexpr double shortText = 8;    ///< that a column of texts or a heading has room for at least
+constexpr double shortHeading = 8; ///< that a column has room for at least
+constexpr double shortWord = 12;   ///< that is not broken in a text: the name of most models
 constexpr double mostLetters = 40; ///< that a column asks for, where texts have to be broken
 
-/// Of a heading, which is broken between words alone.
-double longestWord(const QString& heading)
+int longestWord(const QString& text)
 {
     int longest = 0;
-    for (const QString& word : heading.split(' ')) {
+    for (const QStringRef& word : text.splitRef(' ')) {
         longest = qMax(longest, word.size());
     }
-    return widerInBold * longest;
+    return longest;
+}
+
+/// Of a heading, which is broken between words alone.
+double longestWordInBold(const QString& heading)
+{
+    return widerInBold * longestWord(heading);
+}
+
+/// Of the cells of a column of texts.
+double longestWord(const ReportTable& table, int column)
+{
+    int longest = 0;
+    for (const QStringList& row : table.rows) {
+        longest = qMax(longest, longestWord(row.value(column)));
+    }
+    return longest;
 }
 
 double sumOf(const QVector<double>& widths)
@@ -71,11 +87,10 @@ void fit(const ReportTable& table, QVector<double>& widths)
 
 double leastLetters(const ReportTable& table, int column)
 {
-    const bool isText = isOfTexts(table, column);
-    const double cell = longestCell(table, column);
-    const double word = longestWord(table.headings.at(column));
-    return qMin(qMax(isText ? qMin(cell, shortText) : cell, qMin(word, shortText)), mostLetters)
-           + gap;
+    const double cell = isOfTexts(table, column) ? qMin(longestWord(table, column), shortWord)
+                                                 : longestCell(table, column);
+    const double word = longestWordInBold(table.headings.at(column));
+    return qMin(qMax(cell, qMin(word, shortHeading)), mostLetters) + gap;
 }
 
 QVector<double> columnShares(const ReportTable& table)
@@ -84,7 +99,7 @@ QVector<double> columnShares(const ReportTable& table)
     QVector<double> broken;
     for (int column = 0; column < table.headings.size(); ++column) {
         const QString& heading = table.headings.at(column);
-        const double longest = qMax(longestWord(heading), longestCell(table, column));
+        const double longest = qMax(longestWordInBold(heading), longestCell(table, column));
         whole.append(qMax(longest, widerInBold * heading.size()) + gap);
         broken.append(qMin(longest, mostLetters) + gap);
     }
