@@ -118,7 +118,7 @@ ExitCode calculate(const CommandLine& line)
         findings = results.findings();
     } else {
         inputs.source.load(inputs.study, 0);
-        findings = writeStudyFiles(inputs, results, output);
+        findings = writeStudyFiles(inputs, results, {}, output);
     }
     if (!line.project.isEmpty()) {
         saveProject(inputs, results.dataSets, line.project);

@@ -143,7 +143,8 @@ CommandLine readCommandLine(const QStringList& arguments)
     CommandLine line;
     if (!parser.parse(withSingleValues(arguments))) {
         QString error = parser.errorText();
-        rejectUsage(error.endsWith('.') ? error : error + "; see --help.");
+        error.chop(int(error.endsWith('.')));
+        rejectUsage(error + "; see --help.");
     }
     if (parser.isSet("help")) {
         line.task = CommandLine::Task::Help;

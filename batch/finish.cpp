@@ -110,7 +110,7 @@ void writeReports(const RunInputs& inputs, const ReportInputs& report, OutputFol
 } // namespace
 
 QStringList writeStudyFiles(const RunInputs& inputs, const RangeResults& results,
-                            OutputFolder& output)
+                            const QStringList& runFindings, OutputFolder& output)
 {
     ReportInputs report;
     report.now.study = inputs.study;
@@ -123,8 +123,9 @@ QStringList writeStudyFiles(const RunInputs& inputs, const RangeResults& results
     }
     const ImportCheckUp checkUp = results.checkUp.result();
     const QStringList findings =
-        studyFindings(inputs.study, checkUp,
-                      {inputs.doses, inputs.levels, inputs.lower, inputs.upper})
+        runFindings
+        + studyFindings(inputs.study, checkUp,
+                        {inputs.doses, inputs.levels, inputs.lower, inputs.upper})
         + results.findings() + unstableDoses(report.results.selection)
         + checkRandomNumbers(drawsOf(results));
     output.addFile(ResultFile::findings)

@@ -12,6 +12,7 @@
 #include "report/formats.h"
 
 #include <QJsonArray>
+#include <QLocale>
 
 #include <algorithm>
 #include <cmath>
@@ -20,7 +21,8 @@
 namespace {
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-constexpr int exactDigits = std::numeric_limits<double>::max_digits10;
+/// As few digits as tell the number from every other.
+constexpr int exactDigits = QLocale::FloatingPointShortest;
 constexpr int medColumn = 1;
 /// Of the tables that a run has now and then, for provenances to compare: they stay the same.
 constexpr quint64 anyFingerprint = 1;

@@ -8,6 +8,7 @@
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QLocale>
 
 #include <algorithm>
 
@@ -70,7 +71,7 @@ QString jsonText(const SettingDefinition& definition, const QJsonValue& value)
         return value.toString();
     }
     if (value.isDouble()) {
-        return QString::number(value.toDouble(), 'g', 17);
+        return QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest);
     }
     if (value.isArray()) {
         QStringList parts;

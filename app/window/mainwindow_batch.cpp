@@ -11,6 +11,7 @@
 #include "ui_mainwindow.h"
 
 #include <QJsonArray>
+#include <QLocale>
 
 namespace {
 
@@ -48,7 +49,7 @@ QStringList addSource(BatchSettings& settings, const ResultsSource& source)
     return {};
 }
 
-/// The text where it says the same numbers, else the numbers with all digits.
+/// The text where it says the same numbers, else the numbers without loss.
 QString numbersText(const QString& text, const QVector<double>& numbers)
 {
     if (parseNumberList(text) == numbers) {
@@ -56,7 +57,7 @@ QString numbersText(const QString& text, const QVector<double>& numbers)
     }
     QStringList parts;
     for (const double number : numbers) {
-        parts.append(QString::number(number, 'g', std::numeric_limits<double>::max_digits10));
+        parts.append(QString::number(number, 'g', QLocale::FloatingPointShortest));
     }
     return parts.join(',');
 }
