@@ -15,8 +15,10 @@ namespace {
 /// second after which the user may want to give up.
 constexpr qint64 preparedNumbers = 1 << 21;
 constexpr qint64 preparedOperations = 1 << 24;
-/// Samples evaluated ahead at the most, so that the user sees the work go on.
+/// Samples evaluated ahead at the most, so that the user sees the work go on; more where the
+/// rows of many can be evaluated together.
 constexpr int preparedSamples = 64;
+constexpr int preparedPlainSamples = 512;
 
 /// Numbers that a piece of work holds while it is evaluated: random ones, ETAs and results.
 qint64 heldNumbers(const SimulatedPopulation& population)
@@ -184,25 +186,21 @@ bool EndpointRun::prepare(const GoesOn& goesOn)
     StartedWork started;
     qint64 numbers = 0;
     qint64 operations = 0;
+    int mostSamples = preparedPlainSamples;
     for (int sample = nextSample;
          sample < sampleCount() && numbers < preparedNumbers && operations < preparedOperations
-         && prepared.size() < preparedSamples;
+         && prepared.size() < mostSamples;
          ++sample) {
         const QVector<int>& models = plan.models.at(sample);
         prepared.enqueue({randomPosition(), Table(models.size())});
         for (int i = 0; i < models.size(); ++i) {
-            const QVector<double>* row = bootstrapRow(models.at(i), sample);
+            const int model = models.at(i);
+            const QVector<double>* row = bootstrapRow(model, sample);
             if (row == nullptr) {
                 continue;
             }
-            endPoint& definition = endPoints[models.at(i)];
-            if (auto container = definition.startEvaluation(*row)) {
-                const qint64 held = heldNumbers(container->population);
-                numbers += held;
-                started.numbers += held;
-                started.containers.append(*std::move(container));
-                started.places.append({prepared.size() - 1, i, models.at(i)});
-            } else {
+            endPoint& definition = endPoints[model];
+            if (!startRow(*row, {prepared.size() - 1, i, model}, started)) {
                 auto evaluated =
                     definition.evaluateEndpoint(*row, within(goesOn, definition.operationCount()));
                 if (!evaluated) {
@@ -213,17 +211,44 @@ bool EndpointRun::prepare(const GoesOn& goesOn)
                 // With ETAs it was too much to be one of several pieces of work.
                 numbers += definition.highestEta > 0 ? preparedNumbers : 0;
             }
+            mostSamples = definition.evaluatesRows() ? mostSamples : preparedSamples;
             operations += definition.operationCount();
             if (started.numbers >= preparedNumbers) {
+                numbers += started.numbers;
                 finish(started); // more models may follow, each with as much to hold
             }
         }
-        if (!prepared.last().randomPosition) {
+        if (!prepared.last().randomPosition || numbers + started.numbers >= preparedNumbers) {
             break;
         }
     }
     finish(started);
     return true;
+}
+
+/// Starts the evaluation of a row, whose endpoints have their place. False, with nothing drawn,
+/// where it is too much for one piece of work or its expression is malformed.
+bool EndpointRun::startRow(const QVector<double>& row, const StartedWork::Place& place,
+                           StartedWork& started)
+{
+    endPoint& definition = endPoints[place.model];
+    if (definition.evaluatesRows()) {
+        if (definition.operationCount() >= preparedOperations) {
+            return false;
+        }
+        StartedWork::Rows& ofModel = started.ofModels[place.model];
+        ofModel.rows.append(&row);
+        ofModel.places.append(place);
+        started.numbers += definition.doses.size();
+        return true;
+    }
+    auto container = definition.startEvaluation(row);
+    if (container) {
+        started.numbers += heldNumbers(container->population);
+        started.containers.append(*std::move(container));
+        started.places.append(place);
+    }
+    return container.has_value();
 }
 
 /// Does the work and forgets it.
@@ -234,6 +259,13 @@ void EndpointRun::finish(StartedWork& started)
         const auto [sample, plannedModel, model] = started.places.at(i);
         prepared[sample].endpoints[plannedModel] =
             endPoints.at(model).finishEvaluation(started.containers.at(i));
+    }
+    for (const auto& [model, ofModel] : started.ofModels) {
+        QVector<QVector<double>> endpoints = endPoints[model].evaluateRows(ofModel.rows);
+        for (int row = 0; row < endpoints.size(); ++row) {
+            const StartedWork::Place& place = ofModel.places.at(row);
+            prepared[place.prepared].endpoints[place.plannedModel] = std::move(endpoints[row]);
+        }
     }
     started = {};
 }

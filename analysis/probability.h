@@ -8,6 +8,7 @@
 #include <QQueue>
 
 #include <functional>
+#include <map>
 #include <optional>
 
 /// Asked after each bootstrap sample, and within one that takes long, whether to go on; none
@@ -94,13 +95,22 @@ private:
             int plannedModel;
             int model;
         };
+        /// Rows of one model without ETAs.
+        struct Rows
+        {
+            QVector<const QVector<double>*> rows;
+            QVector<Place> places; ///< of their endpoints, [row]
+        };
         QVector<endPointParserContainer> containers;
-        QVector<Place> places; ///< of their endpoints, [container]
-        qint64 numbers = 0;    ///< that the containers hold
+        QVector<Place> places;        ///< of their endpoints, [container]
+        qint64 numbers = 0;           ///< that the containers hold
+        std::map<int, Rows> ofModels; ///< by model
     };
 
     bool prepare(const GoesOn& goesOn);
     void giveBack();
+    bool startRow(const QVector<double>& row, const StartedWork::Place& place,
+                  StartedWork& started);
     void finish(StartedWork& started);
     const QVector<double>* bootstrapRow(int model, int sample) const;
 

@@ -49,6 +49,10 @@ public:
     /// Whether tree belongs to the expression as it reads now.
     bool treeIsCurrent() const;
 
+    /// Whether a well-formed expression is compiled, for value vectors of so many numbers, so
+    /// that an evaluation reports nothing.
+    bool isCompiledFor(int slotCount) const { return programFits(slotCount); }
+
     /// About how many operations of a well-formed expression an evaluation takes the time of.
     /// Without a program, as for malformed expressions, it is counted as 100 times as slow:
     /// the tree is walked, and may report each time. Needs a current tree.

@@ -151,6 +151,48 @@ std::optional<QVector<double>> endPoint::evaluateEndpoint(QVector<double> row,
     return endpoints;
 }
 
+bool endPoint::evaluatesRows()
+{
+    bindEndpointNames();
+    return !usesEtas && endPointParser.isCompiledFor(endpointBinding.slotCount);
+}
+
+QVector<QVector<double>> endPoint::evaluateRows(const QVector<const QVector<double>*>& rows)
+{
+    bindEndpointNames();
+    // What comes from the rows varies within a block, and the dose from block to block.
+    ValueBlock block;
+    block.common = endpointBinding.values({});
+    block.count = rows.size();
+    for (const Binding::FromColumn& source : qAsConst(endpointBinding.columns)) {
+        if (source.slot == DoseSlot) {
+            continue;
+        }
+        block.varyingSlots.append(source.slot);
+        for (const QVector<double>* row : rows) {
+            const bool exists = source.column >= 0 && source.column < row->size();
+            block.varying.append(exists ? row->at(source.column) : notANumber);
+        }
+    }
+    QVector<ValueBlock> blocks;
+    blocks.reserve(doses.size());
+    for (const double dose : qAsConst(doses)) {
+        block.common[DoseSlot] = dose;
+        blocks.append(block);
+    }
+    QVector<double> results(blocks.size() * rows.size());
+    endPointParser.evaluateBlocks(blocks, results.data());
+    QVector<QVector<double>> endpoints(rows.size());
+    for (int row = 0; row < rows.size(); ++row) {
+        endpoints[row].resize(doses.size());
+        double* ofRow = endpoints[row].data();
+        for (int dose = 0; dose < doses.size(); ++dose) {
+            ofRow[dose] = results.at(dose * rows.size() + row);
+        }
+    }
+    return endpoints;
+}
+
 qint64 endPoint::operationCount() const
 {
     const int individuals = usesEtas ? qMax(1, simulatedIndividuals()) : 1;

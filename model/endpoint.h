@@ -75,6 +75,13 @@ public:
     std::optional<QVector<double>> evaluateEndpoint(QVector<double> row,
                                                     const GoesOnWithDoses& goesOn);
 
+    /// Whether evaluateRows serves: without ETAs, and where the expression is well-formed, so that
+    /// nothing is drawn or reported.
+    bool evaluatesRows();
+
+    /// evaluateEndpoint of several rows at once, [row][dose], in a part of the time.
+    QVector<QVector<double>> evaluateRows(const QVector<const QVector<double>*>& rows);
+
     /// About how many operations evaluateEndpoint for a row takes, at least one per dose,
     /// whether or not random numbers are drawn. As the names were bound last.
     qint64 operationCount() const;
