@@ -38,10 +38,8 @@ public:
         study.selecting = false;
     }
 
-    QVector<double> results(bool withErrors) const
+    QVector<double> results(bool withErrors)
     {
-        Evaluation ofCurve;
-        Evaluation ofDoses;
         QVector<double> found = curve(withErrors ? &ofCurve : nullptr);
         if (withErrors) {
             benchmark::DoNotOptimize(monteCarloErrors(study, ofCurve).constData());
@@ -58,6 +56,8 @@ private:
     }
 
     Study study;
+    Evaluation ofCurve; ///< kept until the next results, as by the window
+    Evaluation ofDoses; ///< the same
 };
 
 /// Weights inside the interval that rise with the dose and leave no clear dose.

@@ -184,7 +184,10 @@ Grid hitWeights(const Study& made, const Evaluation& evaluation, const Grid& wei
                 continue;
             }
             for (int dose = 0; dose < doseCount; ++dose) {
-                row[dose] += target.contains(endpoints[dose]) ? weight : 0.0;
+                // Without branches, which nobody could predict.
+                const int isHit =
+                    int(target.lower < endpoints[dose]) & int(endpoints[dose] <= target.upper);
+                row[dose] += isHit != 0 ? weight : 0.0;
             }
         }
         row += doseCount;
