@@ -45,9 +45,8 @@ QString optionsOf(const BatchSettings& settings, const SettingDefinition& defini
         }
         return texts;
     case SettingKind::ByModel: {
-        const QMap<QString, QString> values = settings.byModel(name);
-        for (auto value = values.begin(); value != values.end(); ++value) {
-            texts += option(name, value.key() + '=' + value.value());
+        for (const ModelText& given : settings.byModel(name)) {
+            texts += option(name, given.model + '=' + given.text);
         }
         return texts;
     }
@@ -63,9 +62,9 @@ bool hasUnfitName(const BatchSettings& settings)
 {
     for (const SettingDefinition& definition : settingDefinitions()) {
         if (definition.kind == SettingKind::ByModel) {
-            const QStringList names = settings.byModel(definition.name).keys();
-            if (std::any_of(names.begin(), names.end(),
-                            [](const QString& name) { return name.contains('='); })) {
+            const QVector<ModelText> texts = settings.byModel(definition.name);
+            if (std::any_of(texts.begin(), texts.end(),
+                            [](const ModelText& given) { return given.model.contains('='); })) {
                 return true;
             }
         }

@@ -187,9 +187,8 @@ void applyDefinitions(RunInputs& inputs, const BatchSettings& settings)
     const QStringList& names = inputs.source.modelNames();
     QVector<endPoint>& models = inputs.study.endPoints;
     const auto forEach = [&](const char* option, const auto& apply) {
-        const QMap<QString, QString> texts = settings.byModel(option);
-        for (auto text = texts.begin(); text != texts.end(); ++text) {
-            apply(modelOf(names, text.key(), option), text.value());
+        for (const ModelText& given : settings.byModel(option)) {
+            apply(modelOf(names, given.model, option), given.text);
         }
     };
     forEach("endpoint", [&](int model, const QString& text) {

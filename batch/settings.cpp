@@ -83,10 +83,18 @@ QString jsonText(const SettingDefinition& definition, const QJsonValue& value)
     rejectUsage(QString("The setting \"%1\" has to be a text.").arg(definition.name));
 }
 
+/// The elements of a list, or the one value that stands for it; none of a missing one.
+QJsonArray listOf(const QJsonValue& value)
+{
+    return value.isArray()       ? value.toArray()
+           : value.isUndefined() ? QJsonArray()
+                                 : QJsonArray{value};
+}
+
 QStringList jsonTexts(const SettingDefinition& definition, const QJsonValue& value)
 {
     QStringList texts;
-    for (const QJsonValue& text : value.isArray() ? value.toArray() : QJsonArray{value}) {
+    for (const QJsonValue& text : listOf(value)) {
         if (!text.isString()) {
             rejectUsage(
                 QString("The setting \"%1\" has to be a list of files.").arg(definition.name));
@@ -242,14 +250,14 @@ void BatchSettings::add(const SettingDefinition& definition, const QStringList& 
         break;
     }
     case SettingKind::ByModel: {
-        QJsonObject texts = values.value(definition.name).toObject();
+        QJsonArray texts;
         for (const QString& text : given) {
             const int equals = text.indexOf('=');
             if (equals < 1) {
                 rejectUsage(QString("%1 takes %2, not \"%3\".")
                                 .arg(optionName(definition), definition.value, text));
             }
-            texts.insert(text.left(equals), text.mid(equals + 1));
+            texts.append(QJsonObject{{text.left(equals), text.mid(equals + 1)}});
         }
         set(definition.name, texts);
         break;
@@ -276,10 +284,10 @@ void BatchSettings::beatenBy(const BatchSettings& other)
         }
         QJsonValue value = other.values.value(definition.name);
         if (definition.kind == SettingKind::ByModel) {
-            QJsonObject texts = values.value(definition.name).toObject();
-            const QJsonObject beating = value.toObject();
-            for (auto text = beating.constBegin(); text != beating.constEnd(); ++text) {
-                texts.insert(text.key(), text.value());
+            // Either may name a model by its name or its number, so that both are kept.
+            QJsonArray texts = listOf(values.value(definition.name));
+            for (const QJsonValue& text : listOf(value)) {
+                texts.append(text);
             }
             value = texts;
         }
@@ -296,12 +304,14 @@ QStringList BatchSettings::files(const char* name) const
     return paths;
 }
 
-QMap<QString, QString> BatchSettings::byModel(const char* name) const
+QVector<ModelText> BatchSettings::byModel(const char* name) const
 {
-    QMap<QString, QString> texts;
-    const QJsonObject object = values.value(name).toObject();
-    for (auto text = object.constBegin(); text != object.constEnd(); ++text) {
-        texts.insert(text.key(), text.value().toString());
+    QVector<ModelText> texts;
+    for (const QJsonValue& given : listOf(values.value(name))) {
+        const QJsonObject object = given.toObject();
+        for (auto text = object.constBegin(); text != object.constEnd(); ++text) {
+            texts.append({text.key(), text.value().toString()});
+        }
     }
     return texts;
 }

@@ -4,7 +4,6 @@
 #define VELMORA_BATCH_SETTINGS_H
 
 #include <QJsonObject>
-#include <QMap>
 #include <QStringList>
 #include <QVector>
 
@@ -36,6 +35,13 @@ struct SettingDefinition
 /// Everything that a run depends on, in the order of the help.
 const QVector<SettingDefinition>& settingDefinitions();
 
+/// What is said of one model.
+struct ModelText
+{
+    QString model; ///< its name, or its number
+    QString text;
+};
+
 /// What a run is asked for: the settings that were given. What is missing has the value of the
 /// project, or the one that the program starts with.
 ///
@@ -60,7 +66,8 @@ public:
     int number(const char* name) const { return values.value(name).toInt(); }
     bool isYes(const char* name) const { return values.value(name).toBool(); }
     QStringList files(const char* name) const;
-    QMap<QString, QString> byModel(const char* name) const;
+    /// In the order in which they were given: what comes later beats what a model had before.
+    QVector<ModelText> byModel(const char* name) const;
 
     void set(const char* name, const QJsonValue& value) { values.insert(name, value); }
     void remove(const char* name) { values.remove(name); }
