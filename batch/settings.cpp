@@ -11,6 +11,7 @@
 #include <QLocale>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -18,6 +19,7 @@ constexpr int lastRandomPosition = 2147483646;
 constexpr int mostIndividuals = 10000;
 constexpr int mostColumns = 1'000'000;
 constexpr int mostProcessors = 1024;
+constexpr double largestWritten = 1e15; // without exponent
 
 const char* const yes = "yes";
 const char* const no = "no";
@@ -71,7 +73,10 @@ QString jsonText(const SettingDefinition& definition, const QJsonValue& value)
         return value.toString();
     }
     if (value.isDouble()) {
-        return QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest);
+        const double number = value.toDouble();
+        // In full where it could be whole: 1e+06 is no whole number to a reader of text.
+        return QString::number(number, std::fabs(number) < largestWritten ? 'f' : 'g',
+                               QLocale::FloatingPointShortest);
     }
     if (value.isArray()) {
         QStringList parts;
