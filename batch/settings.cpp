@@ -216,6 +216,12 @@ void BatchSettings::addJson(const SettingDefinition& definition, const QJsonValu
         for (const QString& path : jsonTexts(definition, value)) {
             paths.append(absolutePath(path, folder));
         }
+        if (paths.isEmpty()) {
+            rejectUsage(QString("The setting \"%1\" names no file.").arg(definition.name));
+        }
+        if (definition.kind == SettingKind::File && paths.size() > 1) {
+            rejectUsage(QString("The setting \"%1\" takes one file.").arg(definition.name));
+        }
         add(definition, paths);
         break;
     }
