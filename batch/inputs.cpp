@@ -51,11 +51,14 @@ int modelOf(const QStringList& names, const QString& text, const char* option)
     if (count == 0 && isNumber && number >= 0 && number < names.size()) {
         return number;
     }
-    rejectUsage(QString(count > 1 ? "--%1: several models have the name \"%2\"; use their numbers, "
-                                    "#0 to #%4."
-                                  : "--%1: there is no model \"%2\"; the models are %3.")
-                    .arg(option, text, names.join(", "))
-                    .arg(names.size() - 1));
+    if (count > 1) {
+        rejectUsage(QString("--%1: several models have the name \"%2\"; use their numbers, "
+                            "#0 to #%3.")
+                        .arg(option, text)
+                        .arg(names.size() - 1));
+    }
+    rejectUsage(QString("--%1: there is no model \"%2\"; the models are %3.")
+                    .arg(option, text, names.join(", ")));
 }
 
 /// What names a model so that modelOf finds it.
