@@ -11,6 +11,7 @@
 #include <clocale>
 #include <cstdio>
 #include <memory>
+#include <unistd.h>
 
 namespace {
 
@@ -35,8 +36,16 @@ std::unique_ptr<QCoreApplication> makeApplication(const QStringList& arguments, 
     return std::make_unique<QApplication>(argc, argv);
 }
 
-/// The platform's remarks on what it lacks are nobody's concern here.
-void ignore(QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QString& /*text*/) {}
+/// The platform's remarks on what it lacks are nobody's concern here, but for that without which
+/// there is no application.
+void tellWhatIsFatal(QtMsgType type, const QMessageLogContext& /*context*/, const QString& text)
+{
+    if (type == QtFatalMsg) {
+        std::fprintf(stderr, "velmora-batch: %s\n", qUtf8Printable(text));
+        std::fflush(nullptr);
+        _exit(int(ExitCode::Failed));
+    }
+}
 
 } // namespace
 
@@ -44,7 +53,7 @@ void ignore(QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QSt
 int main(int argc, char** argv)
 {
     std::setlocale(LC_ALL, ""); // as names are read before there is an application
-    qInstallMessageHandler(ignore);
+    qInstallMessageHandler(tellWhatIsFatal);
     watchInterrupts();
     QStringList arguments;
     for (int i = 0; i < argc; ++i) {
