@@ -17,13 +17,17 @@ static_assert(std::atomic<bool>::is_always_lock_free);
 
 void endNow(int /*signal*/)
 {
+    const char text[] = "velmora-batch: Interrupted.\n";
+    const auto written = write(STDERR_FILENO, text, sizeof text - 1);
+    static_cast<void>(written); // nobody is left to be told
     _exit(int(ExitCode::Failed));
 }
 
 void interrupt(int /*signal*/)
 {
-    interrupted = true;
-    alarm(secondsToWait);
+    if (!interrupted.exchange(true)) { // a further one is not to put the end off
+        alarm(secondsToWait);
+    }
 }
 
 } // namespace
