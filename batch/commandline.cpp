@@ -33,8 +33,8 @@ QString valueName(const SettingDefinition& definition)
 void addOptions(QCommandLineParser& parser)
 {
     for (const SettingDefinition& definition : settingDefinitions()) {
-        if (QLatin1String(definition.name) == QLatin1String("project")) {
-            continue; // the argument
+        if (!definition.isOption() || QLatin1String(definition.name) == QLatin1String("project")) {
+            continue; // for files alone, and the argument
         }
         QCommandLineOption option(QString(definition.name), definition.description);
         option.setValueName(valueName(definition));
@@ -112,7 +112,7 @@ BatchSettings readSettings(const QCommandLineParser& parser)
             if (!names.isEmpty()) {
                 options.add(definition, names);
             }
-        } else if (parser.isSet(definition.name)) {
+        } else if (definition.isOption() && parser.isSet(definition.name)) {
             options.add(definition, parser.values(definition.name));
         }
     }

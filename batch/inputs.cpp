@@ -136,7 +136,9 @@ QVector<double> readNumbers(const BatchSettings& settings, const char* name, con
     return numbers;
 }
 
-Bound readBound(const BatchSettings& settings, const char* name, const Bound& before)
+/// The text is what the number was put in for, if it was.
+Bound readBound(const BatchSettings& settings, const char* name, const char* textName,
+                const Bound& before)
 {
     if (!settings.has(name)) {
         return before;
@@ -147,7 +149,18 @@ Bound readBound(const BatchSettings& settings, const char* name, const Bound& be
     if (!isNumber) {
         rejectUsage(QString("--%1 takes a number, -inf or inf, not \"%2\".").arg(name, text));
     }
-    return {text, false, number};
+    return settings.has(textName) ? Bound{settings.text(textName), true, number}
+                                  : Bound{text, false, number};
+}
+
+/// Notes what the number of a bound was put in for, if it was.
+void setBoundText(BatchSettings& used, const char* textName, const Bound& bound)
+{
+    bool isNumber = false;
+    bound.text.toDouble(&isNumber);
+    if (bound.placed || !isNumber) {
+        used.set(textName, bound.text);
+    }
 }
 
 void applyColumns(Study& study, const BatchSettings& settings)
@@ -333,6 +346,8 @@ BatchSettings usedSettings(const RunInputs& inputs, const BatchSettings& given)
             used.set(name, given.object().value(name));
         }
     }
+    setBoundText(used, "lower-text", inputs.lower);
+    setBoundText(used, "upper-text", inputs.upper);
     used.set("cache", inputs.usesCache);
     used.set("processors", inputs.processors);
     used.set("random-position", int(inputs.randomPosition));
@@ -412,8 +427,8 @@ RunInputs runInputs(const BatchSettings& settings)
     if (study.doses.isEmpty()) {
         rejectUsage("There are no candidate doses: give --doses, such as 0:1:10.");
     }
-    inputs.lower = readBound(settings, "lower", inputs.lower);
-    inputs.upper = readBound(settings, "upper", inputs.upper);
+    inputs.lower = readBound(settings, "lower", "lower-text", inputs.lower);
+    inputs.upper = readBound(settings, "upper", "upper-text", inputs.upper);
     study.target = {inputs.lower.value, inputs.upper.value};
     bringUpToDate(study.endPoints, study.doses);
     readTruth(inputs, settings);

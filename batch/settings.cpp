@@ -128,6 +128,9 @@ const QVector<SettingDefinition>& settingDefinitions()
         {"log-scale", Kind::YesNo, "yes|no", "whether weights are natural logarithms"},
         {"lower", Kind::Text, "NUMBER", "the endpoint has to be above it, or -inf"},
         {"upper", Kind::Text, "NUMBER", "the endpoint has to be at most this, or inf"},
+        // What stood where these bounds were put in, for the findings of a run from its record.
+        {"lower-text", Kind::Text, "", ""},
+        {"upper-text", Kind::Text, "", ""},
         {"levels", Kind::Text, "LIST", "target probability levels in percent"},
         {"method", Kind::Choice, "average|selection", "how the models come together"},
         {"ofv", Kind::Choice, "one|individual",
@@ -281,6 +284,7 @@ void BatchSettings::beatenBy(const BatchSettings& other)
     // Of these, others are not meant beside the one that is given.
     for (const auto& alternatives :
          {QVector<const char*>{"project", "models", "folder"},
+          QVector<const char*>{"lower", "lower-text"}, QVector<const char*>{"upper", "upper-text"},
           QVector<const char*>{"true-meds", "true-models", "true-model-numbers"}}) {
         if (std::any_of(alternatives.begin(), alternatives.end(),
                         [&](const char* name) { return other.has(name); })) {

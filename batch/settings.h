@@ -30,6 +30,8 @@ struct SettingDefinition
     int highest = 0;
 
     QStringList choices() const { return QString(value).split('|'); }
+    /// Whether it is an option of the command line, too.
+    bool isOption() const { return *description != '\0'; }
 };
 
 /// Everything that a run depends on, in the order of the help.
