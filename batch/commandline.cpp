@@ -134,6 +134,18 @@ DataSetRange readRange(const QString& text)
     return range;
 }
 
+/// A merge has the settings of its shards.
+void demandMergeOptions(const QCommandLineParser& parser)
+{
+    const QStringList known{"o", "output", "resume", "strict", "quiet"};
+    for (const QString& name : parser.optionNames()) {
+        if (!known.contains(name)) {
+            rejectUsage(
+                QString("merge takes no --%1: it has the settings of its shards.").arg(name));
+        }
+    }
+}
+
 } // namespace
 
 CommandLine readCommandLine(const QStringList& arguments)
@@ -171,10 +183,17 @@ CommandLine readCommandLine(const QStringList& arguments)
     if (names.value(0) == mergeName) {
         line.task = CommandLine::Task::Merge;
         line.shards = names.mid(1);
+        demandMergeOptions(parser);
         return line;
     }
     if (parser.isSet("data-sets")) {
         line.dataSets = readRange(parser.value("data-sets"));
+        if (!line.project.isEmpty()) {
+            rejectUsage("--save-project takes all data sets: leave out --data-sets.");
+        }
+        if (line.output.isEmpty() && !line.isDryRun) {
+            rejectUsage("--data-sets needs a folder for the shard: give --output DIR.");
+        }
     }
     line.settings = readSettings(parser);
     return line;
