@@ -18,7 +18,7 @@ struct CommandLine
     BatchSettings settings;               ///< of the settings file and, beating it, of the options
     QStringList shards;                   ///< folders to merge
     QString output;                       ///< folder; empty for none
-    std::optional<DataSetRange> dataSets; ///< end is -1 for all that follow
+    std::optional<DataSetRange> dataSets; ///< of a shard
     QString plan;
     QString project; ///< to save
     bool resumes = false;
