@@ -13,6 +13,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 
@@ -234,6 +235,13 @@ QStringList mergeShards(const QStringList& folders, const QString& outputPath, b
     const QVector<Shard> shards = orderedShards(folders);
     const RunRecord& first = shards.constFirst().record;
     RunInputs inputs = runInputs(first.settings);
+    for (const Shard& shard : shards) {
+        if (QFileInfo(shard.folder).canonicalFilePath()
+            == QFileInfo(outputPath).canonicalFilePath()) {
+            rejectUsage(
+                QString("--output: %1 is one of the shards; name another folder.").arg(outputPath));
+        }
+    }
     OutputFolder output(outputPath, resumes);
     RangeResults results(inputs);
     results.range = {0, first.dataSetCount};
