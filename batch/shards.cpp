@@ -176,6 +176,27 @@ QVector<ReportedFile> joinedFiles(const QVector<Shard>& shards, int sharedAtEnd)
     return files + read.mid(qMax(0, read.size() - sharedAtEnd));
 }
 
+/// That every shard took its random numbers from where the whole run would have had it.
+void demandOneSequence(const RunInputs& inputs, const QVector<Shard>& shards,
+                       const RangeResults& results)
+{
+    Draws draws;
+    draws.ofTruth = drawsOfTruth(inputs);
+    for (const DataSetResult& result : results.dataSets) {
+        draws.ofDataSets.append(qint64(result.draws));
+    }
+    for (const Shard& shard : shards) {
+        const int end = shard.record.dataSets.end;
+        const quint32 position = inputs.truth.byModels ? positionBeforeTruth(inputs, draws, end)
+                                                       : positionBefore(inputs, draws, end);
+        if (shard.record.positionAfter != position) {
+            fail(QString("%1 does not have the random numbers of the whole run: files of other "
+                         "data sets or the plan were others; calculate it again.")
+                     .arg(shard.folder));
+        }
+    }
+}
+
 /// That the shards were calculated on machines that may differ in last bits.
 QStringList machineFindings(const QVector<Shard>& shards)
 {
@@ -262,6 +283,7 @@ QStringList mergeShards(const QStringList& folders, const QString& outputPath, b
         appendShard(shard, results, results.checkUp);
         record.seconds += shard.record.seconds;
     }
+    demandOneSequence(inputs, shards, results);
     record.positionAfter = shards.constLast().record.positionAfter;
     record.files =
         joinedFiles(shards, inputs.truth.exists() ? inputs.truth.simulationFiles.size() + 1 : 0);
