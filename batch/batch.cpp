@@ -56,6 +56,13 @@ QVector<ReportedFile> truthFiles(const TruthInputs& truth)
     return files;
 }
 
+void print(const char* text)
+{
+    if (std::fputs(text, stdout) < 0 || std::fflush(stdout) != 0) {
+        fail("Standard output cannot be written.");
+    }
+}
+
 void showFindings(const QStringList& findings, const CommandLine& line)
 {
     if (!line.isQuiet) {
@@ -77,7 +84,7 @@ ExitCode calculate(const CommandLine& line)
     RunInputs inputs = runInputs(line.settings);
     const DataSetRange range = rangeOf(line, inputs.source.dataSetCount());
     if (line.isDryRun) {
-        std::fputs(QJsonDocument(inputs.used.object()).toJson().constData(), stdout);
+        print(QJsonDocument(inputs.used.object()).toJson().constData());
         return ExitCode::Done;
     }
     if (line.output.isEmpty()) {
@@ -137,10 +144,10 @@ ExitCode performTask(const CommandLine& line)
 {
     switch (line.task) {
     case CommandLine::Task::Help:
-        std::fputs(qUtf8Printable(line.helpText), stdout);
+        print(qUtf8Printable(line.helpText));
         break;
     case CommandLine::Task::Version:
-        std::printf("velmora-batch %s\n", VELMORA_VERSION);
+        print("velmora-batch " VELMORA_VERSION "\n");
         break;
     case CommandLine::Task::Run:
         return calculate(line);
