@@ -10,6 +10,7 @@
 #include "report/formats.h"
 
 #include <QElapsedTimer>
+#include <QFile>
 #include <QJsonDocument>
 
 #include <cstdio>
@@ -77,6 +78,15 @@ ExitCode codeOf(const QStringList& findings, const CommandLine& line)
     return line.isStrict && !findings.isEmpty() ? ExitCode::Findings : ExitCode::Done;
 }
 
+/// Those of a complete run; none of a shard, which keeps them for the merge.
+QStringList findingsOf(const QString& folder)
+{
+    QFile file(folder + '/' + ResultFile::findings);
+    return file.open(QIODevice::ReadOnly)
+               ? QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts)
+               : QStringList();
+}
+
 ExitCode calculate(const CommandLine& line)
 {
     QElapsedTimer timer;
@@ -103,8 +113,10 @@ ExitCode calculate(const CommandLine& line)
                      0,
                      thisMachine(),
                      0.0};
-    if (line.resumes && isComplete(line.output, record)) {
-        return ExitCode::Done;
+    if (line.resumes && isComplete(line.output, record) && line.project.isEmpty()) {
+        const QStringList findings = findingsOf(line.output);
+        showFindings(findings, line);
+        return codeOf(findings, line);
     }
     const std::optional<Plan> plan =
         line.plan.isEmpty() ? std::nullopt : std::optional<Plan>(readPlan(line.plan, record));
