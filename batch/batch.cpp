@@ -64,17 +64,14 @@ void print(const char* text)
     }
 }
 
-void showFindings(const QStringList& findings, const CommandLine& line)
+/// Shows the findings. Gives the code that the program ends with.
+ExitCode told(const QStringList& findings, const CommandLine& line)
 {
     if (!line.isQuiet) {
         for (const QString& finding : findings) {
             std::fprintf(stderr, "%s\n", qUtf8Printable(finding));
         }
     }
-}
-
-ExitCode codeOf(const QStringList& findings, const CommandLine& line)
-{
     return line.isStrict && !findings.isEmpty() ? ExitCode::Findings : ExitCode::Done;
 }
 
@@ -114,9 +111,7 @@ ExitCode calculate(const CommandLine& line)
                      thisMachine(),
                      0.0};
     if (line.resumes && isComplete(line.output, record) && line.project.isEmpty()) {
-        const QStringList findings = findingsOf(line.output);
-        showFindings(findings, line);
-        return codeOf(findings, line);
+        return told(findingsOf(line.output), line);
     }
     const std::optional<Plan> plan =
         line.plan.isEmpty() ? std::nullopt : std::optional<Plan>(readPlan(line.plan, record));
@@ -146,8 +141,7 @@ ExitCode calculate(const CommandLine& line)
     record.positionAfter = results.positionAfter;
     record.seconds = double(timer.elapsed()) / 1000;
     output.finish(recordText(record));
-    showFindings(findings, line);
-    return codeOf(findings, line);
+    return told(findings, line);
 }
 
 } // namespace
@@ -163,11 +157,8 @@ ExitCode performTask(const CommandLine& line)
         break;
     case CommandLine::Task::Run:
         return calculate(line);
-    case CommandLine::Task::Merge: {
-        const QStringList findings = mergeShards(line.shards, line.output, line.resumes);
-        showFindings(findings, line);
-        return codeOf(findings, line);
-    }
+    case CommandLine::Task::Merge:
+        return told(mergeShards(line.shards, line.output, line.resumes), line);
     }
     return ExitCode::Done;
 }
