@@ -10,9 +10,16 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
 namespace {
 
 constexpr int bytesAtATime = 1 << 20;
+/// What a run that was killed leaves behind.
+const char unfinishedFiles[] = "velmora-*.tmp";
 
 } // namespace
 
@@ -79,11 +86,6 @@ OutputFolder::OutputFolder(const QString& folderPath, bool resumes)
     if (info.exists() && !info.isDir()) {
         fail(QString("--output: %1 is no folder.").arg(path));
     }
-    const QDir::Filters all = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
-    if (!resumes && !QDir(path).entryList(all).isEmpty()) {
-        fail(
-            QString("--output: %1 is not empty; name another folder, or give --resume.").arg(path));
-    }
     for (QString folder = QDir::cleanPath(path); !QFileInfo::exists(folder);
          folder = QFileInfo(folder).path()) {
         made.append(folder);
@@ -96,16 +98,41 @@ OutputFolder::OutputFolder(const QString& folderPath, bool resumes)
     if (!QFileInfo(path).isWritable()) {
         fail(QString("--output: %1 may not be written to.").arg(path));
     }
+    takeForThisRun();
+    const QDir::Filters all = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
+    if (!resumes && !QDir(path).entryList(all).isEmpty()) {
+        ::close(lock);
+        fail(
+            QString("--output: %1 is not empty; name another folder, or give --resume.").arg(path));
+    }
     if (resumes) {
         QFile::remove(pathOf(recordName)); // what stands there is not complete any more
+        for (const QString& name : QDir(path).entryList({unfinishedFiles}, QDir::Files)) {
+            QFile::remove(pathOf(name));
+        }
+    }
+}
+
+/// Ends the run if another one writes to the folder. A file system without locks lets both do so.
+void OutputFolder::takeForThisRun()
+{
+    lock = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+    if (lock != -1 && flock(lock, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+        ::close(lock);
+        fail(QString("--output: another run is writing to %1.").arg(path));
     }
 }
 
 OutputFolder::~OutputFolder()
 {
-    if (isFinished) {
-        return;
+    if (!isFinished) {
+        removeAll();
     }
+    ::close(lock);
+}
+
+void OutputFolder::removeAll()
+{
     files.clear();
     for (const QString& file : qAsConst(placed)) {
         QFile::remove(file);

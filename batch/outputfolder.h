@@ -60,7 +60,11 @@ public:
     QString pathOf(const QString& name) const { return path + '/' + name; }
 
 private:
+    void takeForThisRun();
+    void removeAll();
+
     QString path;
+    int lock = -1;    ///< of the open folder, as long as the run writes to it
     QStringList made; ///< folders that did not exist before, the deepest first
     QStringList names;
     std::vector<std::unique_ptr<TableFile>> files;
