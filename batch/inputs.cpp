@@ -256,10 +256,19 @@ void startStudy(RunInputs& inputs, const BatchSettings& settings)
     inputs.study = study;
 }
 
+void demandReadToEnd(const QStringList& unread)
+{
+    if (!unread.isEmpty()) {
+        fail(QString("%1 cannot be read to its end.").arg(unread.first()));
+    }
+}
+
 void readTrueMeds(RunInputs& inputs, const QString& path)
 {
     demandFile(path, "--true-meds");
-    const Table table = csvReadToDouble(path);
+    QStringList unread;
+    const Table table = csvReadToDouble(path, &unread);
+    demandReadToEnd(unread);
     const int dataSets = inputs.source.dataSetCount();
     if (table.size() != dataSets || table.value(0).size() <= medColumn) {
         fail(QString("--true-meds: %1 has to have a row with the true model and the true MED for "
@@ -287,15 +296,17 @@ void readTrueModels(RunInputs& inputs, const QStringList& paths, const QString& 
     }
     TruthInputs& truth = inputs.truth;
     truth.byModels = true;
+    QStringList unread;
     for (const QString& path : paths) {
         demandFile(path, "--true-models");
         truth.simulationFiles.append(sourceFile(path));
-        truth.rows.append(csvWithHeaderReadToDouble(path).value(0));
+        truth.rows.append(csvWithHeaderReadToDouble(path, &unread).value(0));
     }
     demandFile(numbersPath, "--true-model-numbers");
     truth.file = sourceFile(numbersPath);
-    const TrueModelNumbers read =
-        trueModelNumbers(csvReadToDouble(numbersPath), dataSets, inputs.source.modelCount());
+    const TrueModelNumbers read = trueModelNumbers(csvReadToDouble(numbersPath, &unread), dataSets,
+                                                   inputs.source.modelCount());
+    demandReadToEnd(unread);
     if (!read.isValid) {
         fail(QString("--true-model-numbers: %1 has to have one row or one column with the number "
                      "of a model, 0 to %2, for each of the %3 data sets.")
