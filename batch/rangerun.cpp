@@ -160,10 +160,8 @@ RangeResults::RangeResults(const RunInputs& inputs)
 QStringList RangeResults::findings() const
 {
     QStringList lines;
-    for (int dataSet = 0; dataSet < dataSets.size(); ++dataSet) {
-        for (const QString& finding : dataSets.at(dataSet).findings) {
-            lines.append(QString("data set %1: ").arg(range.first + dataSet) + finding);
-        }
+    for (const DataSetResult& result : dataSets) {
+        lines += result.findings; // which name their data set
     }
     return lines;
 }
@@ -217,8 +215,8 @@ void repeatFirstDataSet(RunInputs& inputs, RangeResults& results)
     const DataSetResult repeated = calculate(inputs, 0, evaluation);
     if (repeated.probability != results.dataSets.first().probability) {
         results.dataSets.first().findings.append(
-            "Calculated again for the report, it has other probabilities: its files have changed, "
-            "or this machine calculates otherwise.");
+            "Data set 0, calculated again for the report, has other probabilities: its files have "
+            "changed, or this machine calculates otherwise.");
     }
     results.first = evaluation;
 }
