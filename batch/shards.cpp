@@ -134,6 +134,19 @@ void appendShard(const Shard& shard, RangeResults& results, CheckUpRun& checkUp)
     results.theoreticalMeds += meds;
 }
 
+/// The tables that have lines for each data set.
+QStringList tablesOfDataSets(const BatchSettings& settings)
+{
+    QStringList tables{ResultFile::probability, ResultFile::doses, ResultFile::weights};
+    if (settings.isYes("endpoints")) {
+        tables.append(ResultFile::endpoints);
+    }
+    if (settings.has("true-meds") || settings.has("true-models")) {
+        tables.append(ResultFile::meds);
+    }
+    return tables;
+}
+
 /// Puts the lines of a table of all shards below one heading.
 void joinTable(const QVector<Shard>& shards, const QString& name, OutputFolder& output)
 {
@@ -240,6 +253,11 @@ bool isComplete(const QString& folder, const RunRecord& record)
                  .arg(found.dataSets.first)
                  .arg(found.dataSets.end - 1));
     }
+    const QStringList tables = tablesOfDataSets(found.settings);
+    const auto exists = [&](const QString& table) { return QFile::exists(folder + '/' + table); };
+    if (!std::all_of(tables.begin(), tables.end(), exists)) {
+        return false;
+    }
     // A file that is another by now has to be calculated with again.
     return std::all_of(found.files.begin(), found.files.end(), [](const ReportedFile& file) {
         const SourceFile now = sourceFile(file.file.path);
@@ -266,14 +284,7 @@ QStringList mergeShards(const QStringList& folders, const QString& outputPath, b
     OutputFolder output(outputPath, resumes);
     RangeResults results(inputs);
     results.range = {0, first.dataSetCount};
-    QStringList tables{ResultFile::probability, ResultFile::doses, ResultFile::weights};
-    if (inputs.writesEndpoints) {
-        tables.append(ResultFile::endpoints);
-    }
-    if (inputs.truth.exists()) {
-        tables.append(ResultFile::meds);
-    }
-    for (const QString& table : qAsConst(tables)) {
+    for (const QString& table : tablesOfDataSets(first.settings)) {
         joinTable(shards, table, output);
     }
     RunRecord record = first;
