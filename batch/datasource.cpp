@@ -189,7 +189,7 @@ void DataSource::load(Study& study, int dataSet) const
 void DataSource::release(Study& study, int dataSet) const
 {
     for (int model = 0; model < paths.size(); ++model) {
-        study.rawResults[model][dataSet].clear();
+        study.rawResults[model][dataSet] = Table(); // clear() would keep the room for its rows
     }
 }
 
