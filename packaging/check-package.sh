@@ -2,7 +2,8 @@
 # SPDX-FileCopyrightText: Velmora contributors
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Makes the Debian package, build/package/velmora_VERSION_ARCHITECTURE.deb, and checks
-# it: desktop entry, metadata, versions, policy, and that what it installs starts.
+# it: desktop entry, metadata, versions, policy, manual pages, completion, and that what it
+# installs starts.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -16,7 +17,7 @@ fail() {
     exit 1
 }
 
-# The version stands in five places.
+# The version stands in six places.
 check_versions() {
     local version
     version=$(sed -n 's/^project(velmora VERSION \([0-9.]*\) .*/\1/p' CMakeLists.txt)
@@ -26,7 +27,19 @@ check_versions() {
         || fail "packaging/debian/changelog does not begin with $version"
     grep -m 1 '<release ' packaging/org.velmora.Velmora.metainfo.xml \
         | grep -q "version=\"$version\"" || fail "the metadata do not begin with $version"
-    grep -q "\"Velmora $version\"" packaging/velmora.1 || fail "velmora.1 is not of $version"
+    local page
+    for page in packaging/*.1; do
+        grep -q "\"Velmora $version\"" "$page" || fail "$page is not of $version"
+    done
+}
+
+check_manual_pages() {
+    local page warnings
+    for page in packaging/*.1; do
+        warnings=$(LC_ALL=C.UTF-8 MANWIDTH=80 man --warnings -E UTF-8 -l -Tutf8 -Z "$page" \
+            2>&1 >/dev/null)
+        [ -z "$warnings" ] || fail "$page: $warnings"
+    done
 }
 
 # What the guide shows and links to has to be beside it.
@@ -44,11 +57,37 @@ check_start() {
     [ "$status" -eq 124 ] || fail "the installed program ends by itself, with status $status"
 }
 
+# What a shell offers after these words: complete FILE WORD...
+complete() {
+    # shellcheck disable=SC2016 # expanded by the other shell
+    bash -c 'source "$1"; COMP_WORDS=("${@:2}"); COMP_CWORD=$(($# - 2)); _velmora_batch
+        echo "${COMPREPLY[*]}"' - "$@"
+}
+
+# The program without a window starts, and manual page and completion have all of its options.
+check_batch() {
+    local program=$1/usr/bin/velmora-batch version option offered
+    local completion=$1/usr/share/bash-completion/completions/velmora-batch
+    version=$("$program" --version)
+    grep -q "\"Velmora ${version#velmora-batch }\"" packaging/velmora-batch.1 \
+        || fail "the installed program is $version"
+    bash -n "$completion"
+    [ "$(complete "$completion" velmora-batch --method s)" = selection ] \
+        || fail "the completion does not know the choices of --method"
+    offered=$(complete "$completion" velmora-batch --)
+    for option in $("$program" --help | sed -nE 's/^ +(-[a-z], )?(--[a-z0-9-]+).*/\2/p'); do
+        [[ " $offered " == *" $option "* ]] || fail "the completion does not know $option"
+        grep -qE "^\.BI?R? .*${option//-/\\\\-}( |$)" packaging/velmora-batch.1 \
+            || fail "velmora-batch.1 does not know $option"
+    done
+}
+
 desktop-file-validate packaging/org.velmora.Velmora.desktop
 appstreamcli validate --no-net packaging/org.velmora.Velmora.metainfo.xml
 check_versions
+check_manual_pages
 
-build_preset release velmora velmora-documents
+build_preset release velmora velmora-batch velmora-documents
 rm -rf build/package
 cpack -G DEB --config build/release/CPackConfig.cmake -B "$PWD/build/package"
 package=$(echo build/package/velmora_*.deb)
@@ -60,4 +99,5 @@ lintian --fail-on error \
 dpkg-deb -x "$package" build/package/root
 check_links build/package/root/usr/share/doc/velmora
 check_start build/package/root
+check_batch build/package/root
 echo "$package is good."
