@@ -10,10 +10,11 @@ import resource, shutil, signal, subprocess, sys, tempfile, threading, time
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 # Folders by what they stand on, lowest first; the tests of each lie below tests/.
-FOLDERS = ["expr", "model", "io", "analysis", "app", "app/window"]
+FOLDERS = ["expr", "model", "io", "analysis", "batch", "app", "app/window"]
 # For each folder, those of tests/ that can notice its faults, nearest first.
 NEAREST = {"expr": ["expr", "model", "analysis", "app"], "model": ["model", "expr", "analysis", "app"],
-           "io": ["io", "analysis", "app"], "analysis": ["analysis", "app"]}
+           "io": ["io", "analysis", "app"], "analysis": ["analysis", "app"],
+           "batch": ["batch", "app"]}
 COUNTED = ("drawn", "caught", "survived", "dropped")
 # No test links the one, and only the thread sanitizer the other.
 LEFT_OUT = {"app/main.cpp", "model/poolorder.cpp"}
@@ -243,7 +244,7 @@ class Workshop:
         """What the libraries and programs are made of, as a number."""
         total = hashlib.sha1()
         for path in sorted(p for p in self.build.rglob("*") if p.is_file()):
-            if path.suffix == ".so" or path.name.startswith(("tst_", "velmora-tour")):
+            if path.suffix == ".so" or path.name.startswith(("tst_", "velmora-tour", "velmora-batch")):
                 if os.access(path, os.X_OK):
                     total.update(path.read_bytes())
         return total.hexdigest()
