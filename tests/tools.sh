@@ -2,7 +2,8 @@
 # SPDX-FileCopyrightText: Velmora contributors
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Reads what the tour saves by tools/velmora.R and tools/velmora.py, compares both with each
-# other and with a plain reading, and draws the plots of the user guide, all in build/tools.
+# other and with a plain reading, and runs the code and the batch commands of the user guide, all
+# in build/tools.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -10,7 +11,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 source packaging/build-steps.sh
 ensure_packages packaging/debian-packages.txt
 ensure_packages packaging/tools-packages.txt
-build_preset dev velmora-tour
+build_preset dev velmora-tour velmora-batch
 
 folder=$PWD/build/tools
 rm -rf "$folder"
@@ -33,17 +34,28 @@ mapfile -t files < <(find "$folder" -name '*.velmora' -o -name '*endpoints.csv')
 Rscript --vanilla tests/tools.R "${files[@]}"
 /usr/bin/python3 tests/tools.py "$folder" "${files[@]}" # not one without Debian's NumPy
 
-# The plots, by the guide's own code.
+# The guide's own commands, from a folder with its studies, and its code.
 plots=$folder/plots
 mkdir "$plots"
 cp tools/velmora.R tools/velmora.py "$plots"
+ln -s "$PWD/examples/biomarker" "$PWD/examples/simulation" "$plots"
+cp "$folder/biomarker.velmora" "$plots/study.velmora"
 cp "$folder/biomarker/3-endpoints.csv" "$plots/endpoints.csv"
-for language in r python; do
+for language in r python json; do
     awk -v begin="\`\`\`$language" '/^```/ { isCode = $0 == begin; next } isCode' \
         docs/user-guide.md >"$plots/plot.$language"
 done
+awk '!/^    / { isCommand = 0 } /^    velmora-batch / { isCommand = 1 } isCommand' \
+    docs/user-guide.md >"$plots/commands.sh"
+PATH=$PWD/build/dev:$PATH
 cd "$plots"
+mv plot.json study.json
+sh -e commands.sh 2>findings.txt
+for table in simulated/*.*; do
+    [ "$table" = simulated/run.json ] || cmp "$table" "again/${table#*/}"
+    [ "$table" = simulated/run.json ] || cmp "$table" "whole/${table#*/}"
+done
 Rscript --vanilla plot.r
 MPLBACKEND=agg /usr/bin/python3 plot.python
 [ -s contributions.png ] && [ -s effects.png ]
-echo "Both readers agree with the files; the plots are in $plots."
+echo "Both readers agree with the files; the plots are in $plots, beside what the commands gave."
