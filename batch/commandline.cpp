@@ -24,12 +24,6 @@ const char* const usage =
     "       velmora-batch merge SHARD... -o DIR\n\n"
     "Runs an analysis without a window and writes what the window would show.";
 
-/// The value of an option in the help. Of alternatives the parser shows all.
-QString valueName(const SettingDefinition& definition)
-{
-    return definition.value;
-}
-
 void addOptions(QCommandLineParser& parser)
 {
     for (const SettingDefinition& definition : settingDefinitions()) {
@@ -37,7 +31,7 @@ void addOptions(QCommandLineParser& parser)
             continue; // for files alone, and the argument
         }
         QCommandLineOption option(QString(definition.name), definition.description);
-        option.setValueName(valueName(definition));
+        option.setValueName(definition.value);
         parser.addOption(option);
     }
     parser.addOption({"settings", "Take settings from a file; - is standard input.", "FILE"});

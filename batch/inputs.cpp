@@ -3,27 +3,16 @@
 #include "batch/inputs.h"
 
 #include "analysis/numberlist.h"
-#include "analysis/truth.h"
 #include "analysis/weights.h"
 #include "batch/error.h"
-#include "io/csv.h"
-#include "model/binding.h"
+#include "batch/modeltexts.h"
 #include "model/randomng.h"
 #include "report/formats.h"
 
-#include <QJsonArray>
-#include <QLocale>
-
 #include <algorithm>
-#include <cmath>
-#include <limits>
 
 namespace {
 
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-/// As few digits as tell the number from every other.
-constexpr int exactDigits = QLocale::FloatingPointShortest;
-constexpr int medColumn = 1;
 /// Of the tables that a run has now and then, for provenances to compare: they stay the same.
 constexpr quint64 anyFingerprint = 1;
 
@@ -34,101 +23,10 @@ struct NamedSummary
 };
 const NamedSummary summaries[] = {{"mean", -1}, {"median", 50}, {"75", 75}, {"25", 25}};
 
-QString exact(double number)
-{
-    return QString::number(number, 'g', exactDigits);
-}
-
-/// A model by its name or its number, which a # tells from a name.
-int modelOf(const QStringList& names, const QString& text, const char* option)
-{
-    const int count = names.count(text);
-    if (count == 1) {
-        return names.indexOf(text);
-    }
-    bool isNumber = false;
-    const int number = (text.startsWith('#') ? text.mid(1) : text).toInt(&isNumber);
-    if (count == 0 && isNumber && number >= 0 && number < names.size()) {
-        return number;
-    }
-    if (count > 1) {
-        rejectUsage(QString("--%1: several models have the name \"%2\"; use their numbers, "
-                            "#0 to #%3.")
-                        .arg(option, text)
-                        .arg(names.size() - 1));
-    }
-    rejectUsage(QString("--%1: there is no model \"%2\"; the models are %3.")
-                    .arg(option, text, names.join(", ")));
-}
-
-/// What names a model so that modelOf finds it.
-QString keyOf(const QStringList& names, int model)
-{
-    return names.count(names.at(model)) == 1 ? names.at(model) : '#' + QString::number(model);
-}
-
-/// Omega from rows with ; between, of elements with , between.
-void readOmega(endPoint& definition, const QString& text)
-{
-    const auto reject = [&](const QString& why) {
-        rejectUsage(QString("--omega of %1: %2.").arg(definition.name, why));
-    };
-    const QStringList rows = text.split(';');
-    if (rows.size() < definition.highestEta || rows.size() > highestEtaNumber) {
-        reject(QString("%1 rows where the endpoint has ETA%2")
-                   .arg(rows.size())
-                   .arg(definition.highestEta));
-    }
-    definition.resizeOmega(0);
-    definition.resizeOmega(rows.size());
-    for (int row = 0; row < rows.size(); ++row) {
-        const QStringList elements = rows.at(row).split(',');
-        if (elements.size() != rows.size()) {
-            reject(QString("row %1 has %2 elements in place of %3")
-                       .arg(row + 1)
-                       .arg(elements.size())
-                       .arg(rows.size()));
-        }
-        for (int column = 0; column < elements.size(); ++column) {
-            const QString element = elements.at(column).trimmed();
-            bool isNumber = false;
-            const double number = element.toDouble(&isNumber);
-            const std::optional<int> reference = omegaColumnReference(element);
-            if (!isNumber && (!reference || *reference < 0)) {
-                reject(
-                    QString("\"%1\" is neither a number nor a column such as COL24").arg(element));
-            }
-            definition.omega[row][column] = isNumber ? number : 0.0;
-            definition.omegaColumns[row][column] = isNumber ? -1 : *reference;
-        }
-    }
-    for (int row = 0; row < rows.size(); ++row) {
-        for (int column = 0; column < row; ++column) {
-            if (definition.omegaText(row, column, exactDigits)
-                != definition.omegaText(column, row, exactDigits)) {
-                reject(QString("the elements %1,%2 and %2,%1 differ").arg(row + 1).arg(column + 1));
-            }
-        }
-    }
-}
-
-QString omegaText(const endPoint& definition)
-{
-    QStringList rows;
-    for (int row = 0; row < definition.numEtas; ++row) {
-        QStringList elements;
-        for (int column = 0; column < definition.numEtas; ++column) {
-            elements.append(definition.omegaText(row, column, exactDigits));
-        }
-        rows.append(elements.join(','));
-    }
-    return rows.join(';');
-}
-
 QVector<double> readNumbers(const BatchSettings& settings, const char* name, const QString& text)
 {
     const QVector<double> numbers = parseNumberList(text);
-    if (numbers.isEmpty() && settings.has(name)) {
+    if (numbers.isEmpty() && settings.has(name) && !text.isEmpty()) {
         rejectUsage(QString("--%1: \"%2\" is neither a list such as 0,5,10 nor a range such as "
                             "0:1:10.")
                         .arg(name, text));
@@ -204,7 +102,7 @@ void applyDefinitions(RunInputs& inputs, const BatchSettings& settings)
     QVector<endPoint>& models = inputs.study.endPoints;
     const auto forEach = [&](const char* option, const auto& apply) {
         for (const ModelText& given : settings.byModel(option)) {
-            apply(modelOf(names, given.model, option), given.text);
+            apply(modelNamed(names, given.model, option), given.text);
         }
     };
     forEach("endpoint", [&](int model, const QString& text) {
@@ -256,83 +154,6 @@ void startStudy(RunInputs& inputs, const BatchSettings& settings)
     inputs.study = study;
 }
 
-void demandReadToEnd(const QStringList& unread)
-{
-    if (!unread.isEmpty()) {
-        fail(QString("%1 cannot be read to its end.").arg(unread.first()));
-    }
-}
-
-void readTrueMeds(RunInputs& inputs, const QString& path)
-{
-    demandFile(path, "--true-meds");
-    QStringList unread;
-    const Table table = csvReadToDouble(path, &unread);
-    demandReadToEnd(unread);
-    const int dataSets = inputs.source.dataSetCount();
-    if (table.size() != dataSets || table.value(0).size() <= medColumn) {
-        fail(QString("--true-meds: %1 has to have a row with the true model and the true MED for "
-                     "each of the %2 data sets.")
-                 .arg(path)
-                 .arg(dataSets));
-    }
-    TruthInputs& truth = inputs.truth;
-    truth.byMeds = true;
-    truth.file = sourceFile(path);
-    for (const QVector<double>& row : table) {
-        truth.models.append(row.value(0, notANumber));
-        truth.meds.append(roundedUpToDose(row.value(medColumn, notANumber), inputs.study.doses));
-    }
-}
-
-void readTrueModels(RunInputs& inputs, const QStringList& paths, const QString& numbersPath)
-{
-    const int dataSets = inputs.source.dataSetCount();
-    if (paths.size() != 1 && paths.size() != dataSets) {
-        rejectUsage(QString("--true-models names %1 files; it takes 1, or one for each of the %2 "
-                            "data sets.")
-                        .arg(paths.size())
-                        .arg(dataSets));
-    }
-    TruthInputs& truth = inputs.truth;
-    truth.byModels = true;
-    QStringList unread;
-    for (const QString& path : paths) {
-        demandFile(path, "--true-models");
-        truth.simulationFiles.append(sourceFile(path));
-        truth.rows.append(csvWithHeaderReadToDouble(path, &unread).value(0));
-    }
-    demandFile(numbersPath, "--true-model-numbers");
-    truth.file = sourceFile(numbersPath);
-    const TrueModelNumbers read = trueModelNumbers(csvReadToDouble(numbersPath, &unread), dataSets,
-                                                   inputs.source.modelCount());
-    demandReadToEnd(unread);
-    if (!read.isValid) {
-        fail(QString("--true-model-numbers: %1 has to have one row or one column with the number "
-                     "of a model, 0 to %2, for each of the %3 data sets.")
-                 .arg(numbersPath)
-                 .arg(inputs.source.modelCount() - 1)
-                 .arg(dataSets));
-    }
-    truth.modelNumbers = read.numbers;
-}
-
-void readTruth(RunInputs& inputs, const BatchSettings& settings)
-{
-    const bool byModels = settings.has("true-models");
-    if (settings.has("true-meds") && byModels) {
-        rejectUsage("Give either --true-meds or --true-models, not both.");
-    }
-    if (byModels != settings.has("true-model-numbers")) {
-        rejectUsage("--true-models and --true-model-numbers belong together: give both.");
-    }
-    if (settings.has("true-meds")) {
-        readTrueMeds(inputs, settings.text("true-meds"));
-    } else if (byModels) {
-        readTrueModels(inputs, settings.files("true-models"), settings.text("true-model-numbers"));
-    }
-}
-
 QStringList readReports(const BatchSettings& settings)
 {
     QStringList reports = settings.text("report").split(',', Qt::SkipEmptyParts);
@@ -373,15 +194,6 @@ BatchSettings usedSettings(const RunInputs& inputs, const BatchSettings& given)
 
 } // namespace
 
-QStringList TruthInputs::modelTexts() const
-{
-    QStringList texts;
-    for (const int number : modelNumbers) {
-        texts.append(QString::number(number));
-    }
-    return texts;
-}
-
 BatchSettings studySettings(const Study& study, const QString& doses, const QString& levels)
 {
     BatchSettings used;
@@ -396,7 +208,7 @@ BatchSettings studySettings(const Study& study, const QString& doses, const QStr
     QJsonObject omegas;
     for (int model = 0; model < names.size(); ++model) {
         const endPoint& definition = study.endPoints.at(model);
-        const QString key = keyOf(names, model);
+        const QString key = modelKey(names, model);
         endpoints.insert(key, definition.endPointParser.expression);
         weights.insert(key, definition.weightParser.expression);
         if (definition.numEtas > 0) {
@@ -409,8 +221,8 @@ BatchSettings studySettings(const Study& study, const QString& doses, const QStr
         used.set("omega", omegas);
     }
     used.set("log-scale", study.logScale);
-    used.set("lower", exact(study.target.lower));
-    used.set("upper", exact(study.target.upper));
+    used.set("lower", exactText(study.target.lower));
+    used.set("upper", exactText(study.target.upper));
     used.set("method", study.selecting ? "selection" : "average");
     used.set("ofv", study.individualOfv ? "individual" : "one");
     for (const NamedSummary& summary : summaries) {
@@ -442,7 +254,8 @@ RunInputs runInputs(const BatchSettings& settings)
     inputs.upper = readBound(settings, "upper", "upper-text", inputs.upper);
     study.target = {inputs.lower.value, inputs.upper.value};
     bringUpToDate(study.endPoints, study.doses);
-    readTruth(inputs, settings);
+    inputs.truth =
+        readTruth(settings, inputs.source.dataSetCount(), inputs.source.modelCount(), study.doses);
     inputs.reports = readReports(settings);
     inputs.writesEndpoints = settings.isYes("endpoints");
     inputs.usesCache = settings.isYes("cache");

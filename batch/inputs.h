@@ -5,25 +5,7 @@
 
 #include "analysis/projectstudy.h"
 #include "batch/datasource.h"
-
-/// What simulated data sets are compared with, as far as it is known before the calculation.
-struct TruthInputs
-{
-    bool byMeds = false;       ///< from a file of true MEDs
-    bool byModels = false;     ///< from true models
-    QVector<double> meds;      ///< of that file, rounded up to doses, [dataSet]
-    QVector<double> models;    ///< numbers in that file, [dataSet]; NaN for none
-    Table rows;                ///< first rows of the simulation models' results, [dataSet]
-    QVector<int> modelNumbers; ///< of the true models, [dataSet]
-    QVector<SourceFile> simulationFiles;
-    SourceFile file; ///< of true MEDs or of the numbers of true models
-
-    bool exists() const { return byMeds || byModels; }
-    /// Data sets that can be compared.
-    int count() const { return byMeds ? meds.size() : rows.size(); }
-    /// As the window's table shows them.
-    QStringList modelTexts() const;
-};
+#include "batch/truthinputs.h"
 
 /// Everything that a run works with.
 struct RunInputs

@@ -12,6 +12,8 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
+#include <algorithm>
+
 namespace {
 
 QJsonArray numbersOf(const QVector<qint64>& counts)
@@ -27,7 +29,7 @@ QVector<qint64> countsOf(const QJsonValue& numbers)
 {
     QVector<qint64> counts;
     for (const QJsonValue& number : numbers.toArray()) {
-        counts.append(qint64(number.toDouble()));
+        counts.append(qint64(number.toDouble(-1)));
     }
     return counts;
 }
@@ -77,7 +79,9 @@ Plan readPlan(const QString& path, const RunRecord& record)
                                    : QJsonObject();
     Plan plan{{countsOf(object.value("draws")), countsOf(object.value("truth_draws"))},
               planned.files};
-    if (plan.draws.ofDataSets.size() != record.dataSetCount) {
+    const QVector<qint64> all = plan.draws.ofDataSets + plan.draws.ofTruth;
+    if (plan.draws.ofDataSets.size() != record.dataSetCount
+        || std::any_of(all.begin(), all.end(), [](qint64 count) { return count < 0; })) {
         fail(QString("--plan: %1 is damaged.").arg(path));
     }
     return plan;

@@ -10,6 +10,8 @@
 #include "batch/error.h"
 #include "batch/hashes.h"
 #include "batch/interrupt.h"
+#include "batch/modeltexts.h"
+#include "batch/plan.h"
 #include "model/randomng.h"
 
 #include <cmath>
@@ -68,7 +70,7 @@ private:
     {
         QStringList names;
         for (const double level : inputs.study.levels) {
-            names.append(QString::number(level, 'g', 6));
+            names.append(exactText(level));
         }
         return names;
     }
@@ -209,7 +211,9 @@ RangeResults runRange(RunInputs& inputs, const DataSetRange& range, OutputFolder
 
 void repeatFirstDataSet(RunInputs& inputs, RangeResults& results)
 {
+    FileHashes hashes(inputs.source, 0);
     inputs.source.load(inputs.study, 0);
+    demandSameFiles(hashes.result(), results.files, "the shards");
     setRandomPosition(inputs.randomPosition);
     Evaluation evaluation;
     const DataSetResult repeated = calculate(inputs, 0, evaluation);
