@@ -261,10 +261,10 @@ void EndpointRun::finish(StartedWork& started)
             endPoints.at(model).finishEvaluation(started.containers.at(i));
     }
     for (const auto& [model, ofModel] : started.ofModels) {
-        QVector<QVector<double>> endpoints = endPoints[model].evaluateRows(ofModel.rows);
-        for (int row = 0; row < endpoints.size(); ++row) {
+        Table evaluated = endPoints[model].evaluateRows(ofModel.rows);
+        for (int row = 0; row < evaluated.size(); ++row) {
             const StartedWork::Place& place = ofModel.places.at(row);
-            prepared[place.prepared].endpoints[place.plannedModel] = std::move(endpoints[row]);
+            prepared[place.prepared].endpoints[place.plannedModel] = std::move(evaluated[row]);
         }
     }
     started = {};

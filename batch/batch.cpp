@@ -91,7 +91,7 @@ ExitCode calculate(const CommandLine& line)
     RunInputs inputs = runInputs(line.settings);
     const DataSetRange range = rangeOf(line, inputs.source.dataSetCount());
     if (line.isDryRun) {
-        print(QJsonDocument(inputs.used.object()).toJson().constData());
+        print(QJsonDocument(inputs.used.json()).toJson().constData());
         return ExitCode::Done;
     }
     if (line.output.isEmpty()) {

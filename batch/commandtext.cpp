@@ -52,8 +52,9 @@ QString optionsOf(const BatchSettings& settings, const SettingDefinition& defini
     }
     default:
         // The project is no option, but what the program works on.
-        return QLatin1String(name) == QLatin1String("project") ? ' ' + quoted(settings.text(name))
-                                                               : option(name, settings.text(name));
+        return QLatin1String(name) == QLatin1String("project")
+                   ? ' ' + quoted(settings.textOf(name))
+                   : option(name, settings.textOf(name));
     }
 }
 
@@ -94,5 +95,5 @@ QString commandText(const BatchSettings& settings)
     }
     return QString("velmora-batch --settings -%1 <<'END'\n%2END\n")
         .arg(outputOption,
-             QString::fromUtf8(QJsonDocument(settings.object()).toJson(QJsonDocument::Indented)));
+             QString::fromUtf8(QJsonDocument(settings.json()).toJson(QJsonDocument::Indented)));
 }

@@ -79,11 +79,11 @@ DataSource::DataSource(const BatchSettings& settings)
                         : "Name either a project or --models or --folder, not several of them.");
     }
     if (settings.has("project")) {
-        readProject(settings.text("project"));
+        readProject(settings.textOf("project"));
     } else if (settings.has("models")) {
         findFiles(settings.files("models"));
     } else {
-        findFolder(settings.text("folder"));
+        findFolder(settings.textOf("folder"));
     }
 }
 
@@ -109,19 +109,19 @@ void DataSource::findFolder(const QString& folder)
     if (!QFileInfo(folder).isDir()) {
         fail(QString("--folder: %1 is no folder.").arg(folder));
     }
-    int dataSetCount = 0;
-    while (QFile::exists(filePath(folder, 0, dataSetCount))) {
-        ++dataSetCount;
+    int count = 0;
+    while (QFile::exists(filePath(folder, 0, count))) {
+        ++count;
     }
     for (int model = 0; QFile::exists(filePath(folder, model, 0)); ++model) {
-        QStringList files;
-        for (int dataSet = 0; dataSet < dataSetCount; ++dataSet) {
+        QStringList ofModel;
+        for (int dataSet = 0; dataSet < count; ++dataSet) {
             // A model that was fitted to fewer data sets repeats its last one.
             const QString path = filePath(folder, model, dataSet);
-            files.append(QFile::exists(path) ? path : files.constLast());
-            demandFile(files.constLast(), "--folder");
+            ofModel.append(QFile::exists(path) ? path : ofModel.constLast());
+            demandFile(ofModel.constLast(), "--folder");
         }
-        paths.append(files);
+        paths.append(ofModel);
         templates.append(fileName(model, "*"));
     }
     if (paths.isEmpty()) {
@@ -140,8 +140,8 @@ void DataSource::findFolder(const QString& folder)
 
 void DataSource::readHeadings()
 {
-    for (const QStringList& files : qAsConst(paths)) {
-        headingPieces.append(headingOfFile(files.first()));
+    for (const QStringList& ofModel : qAsConst(paths)) {
+        headingPieces.append(headingOfFile(ofModel.first()));
     }
 }
 
@@ -171,9 +171,9 @@ QVector<SourceFile> DataSource::files(int dataSet) const
         return {projectFile};
     }
     QVector<SourceFile> found;
-    for (const QStringList& files : paths) {
-        const QString path = files.value(dataSet);
-        const bool repeats = dataSet > 0 && files.value(dataSet - 1) == path;
+    for (const QStringList& ofModel : paths) {
+        const QString path = ofModel.value(dataSet);
+        const bool repeats = dataSet > 0 && ofModel.value(dataSet - 1) == path;
         found.append(repeats ? SourceFile() : sourceFile(path));
     }
     return found;

@@ -121,10 +121,10 @@ QStringList writeStudyFiles(const RunInputs& inputs, const RangeResults& results
     if (inputs.truth.exists()) {
         writeComparison(report.results.truth, output);
     }
-    const ImportCheckUp checkUp = results.checkUp.result();
+    const ImportCheckUp checked = results.checkUp.result();
     const QStringList findings =
         runFindings
-        + studyFindings(inputs.study, checkUp,
+        + studyFindings(inputs.study, checked,
                         {inputs.doses, inputs.levels, inputs.lower, inputs.upper})
         + results.findings() + unstableDoses(report.results.selection)
         + checkRandomNumbers(drawsOf(results));
@@ -134,7 +134,7 @@ QStringList writeStudyFiles(const RunInputs& inputs, const RangeResults& results
         report.source = {
             {programName(), qVersion(), inputs.source.place(), inputs.source.fileNames()},
             results.files,
-            checkUp,
+            checked,
             findings,
             QDateTime::currentDateTime()};
         writeReports(inputs, report, output);

@@ -42,12 +42,12 @@ Bound readBound(const BatchSettings& settings, const char* name, const char* tex
         return before;
     }
     bool isNumber = false;
-    const QString text = settings.text(name);
+    const QString text = settings.textOf(name);
     const double number = text.toDouble(&isNumber);
     if (!isNumber) {
         rejectUsage(QString("--%1 takes a number, -inf or inf, not \"%2\".").arg(name, text));
     }
-    return settings.has(textName) ? Bound{settings.text(textName), true, number}
+    return settings.has(textName) ? Bound{settings.textOf(textName), true, number}
                                   : Bound{text, false, number};
 }
 
@@ -55,7 +55,7 @@ Bound readBound(const BatchSettings& settings, const char* name, const char* tex
 void setBoundText(BatchSettings& used, const char* textName, const Bound& bound)
 {
     bool isNumber = false;
-    bound.text.toDouble(&isNumber);
+    static_cast<void>(bound.text.toDouble(&isNumber));
     if (bound.placed || !isNumber) {
         used.set(textName, bound.text);
     }
@@ -80,13 +80,13 @@ void applyChoices(Study& study, const BatchSettings& settings)
         study.logScale = settings.isYes("log-scale");
     }
     if (settings.has("method")) {
-        study.selecting = settings.text("method") == "selection";
+        study.selecting = settings.textOf("method") == "selection";
     }
     if (settings.has("ofv")) {
-        study.individualOfv = settings.text("ofv") == "individual";
+        study.individualOfv = settings.textOf("ofv") == "individual";
     }
     for (const NamedSummary& summary : summaries) {
-        if (settings.text("summary") == summary.name) {
+        if (settings.textOf("summary") == summary.name) {
             study.populationSummary = summary.percentile;
             for (endPoint& definition : study.endPoints) {
                 definition.populationSummary = summary.percentile;
@@ -156,7 +156,7 @@ void startStudy(RunInputs& inputs, const BatchSettings& settings)
 
 QStringList readReports(const BatchSettings& settings)
 {
-    QStringList reports = settings.text("report").split(',', Qt::SkipEmptyParts);
+    QStringList reports = settings.textOf("report").split(',', Qt::SkipEmptyParts);
     reports.removeDuplicates();
     const QStringList known = reportSuffixes();
     for (const QString& report : qAsConst(reports)) {
@@ -175,7 +175,7 @@ BatchSettings usedSettings(const RunInputs& inputs, const BatchSettings& given)
     for (const char* const name : {"project", "models", "folder", "true-meds", "true-models",
                                    "true-model-numbers", "truth-position"}) {
         if (given.has(name)) {
-            used.set(name, given.object().value(name));
+            used.set(name, given.json().value(name));
         }
     }
     setBoundText(used, "lower-text", inputs.lower);
@@ -243,8 +243,8 @@ RunInputs runInputs(const BatchSettings& settings)
     applyDefinitions(inputs, settings);
     Study& study = inputs.study;
     applyChoices(study, settings);
-    inputs.doses = settings.has("doses") ? settings.text("doses") : inputs.doses;
-    inputs.levels = settings.has("levels") ? settings.text("levels") : inputs.levels;
+    inputs.doses = settings.has("doses") ? settings.textOf("doses") : inputs.doses;
+    inputs.levels = settings.has("levels") ? settings.textOf("levels") : inputs.levels;
     study.doses = readNumbers(settings, "doses", inputs.doses);
     study.levels = readNumbers(settings, "levels", inputs.levels);
     if (study.doses.isEmpty()) {

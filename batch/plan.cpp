@@ -114,8 +114,8 @@ void demandSameRun(const RunRecord& first, const QString& firstName, const RunRe
     demand(first.program == second.program, "program");
     demand(first.dataSetCount == second.dataSetCount, "data_sets");
     for (const SettingDefinition& definition : settingDefinitions()) {
-        demand(first.settings.object().value(definition.name)
-                   == second.settings.object().value(definition.name),
+        demand(first.settings.json().value(definition.name)
+                   == second.settings.json().value(definition.name),
                definition.name);
     }
 }

@@ -126,7 +126,7 @@ DataSetResult calculate(const RunInputs& inputs, int dataSet, Evaluation& evalua
     return result;
 }
 
-void addTruth(RunInputs& inputs, RangeResults& results, OutputFolder& output)
+void addTruth(const RunInputs& inputs, RangeResults& results, OutputFolder& output)
 {
     const TruthInputs& truth = inputs.truth;
     const int end = qMin(results.range.end, truth.count());

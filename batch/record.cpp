@@ -75,7 +75,7 @@ QJsonObject recordObject(const RunRecord& record)
         files.append(fileObject(file));
     }
     return {{"program", record.program},
-            {"settings", record.settings.object()},
+            {"settings", record.settings.json()},
             {"data_sets", record.dataSetCount},
             {"first_data_set", record.dataSets.first},
             {"end_data_set", record.dataSets.end},

@@ -64,7 +64,7 @@ public:
     void beatenBy(const BatchSettings& other);
 
     bool has(const char* name) const { return values.contains(name); }
-    QString text(const char* name) const { return values.value(name).toString(); }
+    QString textOf(const char* name) const { return values.value(name).toString(); }
     int number(const char* name) const { return values.value(name).toInt(); }
     bool isYes(const char* name) const { return values.value(name).toBool(); }
     QStringList files(const char* name) const;
@@ -73,7 +73,7 @@ public:
 
     void set(const char* name, const QJsonValue& value) { values.insert(name, value); }
     void remove(const char* name) { values.remove(name); }
-    const QJsonObject& object() const { return values; }
+    const QJsonObject& json() const { return values; }
 
 private:
     void addJson(const SettingDefinition& definition, const QJsonValue& value,

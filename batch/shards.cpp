@@ -175,7 +175,6 @@ void joinTable(const QVector<Shard>& shards, const QString& name, OutputFolder& 
 QVector<ReportedFile> joinedFiles(const QVector<Shard>& shards, int sharedAtEnd)
 {
     QVector<ReportedFile> files;
-    QStringList known;
     for (const Shard& shard : shards) {
         const QVector<ReportedFile>& read = shard.record.files;
         for (int file = 0; file < read.size() - sharedAtEnd; ++file) {

@@ -98,9 +98,9 @@ TruthInputs readTruth(const BatchSettings& settings, int dataSets, int modelCoun
         rejectUsage("--true-models and --true-model-numbers belong together: give both.");
     }
     if (settings.has("true-meds")) {
-        return readTrueMeds(settings.text("true-meds"), dataSets, doses);
+        return readTrueMeds(settings.textOf("true-meds"), dataSets, doses);
     }
     return byModels ? readTrueModels(settings.files("true-models"),
-                                     settings.text("true-model-numbers"), dataSets, modelCount)
+                                     settings.textOf("true-model-numbers"), dataSets, modelCount)
                     : TruthInputs();
 }
