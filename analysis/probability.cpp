@@ -243,12 +243,13 @@ bool EndpointRun::startRow(const QVector<double>& row, const StartedWork::Place&
         return true;
     }
     auto container = definition.startEvaluation(row);
-    if (container) {
-        started.numbers += heldNumbers(container->population);
-        started.containers.append(*std::move(container));
-        started.places.append(place);
+    if (!container) {
+        return false;
     }
-    return container.has_value();
+    started.numbers += heldNumbers(container->population);
+    started.containers.append(*std::move(container));
+    started.places.append(place);
+    return true;
 }
 
 /// Does the work and forgets it.

@@ -32,7 +32,7 @@ QString modelNameOf(const QString& path)
 QStringList headingOfFile(const QString& path)
 {
     QStringList unread;
-    const QStringList pieces = csvWithHeaderReadHeader(path, &unread);
+    QStringList pieces = csvWithHeaderReadHeader(path, &unread);
     if (!unread.isEmpty()) {
         fail(QString("%1 cannot be read.").arg(path));
     }

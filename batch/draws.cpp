@@ -17,7 +17,7 @@ namespace {
 quint64 sum(const QVector<qint64>& counts, int end)
 {
     const auto last = counts.begin() + qBound(0, end, counts.size());
-    return std::accumulate(counts.begin(), last, quint64(0));
+    return quint64(std::accumulate(counts.begin(), last, qint64(0)));
 }
 
 } // namespace

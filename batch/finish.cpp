@@ -122,7 +122,7 @@ QStringList writeStudyFiles(const RunInputs& inputs, const RangeResults& results
         writeComparison(report.results.truth, output);
     }
     const ImportCheckUp checked = results.checkUp.result();
-    const QStringList findings =
+    QStringList findings =
         runFindings
         + studyFindings(inputs.study, checked,
                         {inputs.doses, inputs.levels, inputs.lower, inputs.upper})

@@ -24,7 +24,7 @@ void demandSame(const ReportedFile& file)
 
 ReportedFile hashedFile(const QString& use, const SourceFile& file)
 {
-    const ReportedFile hashed{use, file, check(file)};
+    ReportedFile hashed{use, file, check(file)};
     demandSame(hashed);
     return hashed;
 }

@@ -28,7 +28,7 @@ QJsonArray numbersOf(const QVector<qint64>& counts)
 QVector<qint64> countsOf(const QJsonValue& numbers)
 {
     QVector<qint64> counts;
-    for (const QJsonValue& number : numbers.toArray()) {
+    for (const QJsonValue number : numbers.toArray()) {
         counts.append(qint64(number.toDouble(-1)));
     }
     return counts;

@@ -123,14 +123,14 @@ RunRecord readRecordFile(const QString& path)
     record.dataSetCount = object.value("data_sets").toInt();
     record.dataSets = {object.value("first_data_set").toInt(),
                        object.value("end_data_set").toInt()};
-    for (const QJsonValue& entry : object.value("files").toArray()) {
+    for (const QJsonValue entry : object.value("files").toArray()) {
         record.files.append(fileOf(entry.toObject()));
     }
     const QJsonObject position = object.value("random_position").toObject();
     record.positionBefore = quint32(position.value("before").toDouble());
     record.positionAfter = quint32(position.value("after").toDouble());
     record.machine.architecture = object.value("architecture").toString();
-    for (const QJsonValue& feature : object.value("processor_features").toArray()) {
+    for (const QJsonValue feature : object.value("processor_features").toArray()) {
         record.machine.features.append(feature.toString());
     }
     record.machine.cLibrary = object.value("c_library").toString();

@@ -80,7 +80,7 @@ QString jsonText(const SettingDefinition& definition, const QJsonValue& value)
     }
     if (value.isArray()) {
         QStringList parts;
-        for (const QJsonValue& part : value.toArray()) {
+        for (const QJsonValue part : value.toArray()) {
             parts.append(jsonText(definition, part));
         }
         return parts.join(',');
@@ -99,7 +99,7 @@ QJsonArray listOf(const QJsonValue& value)
 QStringList jsonTexts(const SettingDefinition& definition, const QJsonValue& value)
 {
     QStringList texts;
-    for (const QJsonValue& text : listOf(value)) {
+    for (const QJsonValue text : listOf(value)) {
         if (!text.isString()) {
             rejectUsage(
                 QString("The setting \"%1\" has to be a list of files.").arg(definition.name));
@@ -301,7 +301,7 @@ void BatchSettings::beatenBy(const BatchSettings& other)
         if (definition.kind == SettingKind::ByModel) {
             // Either may name a model by its name or its number, so that both are kept.
             QJsonArray texts = listOf(values.value(definition.name));
-            for (const QJsonValue& text : listOf(value)) {
+            for (const QJsonValue text : listOf(value)) {
                 texts.append(text);
             }
             value = texts;
@@ -313,7 +313,7 @@ void BatchSettings::beatenBy(const BatchSettings& other)
 QStringList BatchSettings::files(const char* name) const
 {
     QStringList paths;
-    for (const QJsonValue& path : values.value(name).toArray()) {
+    for (const QJsonValue path : values.value(name).toArray()) {
         paths.append(path.toString());
     }
     return paths;
@@ -322,7 +322,7 @@ QStringList BatchSettings::files(const char* name) const
 QVector<ModelText> BatchSettings::byModel(const char* name) const
 {
     QVector<ModelText> texts;
-    for (const QJsonValue& given : listOf(values.value(name))) {
+    for (const QJsonValue given : listOf(values.value(name))) {
         const QJsonObject object = given.toObject();
         for (auto text = object.constBegin(); text != object.constEnd(); ++text) {
             texts.append({text.key(), text.value().toString()});

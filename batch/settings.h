@@ -58,7 +58,7 @@ public:
                                   const QString& folder);
 
     /// Adds the values of a setting as they were typed on the command line.
-    void add(const SettingDefinition& definition, const QStringList& values);
+    void add(const SettingDefinition& definition, const QStringList& given);
 
     /// Takes over what other settings say, which beats what these say.
     void beatenBy(const BatchSettings& other);

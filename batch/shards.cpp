@@ -299,7 +299,7 @@ QStringList mergeShards(const QStringList& folders, const QString& outputPath, b
         joinedFiles(shards, inputs.truth.exists() ? inputs.truth.simulationFiles.size() + 1 : 0);
     results.files = record.files;
     repeatFirstDataSet(inputs, results);
-    const QStringList findings = writeStudyFiles(inputs, results, machineFindings(shards), output);
+    QStringList findings = writeStudyFiles(inputs, results, machineFindings(shards), output);
     output.finish(recordText(record));
     return findings;
 }

@@ -105,7 +105,7 @@ QString extent(const ReportContext& context)
 QString modelName(const QVector<endPoint>& models, int model)
 {
     const auto shown = [&models](int number) { return documentName(models.at(number).name); };
-    const QString numbered = QString("model %1").arg(model);
+    QString numbered = QString("model %1").arg(model);
     if (model >= models.size() || models.at(model).name.isEmpty()) {
         return numbered;
     }

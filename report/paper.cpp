@@ -98,9 +98,9 @@ PrintedText Paper::text(const QString& words, const QFont& font, double columnWi
 std::vector<Paper::Line> Paper::linesOf(const std::vector<PrintedText>& texts, double gap)
 {
     std::vector<Line> lines;
-    for (const PrintedText& text : texts) {
-        for (int number = 0; number < text.lineCount(); ++number) {
-            lines.push_back({&text, number, number == 0 ? gap : 0});
+    for (const PrintedText& cell : texts) {
+        for (int number = 0; number < cell.lineCount(); ++number) {
+            lines.push_back({&cell, number, number == 0 ? gap : 0});
         }
     }
     return lines;
