@@ -122,7 +122,7 @@ DataSetResult calculate(const RunInputs& inputs, int dataSet, Evaluation& evalua
         }
     }
     result.draws = double(drawsOf(inputs, dataSet));
-    result.findings = checkUsableWeights(study, dataSet);
+    result.findings = checkUsableWeights(study, dataSet, evaluation.weights.values);
     return result;
 }
 

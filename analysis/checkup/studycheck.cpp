@@ -82,14 +82,13 @@ double usableShare(const QVector<double>& weights)
     return share;
 }
 
-MissingWeights missingWeights(const Study& study, int dataSet)
+MissingWeights missingWeights(const Study& study, int dataSet, const Table& values)
 {
     constexpr double roundingErrors = 1e-9;
     MissingWeights found;
     found.dataSet = dataSet;
     const int samples = study.rawResults.first().at(dataSet).size();
     found.samples = samples;
-    const Table values = weightValues(study, dataSet);
     const auto addSample = [&](bool isMissing) { found.missing += isMissing ? 1 : 0; };
     if (study.selecting) {
         for (const int selected : selectedModels(values, study.individualOfv ? samples : 1)) {
@@ -181,7 +180,7 @@ QVector<MissingWeights> lookAtDataSets(const Study& study)
         if (dataSet > 0 && evaluations > mostEvaluations) {
             break;
         }
-        looked.append(missingWeights(study, dataSet));
+        looked.append(missingWeights(study, dataSet, weightValues(study, dataSet)));
     }
     return looked;
 }
@@ -232,13 +231,14 @@ QStringList checkAnyWeight(const Study& study)
             "them."};
 }
 
-QStringList checkUsableWeights(const Study& study, int dataSet)
+QStringList checkUsableWeights(const Study& study, int dataSet, const Table& values)
 {
     if (dataSet < 0 || dataSet >= weighableDataSets(study) || !anyWeight(study)
         || !allWellFormed(study)) {
         return {};
     }
-    const MissingWeights found = missingWeights(study, dataSet);
+    const MissingWeights found =
+        missingWeights(study, dataSet, values.isEmpty() ? weightValues(study, dataSet) : values);
     return found.missing > 0 ? QStringList(text(study, found)) : QStringList();
 }
 

@@ -21,10 +21,10 @@ QStringList checkAnyWeight(const Study& study);
 /// has no weight where no relative weight is above 0, with model selection where no model
 /// is selected.
 ///
-/// Evaluates the weights of the data set. Nothing where there are no samples, where
-/// checkAnyWeight or checkShownModel tells why nothing has a weight, and where a weight
-/// expression is malformed, which its diagnosis tells.
-QStringList checkUsableWeights(const Study& study, int dataSet);
+/// Evaluates the weights of the data set, unless values has them, as of weightValues. Nothing where
+/// there are no samples, where checkAnyWeight or checkShownModel tells why nothing has a weight,
+/// and where a weight expression is malformed, which its diagnosis tells.
+QStringList checkUsableWeights(const Study& study, int dataSet, const Table& values = {});
 
 /// The same of all data sets in one sentence, which names the worst. Looks at the first data
 /// set and at as many more as take no time that one would notice; if these are not all, a
