@@ -10,13 +10,13 @@ Usage: ./bench.sh [--benchmark_...] [SUBJECT...]
 
 Installs missing packages (Debian, as root or with sudo), builds Velmora below
 build/release and measures how long its work takes beside the same work written by
-hand. No display is needed. It takes one to five minutes after the build and writes
+hand. No display is needed. It takes three to eight minutes after the build and writes
 build/bench/ratios.csv; docs/performance.md explains the rows.
 
 The exit code is 1 if a ratio exceeds its bar.
 
   SUBJECT          measure this only: expressions, probability, certainty, recalculation,
-                   growth, csv, folder, project or editing
+                   growth, csv, folder, project, batch or editing
   --benchmark_...  options of the benchmark library, as --benchmark_filter=REGEX
   --help           show this text
 TEXT

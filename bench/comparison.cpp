@@ -57,6 +57,8 @@ void registerComparison(const Comparison& comparison)
                                 ->MinTime(comparison.shortestSampleSeconds);
         if (comparison.clock == Clock::Wall) {
             added->UseRealTime();
+        } else if (comparison.clock == Clock::Own) {
+            added->UseManualTime();
         } else {
             // Of the whole process: parallel sections count with all their threads.
             added->MeasureProcessCPUTime();

@@ -11,8 +11,8 @@
 #include <vector>
 
 /// Processor: time that the processors spend on all threads of this program. It leaves out
-/// what other programs take, and what is waited for.
-enum class Clock { Processor, Wall };
+/// what other programs take, and what is waited for. Own: each way sets the time of its run.
+enum class Clock { Processor, Wall, Own };
 
 /// Several ways of doing the same work, or work of several sizes.
 struct Comparison

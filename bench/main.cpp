@@ -23,10 +23,15 @@ struct Subject
 
 /// In the order of the rows.
 constexpr Subject subjects[] = {
-    {"expressions", registerExpressions}, {"probability", registerProbability},
-    {"certainty", registerCertainty},     {"recalculation", registerRecalculation},
-    {"growth", registerGrowth},           {"csv", registerCsv},
-    {"folder", registerFolderImport},     {"project", registerProjectFile},
+    {"expressions", registerExpressions},
+    {"probability", registerProbability},
+    {"certainty", registerCertainty},
+    {"recalculation", registerRecalculation},
+    {"growth", registerGrowth},
+    {"csv", registerCsv},
+    {"folder", registerFolderImport},
+    {"project", registerProjectFile},
+    {"batch", registerBatch},
     {"editing", registerEditing},
 };
 

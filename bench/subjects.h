@@ -35,6 +35,10 @@ void registerFolderImport(Report& report);
 /// project_file: saved and loaded to the same bytes written and read, in wall time.
 void registerProjectFile(Report& report);
 
+/// batch, batch_shards, batch_memory: the program without a window to the window, in shards to
+/// the whole, and the memory of many data sets to that of few.
+void registerBatch(Report& report);
+
 /// edit_latency: wall time from a key to the painted window, in 50 ms.
 void registerEditing(Report& report);
 

@@ -1,0 +1,261 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "bench/comparison.h"
+#include "bench/folderimport.h"
+#include "bench/memory.h"
+#include "bench/report.h"
+#include "bench/subjects.h"
+#include "io/csv.h"
+
+#include <QProcess>
+#include <QTableWidget>
+
+#include <algorithm>
+#include <memory>
+#include <sys/resource.h>
+
+namespace {
+
+constexpr int shardCount = 20;
+const StudySize studySize{4, 100, 1000};
+constexpr int fewDataSets = 50;
+constexpr int manyDataSets = 500;
+
+/// Processor time of the programs that were started and have ended, in seconds.
+double timeOfPrograms()
+{
+    constexpr double microseconds = 1e-6;
+    rusage usage{};
+    getrusage(RUSAGE_CHILDREN, &usage);
+    return double(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec)
+           + microseconds * double(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec);
+}
+
+/// Runs the program without a window. Where it is watched, gives the most memory that it had.
+double runProgram(const QStringList& arguments, bool isWatched = false)
+{
+    constexpr int millisecondsBetween = 5;
+    QProcess program;
+    program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    program.start(VELMORA_BATCH, arguments);
+    double memory = 0;
+    while (!program.waitForFinished(isWatched ? millisecondsBetween : -1)
+           && program.error() == QProcess::Timedout) {
+        memory = std::max(memory, peakMemory(program.processId()));
+    }
+    require(program.error() != QProcess::FailedToStart
+                && program.exitStatus() == QProcess::NormalExit && program.exitCode() == 0,
+            "velmora-batch failed");
+    return memory;
+}
+
+/// A folder of many data sets, and what velmora-batch is asked for with it.
+class BatchStudy
+{
+public:
+    explicit BatchStudy(const StudySize& ofFolder)
+        : size(ofFolder)
+        , definitions(makeStudy({size.models, 1, 1}, Variability::None))
+    {
+        writeFolder(files, size);
+    }
+
+    QStringList arguments() const
+    {
+        QStringList words{"--quiet",    "--folder",     files.path(), "--doses",
+                          "0:10:100",   "--method",     "average",    "--ofv",
+                          "individual", "--processors", "1"};
+        words << "--lower" << definitions.lowerBound << "--upper" << definitions.upperBound;
+        words << "--levels" << definitions.doseChoiceLabels.join(',');
+        for (int model = 0; model < size.models; ++model) {
+            const QString name = QString("#%1=").arg(model);
+            words << "--endpoint" << name + definitions.endPointExpressions.at(model);
+            words << "--weight" << name + definitions.weightExpressions.at(model);
+        }
+        return words;
+    }
+
+    /// The same with ETAs, which draw the random numbers that shards have to begin with.
+    QStringList withEtas() const
+    {
+        const ProjectItems varying = makeStudy({size.models, 1, 1}, Variability::TwoEtas);
+        QStringList words = arguments() + QStringList{"--individuals", "20"};
+        for (int model = 0; model < size.models; ++model) {
+            const QString name = QString("#%1=").arg(model);
+            words << "--endpoint" << name + varying.endPointExpressions.at(model);
+            words << "--omega" << name + "COL25,COL26;COL26,COL27";
+        }
+        return words;
+    }
+
+    /// In one go; the results are in the folder.
+    void run(const QString& output) const { runProgram(arguments() + QStringList{"-o", output}); }
+
+    void runWithEtas(const QString& output) const
+    {
+        runProgram(withEtas() + QStringList{"-o", output});
+    }
+
+    /// What all shards need.
+    void plan(const StudyFiles& place) const { runProgram(planned(place)); }
+
+    /// The shards of the planned run with ETAs, one after another.
+    void runShards(const StudyFiles& place) const
+    {
+        const auto edge = [this](int shard) { return shard * size.dataSets / shardCount; };
+        for (int shard = 0; shard < shardCount; ++shard) {
+            const QString range = QString("%1:%2").arg(edge(shard)).arg(edge(shard + 1));
+            runProgram(planned(place)
+                       + QStringList{"--data-sets", range, "-o", place.path(shardName(shard))});
+        }
+    }
+
+    /// The results of all shards together.
+    void merge(const StudyFiles& place) const
+    {
+        QStringList words{"merge", "--quiet", "-o", place.path("results")};
+        for (int shard = 0; shard < shardCount; ++shard) {
+            words.append(place.path(shardName(shard)));
+        }
+        runProgram(words);
+    }
+
+    const StudySize size;
+    const ProjectItems definitions;
+    const StudyFiles files;
+
+private:
+    static QString shardName(int shard) { return QString("shard%1").arg(shard); }
+
+    QStringList planned(const StudyFiles& place) const
+    {
+        return withEtas() + QStringList{"--plan", place.path("plan.json")};
+    }
+};
+
+/// The same in the window: the import of the folder, and the button of page "4". Only these are
+/// timed, if there is a state.
+std::unique_ptr<StudyWindow> runInWindow(const BatchStudy& study, benchmark::State* state = nullptr)
+{
+    auto window = std::make_unique<StudyWindow>(study.definitions);
+    window->showPage(DosePage);
+    user::typeText(window->widget<QLineEdit>("_4_le_probabilities"),
+                   study.definitions.doseChoiceLabels.join(','));
+    showFolderImport(*window);
+    importFolder(*window, study.files, study.size, state);
+    if (state != nullptr) {
+        state->PauseTiming();
+    }
+    window->showPage(DosePage);
+    if (state != nullptr) {
+        state->ResumeTiming();
+    }
+    window->press("_4_pb_startCalculation");
+    return window;
+}
+
+/// The table of doses as the file has it, without heading.
+QByteArray dosesOf(const StudyWindow& window)
+{
+    const auto* table = window.widget<QTableWidget>("_4_tw_doseChoice");
+    QByteArray text;
+    for (int row = 0; row < table->rowCount(); ++row) {
+        text += QByteArray::number(row);
+        for (int column = 0; column < table->columnCount(); ++column) {
+            const QString cell = csvCellText(table, row, column);
+            text += ',' + (cell == "nan" ? "NA" : cell.toLatin1());
+        }
+        text += "\r\n";
+    }
+    return text;
+}
+
+bool isSameAsInWindow(const BatchStudy& study)
+{
+    const StudyFiles whole;
+    study.run(whole.path());
+    const QByteArray doses = contentOf(whole.path("doses.csv"));
+    return doses.mid(doses.indexOf('\n') + 1) == dosesOf(*runInWindow(study));
+}
+
+bool isSameInShards(const BatchStudy& study)
+{
+    const StudyFiles whole;
+    study.runWithEtas(whole.path());
+    const StudyFiles parted;
+    study.plan(parted);
+    study.runShards(parted);
+    study.merge(parted);
+    return contentOf(whole.path("probability.csv"))
+           == contentOf(parted.path("results/probability.csv"));
+}
+
+/// Times programs, with their start, after what is done before.
+std::function<void(benchmark::State&)> timed(const std::function<void(const StudyFiles&)>& work,
+                                             const std::function<void(const StudyFiles&)>& first)
+{
+    return [work, first](benchmark::State& state) {
+        const StudyFiles place;
+        first(place);
+        const double before = timeOfPrograms();
+        work(place);
+        state.SetIterationTime(timeOfPrograms() - before);
+    };
+}
+
+/// The most memory of a run over the same files again and again, as links.
+double memoryOfRun(const BatchStudy& study, int dataSetCount)
+{
+    const StudyFiles folder;
+    for (int model = 0; model < study.size.models; ++model) {
+        for (int dataSet = 0; dataSet < dataSetCount; ++dataSet) {
+            const int linked = dataSet % study.size.dataSets;
+            QFile::link(study.files.path(folderFileName(model, linked)),
+                        folder.path(folderFileName(model, dataSet)));
+        }
+    }
+    const StudyFiles output;
+    return runProgram(
+        study.arguments() + QStringList{"--folder", folder.path(), "-o", output.path()}, true);
+}
+
+} // namespace
+
+void registerBatch(Report& report)
+{
+    const auto study = std::make_shared<BatchStudy>(studySize);
+    const double few = memoryOfRun(*study, fewDataSets);
+    const double many = memoryOfRun(*study, manyDataSets);
+
+    const auto nothing = [](const StudyFiles& /*place*/) {};
+    Comparison comparison;
+    comparison.subject = "batch";
+    comparison.ways = {{"window", [study](benchmark::State& state) {
+                            state.PauseTiming();
+                            auto window = runInWindow(*study, &state);
+                            state.PauseTiming();
+                            window.reset();
+                            state.ResumeTiming();
+                        }}};
+    comparison.agree = [study] { return isSameAsInWindow(*study); };
+    comparison.repetitions = 6;
+    registerComparison(comparison);
+    comparison.ways = {
+        {"program",
+         timed([study](const StudyFiles& place) { study->run(place.path()); }, nothing)}};
+    comparison.agree = {};
+    comparison.clock = Clock::Own;
+    registerComparison(comparison);
+    comparison.ways = {
+        {"whole",
+         timed([study](const StudyFiles& place) { study->runWithEtas(place.path()); }, nothing)},
+        {"shards", timed([study](const StudyFiles& place) { study->runShards(place); },
+                         [study](const StudyFiles& place) { study->plan(place); })}};
+    comparison.agree = [study] { return isSameInShards(*study); };
+    comparison.repetitions = 2;
+    registerComparison(comparison);
+    report.addRow("batch", 1.1, timeRatio("batch/program", "batch/window"));
+    report.addRow("batch_shards", 1.2, timeRatio("batch/shards", "batch/whole"));
+    report.addRow("batch_memory", 1.5,
+                  [few, many](const Measurements& /*measurements*/) { return many / few; });
+}
