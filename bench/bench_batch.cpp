@@ -174,8 +174,8 @@ bool isSameAsInWindow(const BatchStudy& study)
 {
     const StudyFiles whole;
     study.run(whole.path());
-    const QByteArray doses = contentOf(whole.path("doses.csv"));
-    return doses.mid(doses.indexOf('\n') + 1) == dosesOf(*runInWindow(study));
+    const QByteArray ofWhole = contentOf(whole.path("doses.csv"));
+    return ofWhole.mid(ofWhole.indexOf('\n') + 1) == dosesOf(*runInWindow(study));
 }
 
 bool isSameInShards(const BatchStudy& study)
