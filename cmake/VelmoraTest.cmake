@@ -4,9 +4,9 @@
 # What every test gets: no display, the user's own settings left alone, and a time limit, the
 # longer one under the thread sanitizer.
 function(velmora_set_up_test name)
-  set(timeout 60)
+  set(timeout 120)
   if(VELMORA_SANITIZE MATCHES "thread")
-    set(timeout 180)
+    set(timeout 300)
   endif()
   set_tests_properties(${name} PROPERTIES
     TIMEOUT ${timeout}
