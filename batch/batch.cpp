@@ -65,7 +65,7 @@ void print(const char* text)
 }
 
 /// Shows the findings. Gives the code that the program ends with.
-ExitCode told(const QStringList& findings, const CommandLine& line)
+ExitCode showFindings(const QStringList& findings, const CommandLine& line)
 {
     if (!line.isQuiet) {
         for (const QString& finding : findings) {
@@ -111,7 +111,7 @@ ExitCode calculate(const CommandLine& line)
                      thisMachine(),
                      0.0};
     if (line.resumes && isComplete(line.output, record) && line.project.isEmpty()) {
-        return told(findingsOf(line.output), line);
+        return showFindings(findingsOf(line.output), line);
     }
     const std::optional<Plan> plan =
         line.plan.isEmpty() ? std::nullopt : std::optional<Plan>(readPlan(line.plan, record));
@@ -141,7 +141,7 @@ ExitCode calculate(const CommandLine& line)
     record.positionAfter = results.positionAfter;
     record.seconds = double(timer.elapsed()) / 1000;
     output.finish(recordText(record));
-    return told(findings, line);
+    return showFindings(findings, line);
 }
 
 } // namespace
@@ -158,7 +158,7 @@ ExitCode performTask(const CommandLine& line)
     case CommandLine::Task::Run:
         return calculate(line);
     case CommandLine::Task::Merge:
-        return told(mergeShards(line.shards, line.output, line.resumes), line);
+        return showFindings(mergeShards(line.shards, line.output, line.resumes), line);
     }
     return ExitCode::Done;
 }

@@ -13,8 +13,8 @@
 
 namespace {
 
-/// Of the first counts.
-quint64 sum(const QVector<qint64>& counts, int end)
+/// The sum of the first counts.
+quint64 sumOfFirst(const QVector<qint64>& counts, int end)
 {
     const auto last = counts.begin() + qBound(0, end, counts.size());
     return quint64(std::accumulate(counts.begin(), last, qint64(0)));
@@ -74,7 +74,7 @@ Draws countDraws(RunInputs& inputs, int endDataSet, QVector<ReportedFile>* files
 
 quint32 positionBefore(const RunInputs& inputs, const Draws& draws, int dataSet)
 {
-    return randomPositionAfter(inputs.randomPosition, sum(draws.ofDataSets, dataSet));
+    return randomPositionAfter(inputs.randomPosition, sumOfFirst(draws.ofDataSets, dataSet));
 }
 
 quint32 positionBeforeTruth(const RunInputs& inputs, const Draws& draws, int dataSet)
@@ -82,5 +82,5 @@ quint32 positionBeforeTruth(const RunInputs& inputs, const Draws& draws, int dat
     const quint32 start = inputs.truthPosition != 0
                               ? inputs.truthPosition
                               : positionBefore(inputs, draws, draws.ofDataSets.size());
-    return randomPositionAfter(start, sum(draws.ofTruth, dataSet));
+    return randomPositionAfter(start, sumOfFirst(draws.ofTruth, dataSet));
 }
