@@ -4,13 +4,15 @@
 
 #include "model/randomng.h"
 
+#include <algorithm>
 #include <numeric>
 #include <utility>
+#include <vector>
 
 namespace {
 
-/// Samples are evaluated ahead until this many numbers are held for them (16 MB), or this
-/// many operations take place: enough that a parallel section takes far longer than its
+/// Samples are evaluated ahead until this many numbers are made for them, or this many
+/// operations take place: enough that a parallel section takes far longer than its
 /// threads need to wake up, which on a busy machine is milliseconds, and a part of the half
 /// second after which the user may want to give up.
 constexpr qint64 preparedNumbers = 1 << 21;
@@ -20,11 +22,11 @@ constexpr qint64 preparedOperations = 1 << 24;
 constexpr int preparedSamples = 64;
 constexpr int preparedPlainSamples = 512;
 
-/// Numbers that a piece of work holds while it is evaluated: random ones, ETAs and results.
-qint64 heldNumbers(const SimulatedPopulation& population)
+/// Numbers that a piece of work makes: random ones, ETAs and results.
+qint64 numbersOf(const SimulatedPopulation& population)
 {
     const qint64 individuals = qint64(population.doses.size()) * population.individuals;
-    return population.uniforms.size() + individuals * (population.etaSlots.size() + 1);
+    return individuals * (population.sampler.numbersPerVector() + population.etaSlots.size() + 1);
 }
 
 /// Asks within the evaluation of a row only if it takes long.
@@ -90,15 +92,19 @@ EndpointPlan averagingPlan(const Table& weights, bool individualWeights, int mod
 {
     EndpointPlan plan;
     plan.modelCount = modelCount;
+    plan.models.reserve(weights.size());
+    QVector<int> models;
     for (int sample = 0; sample < weights.size(); ++sample) {
         const QVector<double>& sampleWeights = weights.at(individualWeights ? sample : 0);
-        QVector<int> models;
+        models.clear();
         for (int model = 0; model < qMin(modelCount, sampleWeights.size()); ++model) {
             if (sampleWeights.at(model) > 0) {
                 models.append(model);
             }
         }
-        plan.models.append(models);
+        // Usually all samples share one list.
+        const bool isNew = plan.models.isEmpty() || models != plan.models.constLast();
+        plan.models.append(isNew ? models : plan.models.constLast());
     }
     return plan;
 }
@@ -122,13 +128,22 @@ EndpointPlan completePlan(int sampleCount, int modelCount)
     return plan;
 }
 
-EndpointRun::EndpointRun(const Study& study, int dataSetNumber, const EndpointPlan& endpointPlan)
+EndpointRun::EndpointRun(const Study& study, int dataSet, const EndpointPlan& endpointPlan)
     : endPoints(study.endPoints)
-    , rawResults(study.rawResults)
-    , dataSet(dataSetNumber)
     , plan(endpointPlan)
     , values(qMax(1, plan.modelCount))
 {
+    for (endPoint& definition : endPoints) {
+        // A row that takes long is evaluated by itself, so that it can be given up.
+        areByRows.append(definition.evaluatesRows()
+                         && definition.operationCount() < preparedOperations);
+    }
+    for (int model = 0; model < endPoints.size(); ++model) {
+        samples.append(study.rawResults.value(model).value(dataSet));
+    }
+    for (Table& entry : values) {
+        entry.reserve(sampleCount());
+    }
 }
 
 EndpointRun::~EndpointRun()
@@ -139,29 +154,21 @@ EndpointRun::~EndpointRun()
 /// Forgets what was evaluated ahead, and gives its random numbers back.
 void EndpointRun::giveBack()
 {
-    if (!prepared.isEmpty() && prepared.head().randomPosition) {
-        setRandomPosition(*prepared.head().randomPosition);
+    if (const std::optional<quint32> position = ahead.positions.value(ahead.asked)) {
+        setRandomPosition(*position);
     }
-    prepared.clear();
+    ahead = {};
 }
 
 bool EndpointRun::evaluateNext(const GoesOn& goesOn)
 {
-    if (prepared.isEmpty() && !prepare(goesOn)) {
+    if (ahead.asked == ahead.count && !prepare(goesOn)) {
         return false;
     }
-    const Prepared sample = prepared.dequeue();
-    if (plan.modelCount == 0) {
-        values.first().append(sample.endpoints.value(0));
-    } else {
-        for (Table& samples : values) {
-            samples.append(QVector<double>());
-        }
-        const QVector<int>& models = plan.models.at(nextSample);
-        for (int i = 0; i < models.size(); ++i) {
-            values[models.at(i)].last() = sample.endpoints.at(i);
-        }
+    for (int entry = 0; entry < values.size(); ++entry) {
+        values[entry].append(std::move(ahead.endpoints[entry][ahead.asked]));
     }
+    ++ahead.asked;
     ++nextSample;
     return true;
 }
@@ -183,42 +190,110 @@ qint64 EndpointRun::randomNumberCount()
 /// random numbers drawn ahead could not be given back. False if it is given up.
 bool EndpointRun::prepare(const GoesOn& goesOn)
 {
+    ahead = {};
+    ahead.endpoints.resize(values.size());
+    const int byRows = samplesByRows();
+    if (byRows > 0) {
+        prepareRows(byRows);
+        return true;
+    }
+    if (!prepareSamples(goesOn)) {
+        giveBack();
+        return false;
+    }
+    return true;
+}
+
+/// How many of the next samples need no model but those that are evaluated by rows.
+int EndpointRun::samplesByRows() const
+{
+    const auto isByRows = [this](int model) { return areByRows.value(model, true); };
+    qint64 operations = 0;
+    int count = 0;
+    while (count < preparedPlainSamples && nextSample + count < sampleCount()
+           && operations < preparedOperations) {
+        const QVector<int>& models = plan.models.at(nextSample + count);
+        if (!std::all_of(models.begin(), models.end(), isByRows)) {
+            break;
+        }
+        for (const int model : models) {
+            operations +=
+                model >= 0 && model < endPoints.size() ? endPoints.at(model).operationCount() : 0;
+        }
+        ++count;
+    }
+    return count;
+}
+
+/// Evaluates so many samples, model by model.
+void EndpointRun::prepareRows(int count)
+{
+    ahead.count = count;
+    for (Table& entry : ahead.endpoints) {
+        entry.resize(count);
+    }
+    struct Rows
+    {
+        QVector<const QVector<double>*> rows;
+        QVector<int> samples; ///< of those ahead, [row]
+    };
+    std::vector<Rows> ofModels(std::size_t(endPoints.size()));
+    for (int i = 0; i < count; ++i) {
+        for (const int model : plan.models.at(nextSample + i)) {
+            if (const QVector<double>* row = bootstrapRow(model, nextSample + i)) {
+                ofModels[std::size_t(model)].rows.append(row);
+                ofModels[std::size_t(model)].samples.append(i);
+            }
+        }
+    }
+    for (int model = 0; model < endPoints.size(); ++model) {
+        const Rows& ofModel = ofModels[std::size_t(model)];
+        Table evaluated = endPoints[model].evaluateRows(ofModel.rows);
+        Table& entry = ahead.endpoints[entryOf(model)];
+        for (int row = 0; row < evaluated.size(); ++row) {
+            entry[ofModel.samples.at(row)] = std::move(evaluated[row]);
+        }
+    }
+}
+
+/// Evaluates samples one by one. False if it is given up.
+bool EndpointRun::prepareSamples(const GoesOn& goesOn)
+{
     StartedWork started;
     qint64 numbers = 0;
     qint64 operations = 0;
-    int mostSamples = preparedPlainSamples;
     for (int sample = nextSample;
          sample < sampleCount() && numbers < preparedNumbers && operations < preparedOperations
-         && prepared.size() < mostSamples;
+         && ahead.count < preparedSamples;
          ++sample) {
-        const QVector<int>& models = plan.models.at(sample);
-        prepared.enqueue({randomPosition(), Table(models.size())});
-        for (int i = 0; i < models.size(); ++i) {
-            const int model = models.at(i);
+        ahead.positions.append(randomPosition());
+        for (Table& entry : ahead.endpoints) {
+            entry.append(QVector<double>());
+        }
+        ++ahead.count;
+        for (const int model : plan.models.at(sample)) {
             const QVector<double>* row = bootstrapRow(model, sample);
             if (row == nullptr) {
                 continue;
             }
             endPoint& definition = endPoints[model];
-            if (!startRow(*row, {prepared.size() - 1, i, model}, started)) {
+            if (!startRow(definition, *row, {entryOf(model), ahead.count - 1}, started)) {
                 auto evaluated =
                     definition.evaluateEndpoint(*row, within(goesOn, definition.operationCount()));
                 if (!evaluated) {
-                    giveBack();
                     return false;
                 }
-                prepared.last().endpoints[i] = *std::move(evaluated);
+                ahead.endpoints[entryOf(model)].last() = *std::move(evaluated);
                 // With ETAs it was too much to be one of several pieces of work.
                 numbers += definition.highestEta > 0 ? preparedNumbers : 0;
             }
-            mostSamples = definition.evaluatesRows() ? mostSamples : preparedSamples;
             operations += definition.operationCount();
             if (started.numbers >= preparedNumbers) {
                 numbers += started.numbers;
                 finish(started); // more models may follow, each with as much to hold
             }
         }
-        if (!prepared.last().randomPosition || numbers + started.numbers >= preparedNumbers) {
+        if (!ahead.positions.last() || numbers + started.numbers >= preparedNumbers) {
             break;
         }
     }
@@ -227,26 +302,15 @@ bool EndpointRun::prepare(const GoesOn& goesOn)
 }
 
 /// Starts the evaluation of a row, whose endpoints have their place. False, with nothing drawn,
-/// where it is too much for one piece of work or its expression is malformed.
-bool EndpointRun::startRow(const QVector<double>& row, const StartedWork::Place& place,
-                           StartedWork& started)
+/// where there is nothing to simulate or too much for one piece of work.
+bool EndpointRun::startRow(endPoint& definition, const QVector<double>& row,
+                           const StartedWork::Place& place, StartedWork& started)
 {
-    endPoint& definition = endPoints[place.model];
-    if (definition.evaluatesRows()) {
-        if (definition.operationCount() >= preparedOperations) {
-            return false;
-        }
-        StartedWork::Rows& ofModel = started.ofModels[place.model];
-        ofModel.rows.append(&row);
-        ofModel.places.append(place);
-        started.numbers += definition.doses.size();
-        return true;
-    }
     auto container = definition.startEvaluation(row);
     if (!container) {
         return false;
     }
-    started.numbers += heldNumbers(container->population);
+    started.numbers += numbersOf(container->population);
     started.containers.append(*std::move(container));
     started.places.append(place);
     return true;
@@ -257,16 +321,8 @@ void EndpointRun::finish(StartedWork& started)
 {
     evaluateContainers(started.containers);
     for (int i = 0; i < started.places.size(); ++i) {
-        const auto [sample, plannedModel, model] = started.places.at(i);
-        prepared[sample].endpoints[plannedModel] =
-            endPoints.at(model).finishEvaluation(started.containers.at(i));
-    }
-    for (const auto& [model, ofModel] : started.ofModels) {
-        Table evaluated = endPoints[model].evaluateRows(ofModel.rows);
-        for (int row = 0; row < evaluated.size(); ++row) {
-            const StartedWork::Place& place = ofModel.places.at(row);
-            prepared[place.prepared].endpoints[place.plannedModel] = std::move(evaluated[row]);
-        }
+        const auto [entry, sample] = started.places.at(i);
+        ahead.endpoints[entry][sample] = started.containers.at(i).population.endpoints;
     }
     started = {};
 }
@@ -274,10 +330,8 @@ void EndpointRun::finish(StartedWork& started)
 /// nullptr where the model lacks the sample.
 const QVector<double>* EndpointRun::bootstrapRow(int model, int sample) const
 {
-    const bool exists = model >= 0 && model < endPoints.size() && model < rawResults.size()
-                        && dataSet < rawResults.at(model).size()
-                        && sample < rawResults.at(model).at(dataSet).size();
-    return exists ? &rawResults.at(model).at(dataSet).at(sample) : nullptr;
+    const bool exists = model >= 0 && model < samples.size() && sample < samples.at(model).size();
+    return exists ? &samples.at(model).at(sample) : nullptr;
 }
 
 bool holdsSelected(const QVector<Table>& endpoints, const QVector<int>& selected)

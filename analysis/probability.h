@@ -5,10 +5,7 @@
 
 #include "analysis/study.h"
 
-#include <QQueue>
-
 #include <functional>
-#include <map>
 #include <optional>
 
 /// Asked after each bootstrap sample, and within one that takes long, whether to go on; none
@@ -79,11 +76,14 @@ public:
     const QVector<Table>& endpoints() const { return values; }
 
 private:
-    /// A sample evaluated ahead.
-    struct Prepared
+    /// Samples evaluated ahead, of which the first ones may have been asked for already.
+    struct Ahead
     {
-        std::optional<quint32> randomPosition; ///< before its numbers were drawn
-        Table endpoints;                       ///< of the planned models, [planned model][dose]
+        int count = 0;
+        int asked = 0;
+        /// Before the random numbers of each sample were drawn; empty if none draws any.
+        QVector<std::optional<quint32>> positions;
+        QVector<Table> endpoints; ///< as in the result, [entry][sample]
     };
 
     /// Evaluations of samples ahead that wait for a parallel section.
@@ -91,35 +91,31 @@ private:
     {
         struct Place
         {
-            int prepared; ///< index of the sample
-            int plannedModel;
-            int model;
-        };
-        /// Rows of one model without ETAs.
-        struct Rows
-        {
-            QVector<const QVector<double>*> rows;
-            QVector<Place> places; ///< of their endpoints, [row]
+            int entry;
+            int sample; ///< of those ahead
         };
         QVector<endPointParserContainer> containers;
-        QVector<Place> places;        ///< of their endpoints, [container]
-        qint64 numbers = 0;           ///< that the containers hold
-        std::map<int, Rows> ofModels; ///< by model
+        QVector<Place> places; ///< of their endpoints, [container]
+        qint64 numbers = 0;    ///< that the containers make
     };
 
     bool prepare(const GoesOn& goesOn);
-    void giveBack();
-    bool startRow(const QVector<double>& row, const StartedWork::Place& place,
+    int samplesByRows() const;
+    void prepareRows(int count);
+    bool prepareSamples(const GoesOn& goesOn);
+    bool startRow(endPoint& definition, const QVector<double>& row, const StartedWork::Place& place,
                   StartedWork& started);
     void finish(StartedWork& started);
+    void giveBack();
     const QVector<double>* bootstrapRow(int model, int sample) const;
+    int entryOf(int model) const { return plan.modelCount == 0 ? 0 : model; }
 
     QVector<endPoint> endPoints; ///< bound to their columns in the run
-    RawResults rawResults;
-    int dataSet;
+    QVector<bool> areByRows;     ///< [model]: whether rows of many samples are evaluated at once
+    QVector<Table> samples;      ///< of the data set, [model][sample][column]
     EndpointPlan plan;
     int nextSample = 0;
-    QQueue<Prepared> prepared; ///< samples from nextSample on
+    Ahead ahead;
     QVector<Table> values;
 };
 

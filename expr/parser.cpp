@@ -320,22 +320,29 @@ void parser::evaluateBlock(const ValueBlock& block, double* results)
     }
 }
 
-void parser::evaluateBlocks(const QVector<ValueBlock>& blocks, double* results)
+void parser::evaluateBlock(const ValueBlock& block, int slot, const QVector<double>& slotValues,
+                           double* results)
 {
-    std::optional<BlockEvaluator> evaluator;
-    QVector<int> plannedSlots;
-    for (const ValueBlock& block : blocks) {
-        if (!programFits(block.common.size())) {
-            evaluateBlock(block, results);
-        } else {
-            if (!evaluator || plannedSlots != block.varyingSlots) {
-                evaluator.emplace(program, block.varyingSlots);
-                plannedSlots = block.varyingSlots;
-            }
-            evaluator->evaluate(block, results);
-        }
-        results += block.count;
+    if (programFits(block.common.size())) {
+        BlockEvaluator(program, block.varyingSlots, slot).evaluate(block, slotValues, results);
+        return;
     }
+    ValueBlock atValue = block;
+    QVector<double> ofValue(block.count);
+    for (int i = 0; i < slotValues.size(); ++i) {
+        atValue.common[slot] = slotValues.at(i);
+        evaluateBlock(atValue, ofValue.data());
+        for (int individual = 0; individual < block.count; ++individual) {
+            results[qptrdiff(individual) * slotValues.size() + i] = ofValue.at(individual);
+        }
+    }
+}
+
+std::optional<BlockEvaluator> parser::blockEvaluator(int slotCount,
+                                                     const QVector<int>& varyingSlots) const
+{
+    return programFits(slotCount) ? std::make_optional<BlockEvaluator>(program, varyingSlots)
+                                  : std::nullopt;
 }
 
 QVector<double> parser::evaluateAll(const QVector<QVector<double>>& valueVectors)

@@ -10,6 +10,8 @@
 #include <QStringList>
 #include <QVector>
 
+#include <optional>
+
 /// Slots of the value vector that every expression has, whether it uses them or not.
 enum ReservedSlot { TimeSlot = 0, ConcentrationSlot = 1, DoseSlot = 2, FirstFreeSlot = 3 };
 
@@ -65,9 +67,15 @@ public:
     /// Writes the value for every individual of the block, as evaluate_tree gives it.
     void evaluateBlock(const ValueBlock& block, double* results);
 
-    /// The same for several blocks, their results one after the other. Faster than block by
-    /// block where neighbours have the same varying slots.
-    void evaluateBlocks(const QVector<ValueBlock>& blocks, double* results);
+    /// Writes the value at every value of one slot, [individual][value], as evaluate_tree gives
+    /// it. The block's varying slots must not include this slot, which its vectors have.
+    void evaluateBlock(const ValueBlock& block, int slot, const QVector<double>& slotValues,
+                       double* results);
+
+    /// What gives the same as evaluateBlock for many blocks with these varying slots, one after
+    /// the other, in less time. None unless the expression is compiled for so many slots.
+    std::optional<BlockEvaluator> blockEvaluator(int slotCount,
+                                                 const QVector<int>& varyingSlots) const;
 
     /// The value for every value vector, as evaluate_tree gives it.
     QVector<double> evaluateAll(const QVector<QVector<double>>& valueVectors);

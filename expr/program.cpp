@@ -211,8 +211,10 @@ void Program::run(double* values) const
     }
 }
 
-BlockEvaluator::BlockEvaluator(const Program& compiledProgram, const QVector<int>& varyingSlots)
+BlockEvaluator::BlockEvaluator(const Program& compiledProgram, const QVector<int>& varyingSlots,
+                               int sharedSlot)
     : program(compiledProgram)
+    , sharedValue(program.variableSlots.indexOf(sharedSlot))
     , scalars(program.firstInstructionValue() + program.instructions.size())
 {
     std::copy(program.constants.begin(), program.constants.end(),
@@ -223,18 +225,46 @@ BlockEvaluator::BlockEvaluator(const Program& compiledProgram, const QVector<int
     columns.resize(ownColumns * chunkSize);
 }
 
+/// Of each value, whether it depends on the shared slot.
+QVector<bool> BlockEvaluator::dependOnShared() const
+{
+    QVector<bool> onShared(scalars.size(), false);
+    if (sharedValue >= 0) {
+        onShared[sharedValue] = true;
+        for (int i = 0; i < program.instructions.size(); ++i) {
+            const Program::Instruction& instruction = program.instructions.at(i);
+            onShared[program.firstInstructionValue() + i] =
+                onShared.at(instruction.left) || onShared.at(instruction.right);
+        }
+    }
+    return onShared;
+}
+
+/// Of each value, the last instruction that reads it, or the number of instructions if it is
+/// needed after the last one or, computed once, for several values of the shared slot.
+QVector<int> BlockEvaluator::lastUses(const QVector<bool>& onShared) const
+{
+    QVector<int> lastUse(scalars.size(), -1);
+    const int end = program.instructions.size();
+    lastUse[program.resultValue] = end;
+    for (int i = end - 1; i >= 0; --i) {
+        const bool repeats = onShared.at(program.firstInstructionValue() + i);
+        for (const int value :
+             {program.instructions.at(i).left, program.instructions.at(i).right}) {
+            const bool stays = repeats && !onShared.at(value);
+            lastUse[value] = qMax(lastUse.at(value), stays ? end : i);
+        }
+    }
+    return lastUse;
+}
+
 /// Sorts the instructions into those that are computed once and those that are computed
 /// for every individual, and gives the latter columns, each free again after its last use.
 void BlockEvaluator::planColumns(const QVector<int>& varyingSlots)
 {
     const int firstResult = program.firstInstructionValue();
-    QVector<int> lastUse(scalars.size(), -1);
-    for (int i = 0; i < program.instructions.size(); ++i) {
-        lastUse[program.instructions.at(i).left] = i;
-        lastUse[program.instructions.at(i).right] = i;
-    }
-    lastUse[program.resultValue] = program.instructions.size();
-
+    const QVector<bool> onShared = dependOnShared();
+    QVector<int> lastUse = lastUses(onShared);
     QVector<int> references(scalars.size());
     for (int value = 0; value < references.size(); ++value) {
         references[value] = ~value;
@@ -247,13 +277,13 @@ void BlockEvaluator::planColumns(const QVector<int>& varyingSlots)
         }
     }
     QVector<int> freeColumns;
-    for (int i = 0; i < program.instructions.size(); ++i) {
+    const auto plan = [&](int i, Stage& stage) {
         const Program::Instruction& instruction = program.instructions.at(i);
         const int left = references.at(instruction.left);
         const int right = references.at(instruction.right);
         if (left < 0 && right < 0) {
-            scalarInstructions.append(i);
-            continue;
+            stage.scalar.append(i);
+            return;
         }
         // Operands go before the result is placed: it may overwrite them, as each
         // individual's operands are read before its result is written.
@@ -265,45 +295,92 @@ void BlockEvaluator::planColumns(const QVector<int>& varyingSlots)
         }
         const int column = freeColumns.isEmpty() ? columnCount++ : freeColumns.takeLast();
         references[firstResult + i] = column;
-        varyingInstructions.append({instruction.code, left, right, column});
+        stage.varying.append({instruction.code, left, right, column});
+    };
+    for (const bool shared : {false, true}) {
+        for (int i = 0; i < program.instructions.size(); ++i) {
+            if (onShared.at(firstResult + i) == shared) {
+                plan(i, shared ? perShared : once);
+            }
+        }
     }
     resultReference = references.at(program.resultValue);
 }
 
 void BlockEvaluator::evaluate(const ValueBlock& block, double* results)
 {
-    const double* common = block.common.constData();
-    double* values = scalars.data();
-    for (int i = 0; i < program.variableSlots.size(); ++i) {
-        values[i] = common[program.variableSlots.at(i)];
+    readScalars(block);
+    runScalars(once);
+    runScalars(perShared);
+    if (resultReference < 0) {
+        std::fill_n(results, block.count, scalars.at(~resultReference));
+        return;
     }
-    for (const int index : qAsConst(scalarInstructions)) {
+    const bool isShared = !perShared.varying.isEmpty();
+    for (int first = 0; first < block.count; first += chunkSize) {
+        const int count = qMin(chunkSize, block.count - first);
+        runChunk(once, block, first, count, isShared ? nullptr : results + first);
+        runChunk(perShared, block, first, count, results + first);
+        if (once.varying.isEmpty() && !isShared) {
+            std::copy_n(operand(resultReference, block, first), count, results + first);
+        }
+    }
+}
+
+void BlockEvaluator::evaluate(const ValueBlock& block, const QVector<double>& sharedValues,
+                              double* results)
+{
+    readScalars(block);
+    runScalars(once);
+    const int valueCount = sharedValues.size();
+    for (int first = 0; first < block.count; first += chunkSize) {
+        const int count = qMin(chunkSize, block.count - first);
+        runChunk(once, block, first, count, nullptr);
+        for (int i = 0; i < valueCount; ++i) {
+            if (sharedValue >= 0) {
+                scalars[sharedValue] = sharedValues.at(i);
+            }
+            runScalars(perShared);
+            runChunk(perShared, block, first, count, nullptr);
+            const double* value = operand(resultReference, block, first);
+            double* result = results + qptrdiff(first) * valueCount + i;
+            for (int individual = 0; individual < count; ++individual) {
+                *result = *value;
+                result += valueCount;
+                value += resultReference < 0 ? 0 : 1;
+            }
+        }
+    }
+}
+
+void BlockEvaluator::readScalars(const ValueBlock& block)
+{
+    const double* common = block.common.constData();
+    for (int i = 0; i < program.variableSlots.size(); ++i) {
+        scalars[i] = common[program.variableSlots.at(i)];
+    }
+}
+
+void BlockEvaluator::runScalars(const Stage& stage)
+{
+    double* values = scalars.data();
+    for (const int index : stage.scalar) {
         const Program::Instruction& instruction = program.instructions.at(index);
         values[program.firstInstructionValue() + index] =
             applyOperator(instruction.code, values[instruction.left], values[instruction.right]);
     }
-    if (resultReference < 0) {
-        std::fill_n(results, block.count, values[~resultReference]);
-        return;
-    }
-    for (int first = 0; first < block.count; first += chunkSize) {
-        const int count = qMin(chunkSize, block.count - first);
-        runChunk(block, first, count, results + first);
-    }
 }
 
-void BlockEvaluator::runChunk(const ValueBlock& block, int first, int count, double* results)
+/// Computes the stage's columns for some individuals. The last one goes to results, if given.
+void BlockEvaluator::runChunk(const Stage& stage, const ValueBlock& block, int first, int count,
+                              double* results)
 {
-    if (varyingInstructions.isEmpty()) {
-        std::copy_n(operand(resultReference, block, first), count, results);
-        return;
-    }
-    for (const VaryingInstruction& instruction : qAsConst(varyingInstructions)) {
-        // The last one gives the value of the expression.
-        const bool isLast = &instruction == &varyingInstructions.constLast();
+    for (const VaryingInstruction& instruction : stage.varying) {
+        const bool isLast = &instruction == &stage.varying.constLast();
         double* result =
-            isLast ? results
-                   : columns.data() + qptrdiff(instruction.column - inputs.size()) * chunkSize;
+            isLast && results != nullptr
+                ? results
+                : columns.data() + qptrdiff(instruction.column - inputs.size()) * chunkSize;
         const double* left = operand(instruction.left, block, first);
         const double* right = operand(instruction.right, block, first);
         if (!isBinary(instruction.code)) {

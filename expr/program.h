@@ -62,17 +62,22 @@ private:
     class Compiler;
 };
 
-/// Evaluates a program over the individuals of value blocks with the same varying slots.
-/// Subexpressions without a varying slot are computed once per block. Keeps scratch
-/// memory, so each thread needs its own.
+/// Evaluates a program over the individuals of value blocks with the same varying slots, at one or
+/// several values of a slot that all individuals share, such as the dose. What does not vary is
+/// computed once per block, and what does not depend on the shared slot once for all its values.
+/// Keeps scratch memory, so each thread needs its own.
 class BlockEvaluator
 {
 public:
-    /// The program must be valid.
-    BlockEvaluator(const Program& compiledProgram, const QVector<int>& varyingSlots);
+    /// The program must be valid. The shared slot, if any, must not vary.
+    BlockEvaluator(const Program& compiledProgram, const QVector<int>& varyingSlots,
+                   int sharedSlot = -1);
 
     /// Writes one result per individual of the block.
     void evaluate(const ValueBlock& block, double* results);
+
+    /// Writes the results at all values of the shared slot, [individual][value].
+    void evaluate(const ValueBlock& block, const QVector<double>& sharedValues, double* results);
 
 private:
     struct VaryingInstruction
@@ -83,13 +88,26 @@ private:
         int column; ///< of the result
     };
 
+    /// Instructions in the order of execution.
+    struct Stage
+    {
+        QVector<int> scalar; ///< indices into program.instructions
+        QVector<VaryingInstruction> varying;
+    };
+
+    QVector<bool> dependOnShared() const;
+    QVector<int> lastUses(const QVector<bool>& onShared) const;
     void planColumns(const QVector<int>& varyingSlots);
-    void runChunk(const ValueBlock& block, int first, int count, double* results);
+    void readScalars(const ValueBlock& block);
+    void runScalars(const Stage& stage);
+    void runChunk(const Stage& stage, const ValueBlock& block, int first, int count,
+                  double* results);
     const double* operand(int reference, const ValueBlock& block, int first) const;
 
     Program program;
-    QVector<int> scalarInstructions; ///< indices into program.instructions
-    QVector<VaryingInstruction> varyingInstructions;
+    int sharedValue;         ///< value number of the shared slot, -1 if it is not read
+    Stage once;              ///< what does not depend on the shared slot
+    Stage perShared;         ///< what does
     QVector<int> inputs;     ///< indices into the block's varying slots that are read
     int columnCount = 0;     ///< columns 0 .. inputs.size()-1 are the block's own
     int resultReference = 0; ///< column number, or ~value number of a scalar

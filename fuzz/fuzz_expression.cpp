@@ -105,11 +105,9 @@ void checkSingleValues(parser& fast, Choices& choices)
             "evaluateAll agrees for complete vectors");
 }
 
-/// Individuals that differ in some slots; more than are evaluated in one pass.
+/// Individuals that differ in some slots, at some doses; more than are evaluated in one pass.
 void checkBlocks(parser& fast, Choices& choices)
 {
-    QVector<ValueBlock> blocks;
-    QVector<double> expected;
     const LogCapture quiet;
     for (int count : {1 + choices.pick(5), 0, 129 + choices.pick(3)}) {
         const int shortBy = choices.pick(16) == 0 ? 1 : 0;
@@ -117,24 +115,39 @@ void checkBlocks(parser& fast, Choices& choices)
         block.common = numbers(choices, fast.variables.size() - shortBy);
         block.count = count;
         for (int slot = 0; slot < block.common.size(); ++slot) {
-            if (choices.pick(2) == 0) {
+            if (choices.pick(2) == 0 && slot != DoseSlot) {
                 block.varyingSlots.append(slot);
                 block.varying += numbers(choices, count);
             }
         }
+        const QVector<double> doses = block.common.size() > DoseSlot
+                                          ? numbers(choices, 1 + choices.pick(3))
+                                          : QVector<double>();
+        QVector<double> expected;
+        QVector<double> expectedAtDoses;
+        const auto append = [&fast](QVector<double>& to, int individual,
+                                    const QVector<double>& values) {
+            to.append(individual < 8 || individual > 126 ? literalValue(fast.tree, values)
+                                                         : fast.evaluate_tree(values));
+        };
         for (int individual = 0; individual < count; ++individual) {
             QVector<double> values = block.common;
             for (int i = 0; i < block.varyingSlots.size(); ++i) {
                 values[block.varyingSlots.at(i)] = block.varying.at(i * count + individual);
             }
-            expected.append(individual < 8 || individual > 126 ? literalValue(fast.tree, values)
-                                                               : fast.evaluate_tree(values));
+            append(expected, individual, values);
+            for (const double dose : doses) {
+                values[DoseSlot] = dose;
+                append(expectedAtDoses, individual, values);
+            }
         }
-        blocks.append(block);
+        QVector<double> results(count);
+        fast.evaluateBlock(block, results.data());
+        require(sameBits(results, expected), "evaluateBlock agrees for every individual");
+        results.resize(expectedAtDoses.size());
+        fast.evaluateBlock(block, DoseSlot, doses, results.data());
+        require(sameBits(results, expectedAtDoses), "evaluateBlock agrees at every dose");
     }
-    QVector<double> results(expected.size());
-    fast.evaluateBlocks(blocks, results.data());
-    require(sameBits(results, expected), "evaluateBlocks agrees for every individual");
 }
 
 } // namespace

@@ -98,8 +98,9 @@ double endPoint::evaluateEndpoint(double dose, QVector<double> row)
     }
     endPointParserContainer container =
         population(values, {dose}, singleDoseSimulations, MultiNormalSampler(omegaOf(row)));
+    container.population.countedIndividuals = singleDoseSimulations;
     evaluateEPParser(container);
-    return summary(container.results, singleDoseSimulations);
+    return container.population.endpoints.first();
 }
 
 QVector<double> endPoint::evaluateEndpoint(QVector<double> row)
@@ -139,7 +140,7 @@ std::optional<QVector<double>> endPoint::evaluateEndpoint(QVector<double> row,
         }
         evaluateContainers(containers);
         for (const endPointParserContainer& container : qAsConst(containers)) {
-            endpoints += finishEvaluation(container);
+            endpoints += container.population.endpoints;
         }
         if (goesOn && !goesOn(endpoints.size())) {
             if (start) {
@@ -160,10 +161,11 @@ bool endPoint::evaluatesRows()
 QVector<QVector<double>> endPoint::evaluateRows(const QVector<const QVector<double>*>& rows)
 {
     bindEndpointNames();
-    // What comes from the rows varies within a block, and the dose from block to block.
     ValueBlock block;
     block.common = endpointBinding.values({});
     block.count = rows.size();
+    block.varying.resize(rows.size() * endpointBinding.columns.size());
+    double* value = block.varying.data();
     for (const Binding::FromColumn& source : qAsConst(endpointBinding.columns)) {
         if (source.slot == DoseSlot) {
             continue;
@@ -171,24 +173,16 @@ QVector<QVector<double>> endPoint::evaluateRows(const QVector<const QVector<doub
         block.varyingSlots.append(source.slot);
         for (const QVector<double>* row : rows) {
             const bool exists = source.column >= 0 && source.column < row->size();
-            block.varying.append(exists ? row->at(source.column) : notANumber);
+            *value++ = exists ? row->at(source.column) : notANumber;
         }
     }
-    QVector<ValueBlock> blocks;
-    blocks.reserve(doses.size());
-    for (const double dose : qAsConst(doses)) {
-        block.common[DoseSlot] = dose;
-        blocks.append(block);
-    }
-    QVector<double> results(blocks.size() * rows.size());
-    endPointParser.evaluateBlocks(blocks, results.data());
-    QVector<QVector<double>> endpoints(rows.size());
-    for (int row = 0; row < rows.size(); ++row) {
-        endpoints[row].resize(doses.size());
-        double* ofRow = endpoints[row].data();
-        for (int dose = 0; dose < doses.size(); ++dose) {
-            ofRow[dose] = results.at(dose * rows.size() + row);
-        }
+    QVector<double> results(rows.size() * doses.size());
+    endPointParser.evaluateBlock(block, DoseSlot, doses, results.data());
+    QVector<QVector<double>> endpoints;
+    endpoints.reserve(rows.size());
+    const double* ofRow = results.constData();
+    for (int row = 0; row < rows.size(); ++row, ofRow += doses.size()) {
+        endpoints.append(QVector<double>(ofRow, ofRow + doses.size()));
     }
     return endpoints;
 }
@@ -213,7 +207,7 @@ qint64 endPoint::randomNumberCount(const QVector<double>& row)
         return 0;
     }
     return qint64(doses.size()) * simulatedIndividuals()
-           * MultiNormalSampler::uniformsPerVector(omegaOf(row));
+           * MultiNormalSampler::numbersPerVector(omegaOf(row));
 }
 
 std::optional<endPointParserContainer> endPoint::startEvaluation(const QVector<double>& row)
@@ -229,17 +223,6 @@ std::optional<endPointParserContainer> endPoint::startEvaluation(const QVector<d
     return population(endpointBinding.values(row), doses, simulatedIndividuals(), sampler);
 }
 
-QVector<double> endPoint::finishEvaluation(const endPointParserContainer& container) const
-{
-    QVector<double> endpoints;
-    const int individuals = container.population.individuals;
-    for (int dose = 0; dose < container.population.doses.size(); ++dose) {
-        endpoints.append(
-            summary(container.results.mid(dose * individuals, individuals), numSimulations));
-    }
-    return endpoints;
-}
-
 /// Individuals that are simulated per dose: as many for every processor, the rest of the
 /// division being dropped by intent.
 int endPoint::simulatedIndividuals() const
@@ -251,7 +234,7 @@ int endPoint::simulatedIndividuals() const
 int endPoint::dosesPerGroup(const MultiNormalSampler& sampler) const
 {
     const int numbersPerIndividual =
-        qMax(sampler.uniformsPerVector(), endpointBinding.etaSlots.size());
+        qMax(sampler.numbersPerVector(), endpointBinding.etaSlots.size());
     const qint64 numbersPerDose = qint64(simulatedIndividuals()) * numbersPerIndividual;
     return maximalGroupNumbers
            / int(qBound(qint64(1), numbersPerDose, qint64(maximalGroupNumbers)));
@@ -265,27 +248,17 @@ endPointParserContainer endPoint::population(const QVector<double>& values,
 {
     endPointParserContainer container;
     container.setParser(endPointParser);
-    container.population = {values,
-                            populationDoses,
-                            individuals,
-                            endpointBinding.etaSlots,
-                            endpointBinding.etaRows,
-                            sampler,
-                            sampler.drawUniforms(individuals * populationDoses.size())};
+    SimulatedPopulation& simulated = container.population;
+    simulated.values = values;
+    simulated.doses = populationDoses;
+    simulated.individuals = individuals;
+    simulated.countedIndividuals = numSimulations;
+    simulated.summary = populationSummary;
+    simulated.etaSlots = endpointBinding.etaSlots;
+    simulated.etaRows = endpointBinding.etaRows;
+    simulated.sampler = sampler;
+    simulated.numbers = sampler.drawNumbers(qint64(individuals) * populationDoses.size());
     return container;
-}
-
-/// The endpoint of the population. individualCount may exceed the individuals simulated.
-double endPoint::summary(const QVector<double>& individuals, int individualCount) const
-{
-    if (populationSummary >= 0) {
-        return percentileOfIndividuals(individuals, individualCount, populationSummary);
-    }
-    double sum = 0.0;
-    for (const double value : individuals) {
-        sum += value;
-    }
-    return sum / individualCount;
 }
 
 double endPoint::evaluateWeight(QVector<double> row)

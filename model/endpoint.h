@@ -96,12 +96,8 @@ public:
     /// Starts evaluateEndpoint for a row, so that many evaluations can share a parallel
     /// section: draws the random numbers and gives the work that is left, for any thread.
     /// None, with nothing drawn, where there is nothing to simulate or too much for one
-    /// piece of work; evaluateEndpoint serves then.
+    /// piece of work; evaluateEndpoint serves then. The container's population gets the endpoints.
     std::optional<endPointParserContainer> startEvaluation(const QVector<double>& row);
-
-    /// The endpoints per dose of an evaluation that was started and whose container has
-    /// been evaluated.
-    QVector<double> finishEvaluation(const endPointParserContainer& container) const;
 
     /// The value of the weight expression for the row, NaN if the expression is blank.
     double evaluateWeight(QVector<double> row);
@@ -135,7 +131,6 @@ private:
     endPointParserContainer population(const QVector<double>& values,
                                        const QVector<double>& populationDoses, int individuals,
                                        const MultiNormalSampler& sampler) const;
-    double summary(const QVector<double>& individuals, int individualCount) const;
 
     Binding endpointBinding;
     QStringList boundEndpointNames; ///< the names that endpointBinding binds

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/endpointparsercontainer.h"
 
+#include "model/percentile.h"
+
 #include <QtConcurrentMap>
 
 #include <algorithm>
@@ -11,6 +13,28 @@ namespace {
 /// Operations on individuals from which handing work to other threads takes less time than
 /// it saves.
 constexpr qint64 parallelThreshold = 50000;
+
+void evaluatePopulation(parser& expression, SimulatedPopulation& population)
+{
+    const int count = population.individuals;
+    ValueBlock block{population.values, population.etaSlots, {}, count};
+    block.varying.resize(population.etaSlots.size() * count);
+    auto evaluator = expression.blockEvaluator(block.common.size(), block.varyingSlots);
+    QVector<double> individuals(count);
+    population.endpoints.reserve(population.doses.size());
+    for (const double dose : qAsConst(population.doses)) {
+        block.common[DoseSlot] = dose;
+        population.sampler.fillColumns(population.numbers, count, population.etaRows,
+                                       block.varying.data());
+        if (evaluator) {
+            evaluator->evaluate(block, individuals.data());
+        } else {
+            expression.evaluateBlock(block, individuals.data());
+        }
+        population.endpoints.append(
+            summaryOfIndividuals(individuals, population.countedIndividuals, population.summary));
+    }
+}
 
 } // namespace
 
@@ -35,23 +59,7 @@ void endPointParserContainer::clearVariables()
 void evaluateEPParser(endPointParserContainer& c)
 {
     c.results = c.parser.evaluateAll(c.variables);
-    const SimulatedPopulation& population = c.population;
-    QVector<ValueBlock> blocks;
-    blocks.reserve(population.doses.size());
-    const double* uniforms = population.uniforms.constData();
-    for (const double dose : population.doses) {
-        ValueBlock block;
-        block.common = population.values;
-        block.common[DoseSlot] = dose;
-        block.count = population.individuals;
-        block.varyingSlots = population.etaSlots;
-        block.varying = population.sampler.columns(uniforms, block.count, population.etaRows);
-        uniforms += qptrdiff(population.sampler.uniformsPerVector()) * block.count;
-        blocks.append(block);
-    }
-    const int first = c.results.size();
-    c.results.resize(first + blocks.size() * population.individuals);
-    c.parser.evaluateBlocks(blocks, c.results.data() + first);
+    evaluatePopulation(c.parser, c.population);
 }
 
 void evaluateContainers(QVector<endPointParserContainer>& containers)

@@ -15,3 +15,15 @@ double percentileOfIndividuals(QVector<double> values, int individuals, int perc
     std::nth_element(values.begin(), element, values.end(), ascendingNanLast);
     return *element;
 }
+
+double summaryOfIndividuals(const QVector<double>& values, int individuals, int percentile)
+{
+    if (percentile >= 0) {
+        return percentileOfIndividuals(values, individuals, percentile);
+    }
+    double sum = 0.0;
+    for (const double value : values) {
+        sum += value;
+    }
+    return sum / individuals;
+}

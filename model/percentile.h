@@ -18,4 +18,8 @@ inline bool ascendingNanLast(double first, double second)
 /// their count, and the 100th percentile is never reached; this is intended.
 double percentileOfIndividuals(QVector<double> values, int individuals, int percentile);
 
+/// The endpoint of a population: a percentile of 0 to 100, or for a negative one the mean.
+/// individuals may exceed the count of the values, here too.
+double summaryOfIndividuals(const QVector<double>& values, int individuals, int percentile);
+
 #endif

@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/randomng.h"
 
+#include "model/deviates.h"
+
+#include <QVarLengthArray>
 #include <QtGlobal>
 
 #include <algorithm>
@@ -12,7 +15,14 @@
 
 namespace {
 
-constexpr double largestUniform = 2147483647.0;
+/// The factor from a number of the minimal standard generator to the next (Park & Miller 1988,
+/// with the multiplier of 1993).
+constexpr quint32 multiplier = 48271;
+
+/// Deviates made in one pass, so that they stay in the first-level cache.
+constexpr int deviatesPerPass = 512;
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 // The sequence of qrand() is part of what the program promises.
 QT_WARNING_PUSH
@@ -26,11 +36,9 @@ quint32 product(quint32 first, quint32 second)
     return sum >= 0x7fffffffU ? sum - 0x7fffffffU : sum;
 }
 
-/// The successor of a number of the minimal standard generator (Park & Miller 1988, with
-/// the multiplier of 1993).
 quint32 successor(quint32 state)
 {
-    return product(state, 48271U);
+    return product(state, multiplier);
 }
 
 /// Whether qrand() is that generator and qsrand() sets its state, so that its numbers can
@@ -57,41 +65,39 @@ bool isMinimalStandard()
     return isStandard;
 }
 
-/// In [0, 1]; qrand() gives 0 to 2147483647.
-double uniform()
+/// A number of the calling thread's sequence, 0 to 2147483647.
+int nextNumber()
 {
-    return qrand() / largestUniform;
-}
-
-/// The next numbers of uniform().
-void fillUniform(double* numbers, int count)
-{
-    if (count < 1 || !isMinimalStandard()) {
-        std::generate_n(numbers, qMax(0, count), uniform);
-        return;
-    }
-    quint32 state = quint32(qrand());
-    numbers[0] = state / largestUniform;
-    for (int i = 1; i < count; ++i) {
-        state = successor(state);
-        numbers[i] = int(state) / largestUniform;
-    }
-    qsrand(state);
+    return qrand();
 }
 
 QT_WARNING_POP
 
-double standardNormal(double firstUniform, double secondUniform)
+/// Writes the numbers of the generator behind a state, and moves it to the last of them.
+void fillNumbers(quint32& state, int* numbers, int count)
 {
-    const double radius = std::sqrt(-2.0 * std::log(firstUniform));
-    return radius * std::cos(6.283185307179586 * secondUniform);
+    // Four chains, each of every fourth number, as a number has to wait for its forerunner.
+    const quint32 second = product(multiplier, multiplier);
+    const quint32 third = product(second, multiplier);
+    const quint32 fourth = product(third, multiplier);
+    int i = 0;
+    for (; i + 4 <= count; i += 4) {
+        numbers[i] = int(product(state, multiplier));
+        numbers[i + 1] = int(product(state, second));
+        numbers[i + 2] = int(product(state, third));
+        state = product(state, fourth);
+        numbers[i + 3] = int(state);
+    }
+    for (; i < count; ++i) {
+        state = successor(state);
+        numbers[i] = int(state);
+    }
 }
 
 double element(const QVector<QVector<double>>& matrix, int row, int column)
 {
     const QVector<double>& elements = matrix.at(row);
-    return column < elements.size() ? elements.at(column)
-                                    : std::numeric_limits<double>::quiet_NaN();
+    return column < elements.size() ? elements.at(column) : notANumber;
 }
 
 /// Whether the random effect of this row varies; NaN does.
@@ -128,9 +134,9 @@ randomNG::randomNG() = default;
 
 double randomNG::normal()
 {
-    const double first = uniform();
-    const double second = uniform();
-    return standardNormal(first, second);
+    const int first = nextNumber();
+    const int second = nextNumber();
+    return normalDeviate(first, second);
 }
 
 QVector<double> randomNG::multiNormal(QVector<QVector<double>> covariance)
@@ -138,7 +144,10 @@ QVector<double> randomNG::multiNormal(QVector<QVector<double>> covariance)
     QVector<int> rows(covariance.size());
     std::iota(rows.begin(), rows.end(), 0);
     const MultiNormalSampler sampler(covariance);
-    return sampler.columns(sampler.drawUniforms(1).constData(), 1, rows);
+    RandomNumbers numbers = sampler.drawNumbers(1);
+    QVector<double> deviates(rows.size());
+    sampler.fillColumns(numbers, 1, rows, deviates.data());
+    return deviates;
 }
 
 QVector<QVector<double>> randomNG::choleskyDecomposition(QVector<QVector<double>> matrix)
@@ -177,52 +186,84 @@ MultiNormalSampler::MultiNormalSampler(const QVector<QVector<double>>& covarianc
     factor = randomNG().choleskyDecomposition(reduced);
 }
 
-int MultiNormalSampler::uniformsPerVector(const QVector<QVector<double>>& covariance)
+int MultiNormalSampler::numbersPerVector(const QVector<QVector<double>>& covariance)
 {
     return 2 * rowsKept(covariance).size();
 }
 
-QVector<double> MultiNormalSampler::drawUniforms(int count) const
+RandomNumbers MultiNormalSampler::drawNumbers(qint64 count) const
 {
-    QVector<double> uniforms(uniformsPerVector() * count);
-    fillUniform(uniforms.data(), uniforms.size());
-    return uniforms;
+    return RandomNumbers(numbersPerVector() * count);
 }
 
-QVector<double> MultiNormalSampler::columns(const double* uniforms, int count,
-                                            const QVector<int>& rows) const
+void MultiNormalSampler::fillColumns(RandomNumbers& numbers, int count, const QVector<int>& rows,
+                                     double* columns) const
 {
-    QVector<double> standards(keptRows.size() * count);
-    for (double& standard : standards) {
-        standard = standardNormal(uniforms[0], uniforms[1]);
-        uniforms += 2;
-    }
-    QVector<double> result(rows.size() * count, 0.0);
-    double* column = result.data();
-    for (const int row : rows) {
-        const int keptRow = keptRows.indexOf(row);
-        if (keptRow >= 0) {
-            combine(keptRow, standards, column);
-        } else if (row < 0 || row >= rowCount) {
-            std::fill_n(column, count, std::numeric_limits<double>::quiet_NaN());
+    QVarLengthArray<int> keptNumbers; // of the rows, -1 for a row of zeros
+    for (int i = 0; i < rows.size(); ++i) {
+        const int row = rows.at(i);
+        keptNumbers.append(keptRows.indexOf(row));
+        if (keptNumbers.last() < 0) {
+            std::fill_n(columns + qptrdiff(i) * count, count,
+                        row < 0 || row >= rowCount ? notANumber : 0.0);
         }
-        column += count;
     }
-    return result;
+    if (keptRows.isEmpty()) {
+        return;
+    }
+    const int vectorsPerPass = qMax(1, deviatesPerPass / keptRows.size());
+    QVarLengthArray<int, 2 * deviatesPerPass> pairs(vectorsPerPass * numbersPerVector());
+    QVarLengthArray<double, deviatesPerPass> standards(vectorsPerPass * keptRows.size());
+    for (int first = 0; first < count; first += vectorsPerPass) {
+        const int vectors = qMin(vectorsPerPass, count - first);
+        numbers.take(pairs.data(), vectors * numbersPerVector());
+        fillNormalDeviates(pairs.constData(), vectors * keptRows.size(), standards.data());
+        double* column = columns + first;
+        for (const int keptNumber : keptNumbers) {
+            if (keptNumber >= 0) {
+                combine(keptNumber, standards.constData(), vectors, column);
+            }
+            column += count;
+        }
+    }
 }
 
-/// Gives the standard deviates of each vector the covariance of one kept row.
-void MultiNormalSampler::combine(int keptRow, const QVector<double>& standards,
+/// Gives the standard deviates of count vectors the covariance of one kept row.
+void MultiNormalSampler::combine(int keptRow, const double* standards, int count,
                                  double* column) const
 {
     const double* coefficients = factor.at(keptRow).constData();
-    const double* const end = standards.constEnd();
-    for (const double* vector = standards.constBegin(); vector != end; vector += keptRows.size()) {
-        double sum = 0.0;
-        for (int k = 0; k <= keptRow; ++k) {
-            sum += coefficients[k] * vector[k];
+    const int size = keptRows.size();
+    std::fill_n(column, count, 0.0);
+    for (int k = 0; k <= keptRow; ++k) {
+        const double coefficient = coefficients[k];
+        for (int vector = 0; vector < count; ++vector) {
+            column[vector] += coefficient * standards[qptrdiff(vector) * size + k];
         }
-        *column++ = sum;
+    }
+}
+
+RandomNumbers::RandomNumbers(qint64 count)
+{
+    if (count < 1) {
+        return;
+    }
+    if (const std::optional<quint32> start = randomPosition()) {
+        position = *start;
+        setRandomPosition(randomPositionAfter(position, quint64(count)));
+    } else {
+        drawn.resize(int(count));
+        std::generate(drawn.begin(), drawn.end(), nextNumber);
+    }
+}
+
+void RandomNumbers::take(int* numbers, int count)
+{
+    if (drawn.isEmpty()) {
+        fillNumbers(position, numbers, count);
+    } else {
+        std::copy_n(drawn.constBegin() + taken, count, numbers);
+        taken += count;
     }
 }
 

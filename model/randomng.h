@@ -9,7 +9,7 @@
 
 /// Normal and multivariate normal deviates from Qt's qrand(), which is never seeded: every
 /// start of the program gives the same sequence, and each thread has its own.
-/// Deviates by the cosine branch of Box & Muller (1958), two uniform numbers each.
+/// Two numbers make a deviate (see normalDeviate).
 /// Matrices are indexed [row][column].
 class randomNG
 {
@@ -29,6 +29,27 @@ public:
     QVector<QVector<double>> choleskyDecomposition(QVector<QVector<double>> matrix);
 };
 
+/// Random numbers that are taken out of the calling thread's sequence at once, and made later, in
+/// any thread.
+class RandomNumbers
+{
+public:
+    /// No numbers.
+    RandomNumbers() = default;
+
+    /// The next count numbers of the calling thread, whose sequence goes on behind them. Takes no
+    /// longer for many than for a few, and holds none where qrand() is the expected generator.
+    explicit RandomNumbers(qint64 count);
+
+    /// Writes the next count of these numbers, 0 to 2147483647.
+    void take(int* numbers, int count);
+
+private:
+    quint32 position = 0; ///< before the next number
+    QVector<int> drawn;   ///< all numbers, where qrand() is another generator
+    int taken = 0;        ///< of drawn
+};
+
 /// Draws many vectors from one covariance matrix, which is factored once.
 /// The vectors are those of randomNG::multiNormal.
 class MultiNormalSampler
@@ -38,21 +59,22 @@ public:
     MultiNormalSampler() = default;
     explicit MultiNormalSampler(const QVector<QVector<double>>& covariance);
 
-    /// Uniform numbers that a vector takes.
-    int uniformsPerVector() const { return 2 * keptRows.size(); }
+    /// Random numbers that a vector takes.
+    int numbersPerVector() const { return 2 * keptRows.size(); }
 
     /// The same for a covariance matrix, which is not factored for it.
-    static int uniformsPerVector(const QVector<QVector<double>>& covariance);
+    static int numbersPerVector(const QVector<QVector<double>>& covariance);
 
-    /// The uniform numbers of the next count vectors, from the calling thread's sequence.
-    QVector<double> drawUniforms(int count) const;
+    /// The random numbers of the next count vectors, from the calling thread's sequence.
+    RandomNumbers drawNumbers(qint64 count) const;
 
-    /// The given rows of the count vectors that the uniform numbers make, [row][vector] in
+    /// The given rows of the next count vectors that the random numbers make, [row][vector] in
     /// one piece; NaN for rows that the matrix does not have. In any thread.
-    QVector<double> columns(const double* uniforms, int count, const QVector<int>& rows) const;
+    void fillColumns(RandomNumbers& numbers, int count, const QVector<int>& rows,
+                     double* columns) const;
 
 private:
-    void combine(int keptRow, const QVector<double>& standards, double* column) const;
+    void combine(int keptRow, const double* standards, int count, double* column) const;
 
     int rowCount = 0;
     QVector<int> keptRows;           ///< rows with any element other than 0

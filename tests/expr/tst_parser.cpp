@@ -63,22 +63,33 @@ private slots:
         QVERIFY(almostEqual(walk.evaluate_tree(values), result, 0));
 
         const int count = 130; // more than in one pass
-        QVector<ValueBlock> blocks;
-        QVector<double> walked;
-        for (const QVector<int>& varying : QVector<QVector<int>>{{3}, {4, 2}, {}, {2, 3, 4}}) {
+        const QVector<double> doses{16, 0, 2.5};
+        for (const QVector<int>& varying : QVector<QVector<int>>{{3}, {4, 2}, {}, {3, 4}}) {
             ValueBlock block{values, varying, {}, count};
             QVector<QVector<double>> vectors(count, values);
+            QVector<double> atDoses(count * doses.size()); // [individual][dose]
             for (int i = 0; i < varying.size() * count; ++i) {
                 block.varying.append(2.5 + std::sin(i));
                 vectors[i % count][varying.at(i / count)] = block.varying.last();
             }
-            blocks.append(block);
-            walked += walk.evaluateAll(vectors);
-            QVERIFY(almostEqual(fast.evaluateAll(vectors), walked.mid(walked.size() - count), 0));
+            for (int i = 0; i < atDoses.size(); ++i) {
+                QVector<double> vector = vectors.at(i / doses.size());
+                vector[DoseSlot] = doses.at(i % doses.size());
+                atDoses[i] = walk.evaluate_tree(vector);
+            }
+            const QVector<double> walked = walk.evaluateAll(vectors);
+            QVERIFY(almostEqual(fast.evaluateAll(vectors), walked, 0));
+            for (parser* evaluated : {&fast, &walk}) {
+                QVector<double> results(count);
+                evaluated->evaluateBlock(block, results.data());
+                QVERIFY(almostEqual(results, walked, 0));
+                if (!varying.contains(DoseSlot)) {
+                    results.resize(atDoses.size());
+                    evaluated->evaluateBlock(block, DoseSlot, doses, results.data());
+                    QVERIFY(almostEqual(results, atDoses, 0));
+                }
+            }
         }
-        QVector<double> results(walked.size());
-        fast.evaluateBlocks(blocks, results.data());
-        QVERIFY(almostEqual(results, walked, 0));
     }
 
     void givesSomethingForMalformedTexts_data()

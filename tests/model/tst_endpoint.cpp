@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "model/deviates.h"
 #include "model/endpoint.h"
 #include "model/randomng.h"
 #include "model/typedomega.h"
@@ -8,6 +9,7 @@
 #include "tests/support/randomnumbers.h"
 #include "tests/support/rows.h"
 
+#include <cstring>
 #include <numeric>
 
 using Numbers = QVector<double>;
@@ -47,14 +49,50 @@ private slots:
             QVERIFY(almostEqual(factor, {{1, 0}, {2, none}}));
         }
         const MultiNormalSampler sampler(Matrix{{0}});
-        QVERIFY(almostEqual(sampler.columns(nullptr, 1, {0, -1, 1}), {0, none, none}));
+        RandomNumbers numbers;
+        Numbers column{7, 7, 7};
+        sampler.fillColumns(numbers, 1, {0, -1, 1}, column.data());
+        QVERIFY(almostEqual(column, {0, none, none}));
         randomNG generator;
         seedRandomNumbers(1);
         const double u = nextUniform();
         const double deviate = std::sqrt(-2 * std::log(u)) * std::cos(2 * M_PI * nextUniform());
         seedRandomNumbers(1);
         QCOMPARE(generator.multiNormal({{0, 0}, {0, 0}}), Numbers({0, 0})); // draws nothing
-        QVERIFY(almostEqual(generator.normal(), deviate, 0));
+        QVERIFY(almostEqual(generator.normal(), deviate, 1e-15));
+    }
+
+    /// The numbers of every processor, in each form of computing them.
+    void givesTheSameDeviatesEverywhere()
+    {
+        const QVector<int> extremes{0,          1,          2,          536870912,
+                                    1073741823, 1610612736, 2147483646, 2147483647};
+        QVector<int> pairs{48271, 182605794, 1936030137, 2064876628};
+        for (const int first : extremes) {
+            for (const int second : extremes) {
+                pairs << first << second;
+            }
+        }
+        pairs.resize(2 * 1003);
+        seedRandomNumbers(3);
+        for (int i = 132; i < pairs.size(); ++i) {
+            pairs[i] = int(nextUniform() * 2147483647.0);
+        }
+        Numbers single;
+        for (int i = 0; i < pairs.size(); i += 2) {
+            single.append(normalDeviate(pairs.at(i), pairs.at(i + 1)));
+        }
+        QVERIFY(almostEqual(single.mid(0, 2), {3.9818776490524952, 0.44208354497656094}, 0));
+        QCOMPARE(single.at(2), qInf());
+        for (const DeviateForm& form : deviateForms()) {
+            for (const int count : {1, 2, 7, 8, 1003}) {
+                Numbers deviates(count);
+                const size_t size = size_t(count) * sizeof(double);
+                form.fill(pairs.constData(), count, deviates.data());
+                QVERIFY2(std::memcmp(deviates.constData(), single.constData(), size) == 0,
+                         form.name);
+            }
+        }
     }
 
     void drawsThreeCorrelated()
