@@ -3,7 +3,6 @@
 #include "bench/comparison.h"
 #include "bench/folderimport.h"
 #include "bench/memory.h"
-#include "bench/report.h"
 #include "bench/subjects.h"
 #include "io/csv.h"
 
@@ -12,24 +11,15 @@
 
 #include <algorithm>
 #include <memory>
-#include <sys/resource.h>
 
 namespace {
 
-constexpr int shardCount = 20;
-const StudySize studySize{4, 100, 1000};
+constexpr int shardCount = 6;
+const StudySize sizeOfRun{4, 100, 1000};
+const StudySize sizeOfShards{4, 5 * shardCount, 1000};
+const StudySize sizeForMemory{4, 50, 200};
 constexpr int fewDataSets = 50;
 constexpr int manyDataSets = 500;
-
-/// Processor time of the programs that were started and have ended, in seconds.
-double timeOfPrograms()
-{
-    constexpr double microseconds = 1e-6;
-    rusage usage{};
-    getrusage(RUSAGE_CHILDREN, &usage);
-    return double(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec)
-           + microseconds * double(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec);
-}
 
 /// Runs the program without a window. Where it is watched, gives the most memory that it had.
 double runProgram(const QStringList& arguments, bool isWatched = false)
@@ -134,21 +124,21 @@ private:
 };
 
 /// The same in the window: the import of the folder, and the button of page "4". Only these are
-/// timed, if there is a state.
-std::unique_ptr<StudyWindow> runInWindow(const BatchStudy& study, benchmark::State* state = nullptr)
+/// timed, if there is a stopwatch.
+std::unique_ptr<StudyWindow> runInWindow(const BatchStudy& study, Stopwatch* watch = nullptr)
 {
     auto window = std::make_unique<StudyWindow>(study.definitions);
     window->showPage(DosePage);
     user::typeText(window->widget<QLineEdit>("_4_le_probabilities"),
                    study.definitions.doseChoiceLabels.join(','));
     showFolderImport(*window);
-    importFolder(*window, study.files, study.size, state);
-    if (state != nullptr) {
-        state->PauseTiming();
+    importFolder(*window, study.files, study.size, watch);
+    if (watch != nullptr) {
+        watch->pause();
     }
     window->showPage(DosePage);
-    if (state != nullptr) {
-        state->ResumeTiming();
+    if (watch != nullptr) {
+        watch->resume();
     }
     window->press("_4_pb_startCalculation");
     return window;
@@ -191,16 +181,20 @@ bool isSameInShards(const BatchStudy& study)
 }
 
 /// Times programs, with their start, after what is done before.
-std::function<void(benchmark::State&)> timed(const std::function<void(const StudyFiles&)>& work,
-                                             const std::function<void(const StudyFiles&)>& first)
+Side timedPrograms(const std::function<void(const StudyFiles&)>& work,
+                   const std::function<void(const StudyFiles&)>& first = {})
 {
-    return [work, first](benchmark::State& state) {
-        const StudyFiles place;
-        first(place);
-        const double before = timeOfPrograms();
-        work(place);
-        state.SetIterationTime(timeOfPrograms() - before);
-    };
+    return timedInPart(
+        [work, first](Stopwatch& watch) {
+            watch.pause();
+            const StudyFiles place;
+            if (first) {
+                first(place);
+            }
+            watch.resume();
+            work(place);
+        },
+        Clock::Programs);
 }
 
 /// The most memory of a run over the same files again and again, as links.
@@ -219,43 +213,56 @@ double memoryOfRun(const BatchStudy& study, int dataSetCount)
         study.arguments() + QStringList{"--folder", folder.path(), "-o", output.path()}, true);
 }
 
+Comparison compareWithWindow(const std::shared_ptr<BatchStudy>& study)
+{
+    Comparison comparison;
+    comparison.name = "batch";
+    comparison.bar = 1.1;
+    const Side program =
+        timedPrograms([study](const StudyFiles& place) { study->run(place.path()); });
+    comparison.contests = {{program, timedInPart([study](Stopwatch& watch) {
+                                watch.pause();
+                                const auto window = runInWindow(*study, &watch);
+                                watch.pause();
+                            })}};
+    comparison.agree = [study] { return isSameAsInWindow(*study); };
+    comparison.longestSeconds = 120;
+    return comparison;
+}
+
+Comparison compareShards(const std::shared_ptr<BatchStudy>& study)
+{
+    Comparison comparison;
+    comparison.name = "batch_shards";
+    comparison.bar = 1.2;
+    comparison.contests = {
+        {timedPrograms([study](const StudyFiles& place) { study->runShards(place); },
+                       [study](const StudyFiles& place) { study->plan(place); }),
+         timedPrograms([study](const StudyFiles& place) { study->runWithEtas(place.path()); })}};
+    comparison.agree = [study] { return isSameInShards(*study); };
+    comparison.longestSeconds = 90;
+    return comparison;
+}
+
+Comparison compareMemory(const std::shared_ptr<BatchStudy>& study)
+{
+    const auto side = [study](int dataSetCount) {
+        return [study, dataSetCount] { return memoryOfRun(*study, dataSetCount); };
+    };
+    Comparison comparison;
+    comparison.name = "batch_memory";
+    comparison.bar = 1.5;
+    comparison.isTime = false;
+    comparison.contests = {{side(manyDataSets), side(fewDataSets)}};
+    comparison.longestSeconds = 90;
+    return comparison;
+}
+
 } // namespace
 
 void registerBatch(Report& report)
 {
-    const auto study = std::make_shared<BatchStudy>(studySize);
-    const double few = memoryOfRun(*study, fewDataSets);
-    const double many = memoryOfRun(*study, manyDataSets);
-
-    const auto nothing = [](const StudyFiles& /*place*/) {};
-    Comparison comparison;
-    comparison.subject = "batch";
-    comparison.ways = {{"window", [study](benchmark::State& state) {
-                            state.PauseTiming();
-                            auto window = runInWindow(*study, &state);
-                            state.PauseTiming();
-                            window.reset();
-                            state.ResumeTiming();
-                        }}};
-    comparison.agree = [study] { return isSameAsInWindow(*study); };
-    comparison.repetitions = 6;
-    registerComparison(comparison);
-    comparison.ways = {
-        {"program",
-         timed([study](const StudyFiles& place) { study->run(place.path()); }, nothing)}};
-    comparison.agree = {};
-    comparison.clock = Clock::Own;
-    registerComparison(comparison);
-    comparison.ways = {
-        {"whole",
-         timed([study](const StudyFiles& place) { study->runWithEtas(place.path()); }, nothing)},
-        {"shards", timed([study](const StudyFiles& place) { study->runShards(place); },
-                         [study](const StudyFiles& place) { study->plan(place); })}};
-    comparison.agree = [study] { return isSameInShards(*study); };
-    comparison.repetitions = 2;
-    registerComparison(comparison);
-    report.addRow("batch", 1.1, timeRatio("batch/program", "batch/window"));
-    report.addRow("batch_shards", 1.2, timeRatio("batch/shards", "batch/whole"));
-    report.addRow("batch_memory", 1.5,
-                  [few, many](const Measurements& /*measurements*/) { return many / few; });
+    registerComparison(report, compareWithWindow(std::make_shared<BatchStudy>(sizeOfRun)));
+    registerComparison(report, compareShards(std::make_shared<BatchStudy>(sizeOfShards)));
+    registerComparison(report, compareMemory(std::make_shared<BatchStudy>(sizeForMemory)));
 }

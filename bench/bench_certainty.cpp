@@ -5,7 +5,6 @@
 #include "analysis/dosesearch.h"
 #include "bench/comparison.h"
 #include "bench/inputs.h"
-#include "bench/report.h"
 #include "bench/study.h"
 #include "bench/subjects.h"
 
@@ -112,50 +111,42 @@ Chosen byHand(const Grid& hits)
     return chosen;
 }
 
-void registerErrors(const std::shared_ptr<Certainty>& certainty)
+Comparison compareErrors()
 {
-    Comparison comparison;
-    comparison.subject = "certainty";
-    comparison.ways = {
-        {"without",
-         [certainty](benchmark::State& /*state*/) {
-             benchmark::DoNotOptimize(certainty->results(false).constData());
-         }},
-        {"with",
-         [certainty](benchmark::State& /*state*/) {
-             benchmark::DoNotOptimize(certainty->results(true).constData());
-         }},
+    const auto certainty = std::make_shared<Certainty>();
+    const auto side = [certainty](bool withErrors) {
+        return timed([certainty, withErrors] {
+            benchmark::DoNotOptimize(certainty->results(withErrors).constData());
+        });
     };
+    Comparison comparison;
+    comparison.name = "certainty";
+    comparison.bar = 1.05;
+    comparison.contests = {{side(true), side(false)}};
     comparison.agree = [certainty] {
         return sameBits(certainty->results(false), certainty->results(true));
     };
-    registerComparison(comparison);
+    return comparison;
 }
 
-void registerResampling(const std::shared_ptr<Grid>& hits)
+Comparison compareResampling()
 {
-    Comparison comparison;
-    comparison.subject = "stability";
-    comparison.ways = {
-        {"plain",
-         [hits](benchmark::State& /*state*/) {
-             benchmark::DoNotOptimize(byHand(*hits).constData());
-         }},
-        {"velmora",
-         [hits](benchmark::State& /*state*/) {
-             benchmark::DoNotOptimize(byVelmora(*hits).constData());
-         }},
+    const auto hits = std::make_shared<Grid>(hitsOfSamples());
+    const auto side = [hits](Chosen (*choose)(const Grid&)) {
+        return timed([hits, choose] { benchmark::DoNotOptimize(choose(*hits).constData()); });
     };
+    Comparison comparison;
+    comparison.name = "stability";
+    comparison.bar = 1.2;
+    comparison.contests = {{side(byVelmora), side(byHand)}};
     comparison.agree = [hits] { return byVelmora(*hits) == byHand(*hits); };
-    registerComparison(comparison);
+    return comparison;
 }
 
 } // namespace
 
 void registerCertainty(Report& report)
 {
-    registerErrors(std::make_shared<Certainty>());
-    registerResampling(std::make_shared<Grid>(hitsOfSamples()));
-    report.addRow("certainty", 1.05, timeRatio("certainty/with", "certainty/without"));
-    report.addRow("stability", 1.2, timeRatio("stability/velmora", "stability/plain"));
+    registerComparison(report, compareErrors());
+    registerComparison(report, compareResampling());
 }

@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "bench/measurements.h"
-#include "bench/report.h"
+#include "bench/comparison.h"
 #include "bench/studywindow.h"
 #include "bench/subjects.h"
 #include "tests/support/dialogdriver.h"
@@ -23,7 +22,6 @@ namespace {
 constexpr double unnoticed = 0.05;
 
 constexpr int modelCount = 5;
-constexpr int roundCount = 3;
 
 const QStringList endpoints{"THETA2*DOSE/(THETA3+DOSE)", "THETA2*(exp(DOSE/THETA3)-1)",
                             "THETA2*DOSE", "THETA2*DOSE+THETA3*DOSE^2",
@@ -87,6 +85,7 @@ double secondsUntilSeen(const PaintCounter& paints, Act act)
 {
     constexpr qint64 patienceMs = 1000;
     const int paintedBefore = paints.count;
+    const Stopwatch seen(Clock::Wall);
     QElapsedTimer elapsed;
     elapsed.start();
     act();
@@ -96,7 +95,7 @@ double secondsUntilSeen(const PaintCounter& paints, Act act)
         QCoreApplication::processEvents();
     } while (paints.count != painted
              || (painted == paintedBefore && elapsed.elapsed() < patienceMs));
-    return 1e-9 * double(elapsed.nsecsElapsed());
+    return seen.seconds();
 }
 
 void Editing::press(Qt::Key key)
@@ -164,17 +163,9 @@ double Editing::playRound()
 void registerEditing(Report& report)
 {
     const auto editing = std::make_shared<Editing>();
-    benchmark::RegisterBenchmark("editing/slowestKey",
-                                 [editing](benchmark::State& state) {
-                                     for (auto _ : state) {
-                                         state.SetIterationTime(editing->playRound());
-                                     }
-                                 })
-        ->UseManualTime()
-        ->Iterations(1)
-        ->Repetitions(roundCount)
-        ->Unit(benchmark::kMillisecond);
-    report.addRow("edit_latency", 1, [](const Measurements& measurements) {
-        return measurements.seconds("editing/slowestKey") / unnoticed;
-    });
+    Comparison comparison;
+    comparison.name = "edit_latency";
+    comparison.bar = 0.4;
+    comparison.contests = {{[editing] { return editing->playRound(); }, constant(unnoticed)}};
+    registerComparison(report, comparison);
 }

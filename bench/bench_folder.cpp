@@ -23,18 +23,18 @@ std::unique_ptr<StudyWindow> openImportPage()
 }
 
 /// The import in a new window, timed from the chosen folder to the shown results.
-void importInNewWindow(const StudyFiles& files, benchmark::State& state)
+void importInNewWindow(const StudyFiles& files, Stopwatch& watch)
 {
-    state.PauseTiming();
+    watch.pause();
     auto window = openImportPage();
-    importFolder(*window, files, size, &state);
-    state.PauseTiming();
+    importFolder(*window, files, size, &watch);
+    watch.pause();
     window.reset();
-    state.ResumeTiming();
+    watch.resume();
 }
 
 /// Every file by the two readers, the numbers kept to the end.
-void readFiles(const StudyFiles& files, benchmark::State& state)
+void readFiles(const StudyFiles& files, Stopwatch& watch)
 {
     QVector<Table> tables;
     for (int file = 0; file < size.models * size.dataSets; ++file) {
@@ -44,9 +44,9 @@ void readFiles(const StudyFiles& files, benchmark::State& state)
         require(heading.size() == InputColumnCount && tables.last().size() == size.samples,
                 "a file was not read");
     }
-    state.PauseTiming();
+    watch.pause();
     tables.clear();
-    state.ResumeTiming();
+    watch.resume();
 }
 
 } // namespace
@@ -55,18 +55,16 @@ void registerFolderImport(Report& report)
 {
     const auto files = std::make_shared<StudyFiles>();
     writeFolder(*files, size);
-    const double usedMemory =
-        memoryOf([&files] { importFolder(*openImportPage(), *files, size); }) / numbersInBytes;
+    report.addMost("memory of csv_folder to its numbers", 1.5,
+                   memoryOf([&files] { importFolder(*openImportPage(), *files, size); })
+                       / numbersInBytes);
 
     Comparison comparison;
-    comparison.subject = "folder";
-    comparison.ways = {
-        {"files", [files](benchmark::State& state) { readFiles(*files, state); }},
-        {"import", [files](benchmark::State& state) { importInNewWindow(*files, state); }},
-    };
-    comparison.repetitions = 4;
-    registerComparison(comparison);
-    report.addRow("csv_folder", 1.2, timeRatio("folder/import", "folder/files"));
-    report.addMost("memory of csv_folder to its numbers", 1.5,
-                   [usedMemory](const Measurements& /*measurements*/) { return usedMemory; });
+    comparison.name = "csv_folder";
+    comparison.bar = 1.15;
+    comparison.contests = {
+        {timedInPart([files](Stopwatch& watch) { importInNewWindow(*files, watch); }),
+         timedInPart([files](Stopwatch& watch) { readFiles(*files, watch); })}};
+    comparison.longestSeconds = 60;
+    registerComparison(report, comparison);
 }

@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/weights.h"
 #include "bench/comparison.h"
-#include "bench/measurements.h"
-#include "bench/report.h"
 #include "bench/study.h"
 #include "bench/studywindow.h"
 #include "bench/subjects.h"
@@ -11,7 +9,6 @@
 #include <QTableWidget>
 
 #include <algorithm>
-#include <cmath>
 #include <memory>
 
 namespace {
@@ -70,7 +67,6 @@ private:
 
 struct SampleWork
 {
-    const char* subject;
     bool (SampleStudy::*work)();
     Variability variability;
 };
@@ -78,47 +74,43 @@ struct SampleWork
 /// Curves with ETAs take so long that the window shows progress and the growing curve
 /// meanwhile.
 const SampleWork sampleWorks[] = {
-    {"samples/weights", &SampleStudy::weigh, Variability::None},
-    {"samples/selection", &SampleStudy::select, Variability::None},
-    {"samples/probability", &SampleStudy::recalculate, Variability::None},
-    {"samples/doseSelection", &SampleStudy::chooseDoses, Variability::None},
-    {"samples/simulatedProbability", &SampleStudy::recalculate, Variability::TwoEtas},
+    {&SampleStudy::weigh, Variability::None},
+    {&SampleStudy::select, Variability::None},
+    {&SampleStudy::recalculate, Variability::None},
+    {&SampleStudy::chooseDoses, Variability::None},
+    {&SampleStudy::recalculate, Variability::TwoEtas},
 };
 
-void registerSamples(Variability variability, int repetitions)
+/// All works by window or computation with the two sizes of study.
+void addContests(Comparison& comparison, Variability variability)
 {
     const auto few = std::make_shared<SampleStudy>(fewSamples, variability);
     const auto many = std::make_shared<SampleStudy>(manySamples, variability);
     for (const SampleWork& entry : sampleWorks) {
         if (entry.variability == variability) {
-            const auto run = [work = entry.work](const std::shared_ptr<SampleStudy>& study) {
-                return [work, study](benchmark::State& /*state*/) {
+            const auto side = [work = entry.work](const std::shared_ptr<SampleStudy>& study) {
+                return timed([work, study] {
                     require((study.get()->*work)(), "a work on many samples was not done");
-                };
+                });
             };
-            Comparison comparison;
-            comparison.subject = entry.subject;
-            comparison.ways = {{"few", run(few)}, {"many", run(many)}};
-            comparison.repetitions = repetitions;
-            registerComparison(comparison);
+            comparison.contests.push_back({side(many), side(few)});
         }
     }
 }
 
-double worstSampleGrowth(const Measurements& measurements)
+Comparison compareSamples()
 {
-    std::vector<double> ratios;
-    for (const SampleWork& entry : sampleWorks) {
-        const std::string subject = entry.subject;
-        ratios.push_back(measurements.ratio(subject + "/many", subject + "/few"));
-    }
-    // NaN, from a failed benchmark, counts as the worst.
-    return *std::max_element(ratios.begin(), ratios.end(), [](double first, double second) {
-        return first < second || (std::isnan(second) && !std::isnan(first));
-    });
+    Comparison comparison;
+    comparison.name = "linear_samples";
+    comparison.bar = 10.5;
+    comparison.together = Comparison::Together::Worst;
+    addContests(comparison, Variability::None);
+    addContests(comparison, Variability::TwoEtas);
+    comparison.longestSeconds = 45;
+    return comparison;
 }
 
-void registerDataSets()
+Comparison compareDataSets()
 {
     const auto open = [](int dataSetCount) {
         auto window =
@@ -126,14 +118,17 @@ void registerDataSets()
         window->showPage(DosePage);
         return window;
     };
-    const auto choose = [](const std::shared_ptr<StudyWindow>& window) {
-        return [window](benchmark::State& /*state*/) { window->press("_4_pb_startCalculation"); };
+    const auto perDataSet = [](const std::shared_ptr<StudyWindow>& window, int dataSetCount) {
+        return [all = timed([window] { window->press("_4_pb_startCalculation"); }), dataSetCount] {
+            return all() / dataSetCount;
+        };
     };
     const auto few = open(fewDataSets);
     const auto many = open(manyDataSets);
     Comparison comparison;
-    comparison.subject = "dataSets/doseSelection";
-    comparison.ways = {{"few", choose(few)}, {"many", choose(many)}};
+    comparison.name = "linear_datasets";
+    comparison.bar = 1.1;
+    comparison.contests = {{perDataSet(many, manyDataSets), perDataSet(few, fewDataSets)}};
     comparison.agree = [few, many] {
         const auto chosenDoses = [](StudyWindow& window) {
             window.press("_4_pb_startCalculation");
@@ -141,20 +136,14 @@ void registerDataSets()
         };
         return chosenDoses(*few) == fewDataSets && chosenDoses(*many) == manyDataSets;
     };
-    comparison.repetitions = 10;
-    registerComparison(comparison);
+    comparison.longestSeconds = 40;
+    return comparison;
 }
 
 } // namespace
 
 void registerGrowth(Report& report)
 {
-    registerSamples(Variability::None, 20);
-    registerSamples(Variability::TwoEtas, 3);
-    registerDataSets();
-    report.addRow("linear_samples", 11, worstSampleGrowth);
-    report.addRow("linear_datasets", 1.1, [](const Measurements& measurements) {
-        return measurements.ratio("dataSets/doseSelection/many", "dataSets/doseSelection/few")
-               * fewDataSets / manyDataSets;
-    });
+    registerComparison(report, compareSamples());
+    registerComparison(report, compareDataSets());
 }

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "bench/comparison.h"
+#include "bench/flatcurve.h"
 #include "bench/inputs.h"
 #include "bench/processors.h"
-#include "bench/report.h"
 #include "bench/study.h"
 #include "bench/subjects.h"
 #include "tests/support/randomnumbers.h"
@@ -15,14 +15,16 @@
 
 namespace {
 
-const QVector<double> modelWeights{0.4, 0.3, 0.2, 0.1};
+constexpr FlatCurve::Weights modelWeights{0.4, 0.3, 0.2, 0.1};
 
-bool sameCurve(const Curve& first, const Curve& second)
+/// Whether the curves differ by no more than the relative tolerance; not at all if it is 0.
+bool sameCurve(const Curve& first, const Curve& second, double tolerance)
 {
-    return std::equal(first.endpoints.begin(), first.endpoints.end(), second.endpoints.begin(),
-                      second.endpoints.end(),
-                      [](const Table& a, const Table& b) { return sameBits(a, b); })
-           && sameBits(first.probability, second.probability);
+    return std::equal(
+               first.endpoints.begin(), first.endpoints.end(), second.endpoints.begin(),
+               second.endpoints.end(),
+               [tolerance](const Table& a, const Table& b) { return sameWithin(a, b, tolerance); })
+           && sameWithin(first.probability, second.probability, tolerance);
 }
 
 // The models by hand: what does not depend on the ETAs is computed once per dose.
@@ -115,40 +117,21 @@ QVector<double> simulate(const QVector<double>& row, Model (*modelAt)(const doub
     return endpoints;
 }
 
-template <typename Model>
-QVector<double> evaluate(const QVector<double>& row, Model (*modelAt)(const double*, double))
+Curve curveByHand(const RawResults& rawResults)
 {
-    QVector<double> endpoints;
-    endpoints.reserve(doses.size());
-    for (const double dose : doses) {
-        endpoints.append(modelAt(row.constData() + ThetaColumn, dose)(0.0, 0.0));
-    }
-    return endpoints;
-}
-
-template <typename Model>
-QVector<double> endpointsOf(const QVector<double>& row, Model (*modelAt)(const double*, double),
-                            Generator* generator)
-{
-    return generator != nullptr ? simulate(row, modelAt, *generator) : evaluate(row, modelAt);
-}
-
-Curve curveByHand(const RawResults& rawResults, Variability variability)
-{
-    Generator numbers;
-    Generator* const generator = variability == Variability::TwoEtas ? &numbers : nullptr;
+    Generator generator;
     const int sampleCount = rawResults.constFirst().constFirst().size();
-    Curve curve{QVector<Table>(modelWeights.size()), QVector<double>(doses.size(), 0.0)};
+    Curve curve{QVector<Table>(int(modelWeights.size())), QVector<double>(doses.size(), 0.0)};
     for (int sample = 0; sample < sampleCount; ++sample) {
         const auto row = [&rawResults, sample](int model) -> const QVector<double>& {
             return rawResults.at(model).at(0).at(sample);
         };
-        curve.endpoints[0].append(endpointsOf(row(0), linear, generator));
-        curve.endpoints[1].append(endpointsOf(row(1), emax, generator));
-        curve.endpoints[2].append(endpointsOf(row(2), sigmoidEmax, generator));
-        curve.endpoints[3].append(endpointsOf(row(3), exponential, generator));
-        for (int model = 0; model < modelWeights.size(); ++model) {
-            const double step = modelWeights.at(model) / sampleCount * 100;
+        curve.endpoints[0].append(simulate(row(0), linear, generator));
+        curve.endpoints[1].append(simulate(row(1), emax, generator));
+        curve.endpoints[2].append(simulate(row(2), sigmoidEmax, generator));
+        curve.endpoints[3].append(simulate(row(3), exponential, generator));
+        for (int model = 0; model < int(modelWeights.size()); ++model) {
+            const double step = modelWeights.at(std::size_t(model)) / sampleCount * 100;
             const QVector<double>& endpoints = curve.endpoints.at(model).constLast();
             for (int dose = 0; dose < doses.size(); ++dose) {
                 if (target.contains(endpoints.at(dose))) {
@@ -160,72 +143,103 @@ Curve curveByHand(const RawResults& rawResults, Variability variability)
     return curve;
 }
 
-/// The same curve by hand and by Velmora.
+/// The curve by Velmora.
 class Probability
 {
 public:
-    explicit Probability(Variability studyVariability)
-        : variability(studyVariability)
-        , study(makeStudy({}, variability))
+    explicit Probability(Variability variability)
+        : study(makeStudy({}, variability))
         , definitions(definitionsOf(study))
     {
     }
 
-    Curve byHand() const { return curveByHand(study.rawResults, variability); }
+    const RawResults& rawResults() const { return study.rawResults; }
 
-    Curve byVelmora()
+    Curve curve()
     {
         seedRandomNumbers(1);
-        const int sampleCount = study.rawResults.constFirst().constFirst().size();
-        return computeCurve(definitions, study.rawResults, Table(sampleCount, modelWeights), false);
+        const int sampleCount = rawResults().constFirst().constFirst().size();
+        const QVector<double> weights(modelWeights.begin(), modelWeights.end());
+        return computeCurve(definitions, rawResults(), Table(sampleCount, weights), false);
     }
 
 private:
-    Variability variability;
     ProjectItems study;
     QVector<endPoint> definitions;
 };
 
-void registerCurve(const char* subject, const std::shared_ptr<Probability>& probability)
+Side byVelmora(const std::shared_ptr<Probability>& velmora)
 {
-    Comparison comparison;
-    comparison.subject = subject;
-    comparison.ways = {
-        {"plain",
-         [probability](benchmark::State& /*state*/) {
-             benchmark::DoNotOptimize(probability->byHand().probability.constData());
-         }},
-        {"velmora",
-         [probability](benchmark::State& /*state*/) {
-             benchmark::DoNotOptimize(probability->byVelmora().probability.constData());
-         }},
-    };
-    comparison.agree = [probability] {
-        return sameCurve(probability->byVelmora(), probability->byHand());
-    };
-    comparison.repetitions = 15;
-    registerComparison(comparison);
+    return timed([velmora] { benchmark::DoNotOptimize(velmora->curve().probability.constData()); });
 }
 
-/// With as many threads in the pool as processors.
-void registerThreads(const char* subject, const std::shared_ptr<Probability>& probability)
+/// Libraries may round sines and logarithms differently in the last place.
+bool isSameAsByHand(Probability& velmora)
 {
-    const auto onProcessors = [probability](int count) {
-        return [probability, count](benchmark::State& /*state*/) {
-            const Processors processors(count);
-            benchmark::DoNotOptimize(probability->byVelmora().probability.constData());
-        };
-    };
+    constexpr double tolerance = 1e-12;
+    return sameCurve(velmora.curve(), curveByHand(velmora.rawResults()), tolerance);
+}
+
+Comparison compareWithEtas(const std::shared_ptr<Probability>& velmora)
+{
     Comparison comparison;
-    comparison.subject = subject;
-    comparison.ways = {{"one", onProcessors(1)}, {"two", onProcessors(2)}};
-    comparison.agree = [probability] {
-        const Processors processors(2);
-        return sameCurve(probability->byVelmora(), probability->byHand());
+    comparison.name = "pos_eta";
+    if (__builtin_cpu_supports("avx") != 0) {
+        comparison.bar = 0.6;
+    }
+    comparison.contests = {{byVelmora(velmora), timed([velmora] {
+                                benchmark::DoNotOptimize(
+                                    curveByHand(velmora->rawResults()).probability.constData());
+                            })}};
+    comparison.agree = [velmora] { return isSameAsByHand(*velmora); };
+    return comparison;
+}
+
+Comparison compareWithoutEtas()
+{
+    const auto velmora = std::make_shared<Probability>(Variability::None);
+    const auto flat = std::make_shared<FlatCurve>(velmora->rawResults());
+    Comparison comparison;
+    comparison.name = "pos_plain";
+    comparison.bar = 1.8;
+    comparison.contests = {{byVelmora(velmora), timed([flat] {
+                                flat->compute(modelWeights);
+                                benchmark::DoNotOptimize(flat->probability());
+                            })}};
+    comparison.agree = [velmora, flat] {
+        flat->compute(modelWeights);
+        return sameCurve(velmora->curve(), flat->results(), 0.0);
     };
-    comparison.clock = Clock::Wall;
-    comparison.repetitions = 25;
-    registerComparison(comparison);
+    return comparison;
+}
+
+/// Wall time with as many threads in the pool as processors; NaN if other programs had more
+/// than a little of them.
+Side onProcessors(int count, const std::shared_ptr<Probability>& velmora)
+{
+    return [count, velmora] {
+        constexpr double littleWaiting = 0.05;
+        const Processors processors(count);
+        const double waited = secondsOfWaiting();
+        const Stopwatch watch(Clock::WholeWall);
+        benchmark::DoNotOptimize(velmora->curve().probability.constData());
+        const double seconds = watch.seconds();
+        const bool isDisturbed = secondsOfWaiting() - waited > littleWaiting * seconds;
+        return isDisturbed ? std::numeric_limits<double>::quiet_NaN() : seconds;
+    };
+}
+
+Comparison compareThreads(const std::shared_ptr<Probability>& velmora)
+{
+    Comparison comparison;
+    comparison.name = "pos_eta_threads";
+    comparison.bar = 0.68;
+    comparison.contests = {{onProcessors(2, velmora), onProcessors(1, velmora)}};
+    comparison.agree = [velmora] {
+        const Processors processors(2);
+        return isSameAsByHand(*velmora);
+    };
+    return comparison;
 }
 
 } // namespace
@@ -233,13 +247,7 @@ void registerThreads(const char* subject, const std::shared_ptr<Probability>& pr
 void registerProbability(Report& report)
 {
     const auto withEtas = std::make_shared<Probability>(Variability::TwoEtas);
-    registerCurve("probability/twoEtas", withEtas);
-    registerThreads("probability/threads", withEtas);
-    registerCurve("probability/withoutEtas", std::make_shared<Probability>(Variability::None));
-    report.addRow("pos_eta", 1.3,
-                  timeRatio("probability/twoEtas/velmora", "probability/twoEtas/plain"));
-    report.addRow("pos_eta_threads", 0.75,
-                  timeRatio("probability/threads/two", "probability/threads/one"));
-    report.addRow("pos_plain", 4,
-                  timeRatio("probability/withoutEtas/velmora", "probability/withoutEtas/plain"));
+    registerComparison(report, compareWithEtas(withEtas));
+    registerComparison(report, compareThreads(withEtas));
+    registerComparison(report, compareWithoutEtas());
 }

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "bench/comparison.h"
 #include "bench/inputs.h"
-#include "bench/report.h"
 #include "bench/study.h"
 #include "bench/studywindow.h"
 #include "bench/subjects.h"
@@ -91,14 +90,11 @@ void registerProjectFile(Report& report)
 {
     const auto project = std::make_shared<ProjectFile>();
     Comparison comparison;
-    comparison.subject = "project";
-    comparison.ways = {
-        {"plain", [project](benchmark::State& /*state*/) { project->writeAndRead(); }},
-        {"velmora", [project](benchmark::State& /*state*/) { project->saveAndLoad(); }},
-    };
+    comparison.name = "project_file";
+    comparison.bar = 1.4;
+    comparison.contests = {{timed([project] { project->saveAndLoad(); }, Clock::Wall),
+                            timed([project] { project->writeAndRead(); }, Clock::Wall)}};
     comparison.agree = [project] { return project->agree(); };
-    comparison.clock = Clock::Wall;
-    comparison.repetitions = 7;
-    registerComparison(comparison);
-    report.addRow("project_file", 3, timeRatio("project/velmora", "project/plain"));
+    comparison.longestSeconds = 60;
+    registerComparison(report, comparison);
 }

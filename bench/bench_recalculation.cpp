@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "bench/comparison.h"
 #include "bench/inputs.h"
-#include "bench/report.h"
 #include "bench/study.h"
 #include "bench/studywindow.h"
 #include "bench/subjects.h"
@@ -59,17 +58,12 @@ void registerRecalculation(Report& report)
 {
     const auto recalculation = std::make_shared<Recalculation>();
     Comparison comparison;
-    comparison.subject = "recalculation";
-    comparison.ways = {
-        {"computation",
-         [recalculation](benchmark::State& /*state*/) {
+    comparison.name = "recalculate";
+    comparison.bar = 1.3;
+    comparison.contests = {
+        {timed([recalculation] { recalculation->click(); }), timed([recalculation] {
              benchmark::DoNotOptimize(recalculation->compute().constData());
-         }},
-        {"window", [recalculation](benchmark::State& /*state*/) { recalculation->click(); }},
-    };
+         })}};
     comparison.agree = [recalculation] { return recalculation->agree(); };
-    comparison.repetitions = 10;
-    registerComparison(comparison);
-    report.addRow("recalculate", 1.3,
-                  timeRatio("recalculation/window", "recalculation/computation"));
+    registerComparison(report, comparison);
 }

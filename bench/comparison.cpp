@@ -2,66 +2,181 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "bench/comparison.h"
 
+#include "bench/report.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
 #include <memory>
-#include <optional>
 
 namespace {
 
-struct Registered
+constexpr double shortestSample = 0.005;
+constexpr double shortestContest = 1.0;
+
+/// One side and the other, measured one right after the other.
+struct Sample
 {
-    Comparison comparison;
-    std::optional<bool> agrees;
+    double product;
+    double limit;
+    double ratio() const { return product / limit; }
 };
 
-bool agrees(Registered& registered)
+Sample measurePair(const std::vector<Contest>& contests, bool productFirst)
 {
-    if (!registered.agrees) {
-        const std::function<bool()>& agree = registered.comparison.agree;
-        registered.agrees = !agree || agree();
+    Sample logarithms{0.0, 0.0};
+    for (const Contest& contest : contests) {
+        Sample sample{};
+        if (productFirst) {
+            sample.product = contest.product();
+            sample.limit = contest.limit();
+        } else {
+            sample.limit = contest.limit();
+            sample.product = contest.product();
+        }
+        logarithms.product += std::log(sample.product) / double(contests.size());
+        logarithms.limit += std::log(sample.limit) / double(contests.size());
     }
-    return *registered.agrees;
+    return {std::exp(logarithms.product), std::exp(logarithms.limit)};
 }
 
-void time(benchmark::State& state, Registered& registered, std::size_t way)
+double loadOfMachine()
 {
-    if (!agrees(registered)) {
-        state.SkipWithError("the ways differ in their results");
-        return;
+    double load = std::numeric_limits<double>::quiet_NaN();
+    getloadavg(&load, 1);
+    return load;
+}
+
+Verdict verdictFor(const Comparison& comparison, const MedianInterval& ratio)
+{
+    if (std::isnan(comparison.bar)) {
+        return Verdict::Kept;
     }
-    const Comparison& comparison = registered.comparison;
+    const Verdict verdict = verdictOf(ratio, comparison.bar);
+    if (comparison.kind == Comparison::Kind::Row || verdict == Verdict::Undecided) {
+        return verdict;
+    }
+    return verdict == Verdict::Kept ? Verdict::Missed : Verdict::Kept;
+}
+
+Measured evaluate(const Comparison& comparison, std::vector<Sample> samples, int look)
+{
+    std::sort(samples.begin(), samples.end(), [](const Sample& first, const Sample& second) {
+        return first.ratio() < second.ratio();
+    });
+    std::vector<double> ratios;
+    for (const Sample& sample : samples) {
+        ratios.push_back(sample.ratio());
+    }
+    Measured measured;
+    measured.ratio = medianInterval(ratios, errorOfLook(look));
+    measured.verdict = verdictFor(comparison, measured.ratio);
+    measured.pairs = int(samples.size());
+    if (!samples.empty()) {
+        measured.product = samples[samples.size() / 2].product;
+        measured.limit = samples[samples.size() / 2].limit;
+    }
+    measured.load = loadOfMachine();
+    return measured;
+}
+
+/// Measures until the interval excludes the bar, at one of the looks, or the time is over.
+Measured measure(const Comparison& comparison, const std::vector<Contest>& contests)
+{
+    measurePair(contests, true); // fills caches, and finds how often short work is repeated
+    const Stopwatch elapsed(Clock::WholeWall);
+    std::vector<Sample> samples;
+    bool productFirst = false;
+    int looks = 0;
+    for (int step = 1;; ++step) {
+        const auto enough = std::size_t(pairsOfLook(step));
+        while (samples.size() < enough && elapsed.seconds() < comparison.longestSeconds) {
+            const Sample sample = measurePair(contests, productFirst);
+            if (!std::isnan(sample.ratio())) {
+                samples.push_back(sample);
+            }
+            productFirst = !productFirst;
+        }
+        const bool isOver = elapsed.seconds() >= comparison.longestSeconds;
+        if (isOver || elapsed.seconds() >= shortestContest) {
+            const Measured measured = evaluate(comparison, samples, ++looks);
+            if (isOver || measured.verdict != Verdict::Undecided) {
+                return measured;
+            }
+        }
+    }
+}
+
+bool isWorse(const Measured& first, const Measured& second)
+{
+    return first.verdict != second.verdict ? first.verdict > second.verdict
+                                           : first.ratio.median > second.ratio.median;
+}
+
+Measured measure(const Comparison& comparison)
+{
+    if (comparison.together == Comparison::Together::GeometricMean) {
+        return measure(comparison, comparison.contests);
+    }
+    std::vector<Measured> each;
+    for (const Contest& contest : comparison.contests) {
+        each.push_back(measure(comparison, {contest}));
+    }
+    return *std::min_element(each.begin(), each.end(), isWorse);
+}
+
+void run(benchmark::State& state, const Comparison& comparison, Report& report)
+{
+    Measured measured;
+    if (comparison.agree && !comparison.agree()) {
+        state.SkipWithError("the sides differ in their results");
+    }
     for (auto _ : state) {
-        comparison.ways[way].run(state);
-        benchmark::ClobberMemory();
+        measured = measure(comparison);
+        state.SetIterationTime(comparison.isTime ? measured.product : 0.0);
     }
-    using benchmark::Counter;
-    if (comparison.items > 1) {
-        state.counters["each"] = Counter(double(comparison.items),
-                                         Counter::kIsIterationInvariantRate | Counter::kInvert);
-    }
+    state.counters["limit"] = comparison.isTime ? measured.limit : 0.0;
+    state.counters["pairs"] = measured.pairs;
+    report.add(comparison, measured);
 }
 
 } // namespace
 
-void registerComparison(const Comparison& comparison)
+Side timedInPart(const std::function<void(Stopwatch&)>& work, Clock clock)
 {
-    const auto registered = std::make_shared<Registered>();
-    registered->comparison = comparison;
-    for (std::size_t way = 0; way < comparison.ways.size(); ++way) {
-        const std::string name = comparison.subject + '/' + comparison.ways[way].name;
-        const auto body = [registered, way](benchmark::State& state) {
-            time(state, *registered, way);
-        };
-        auto* const added = benchmark::RegisterBenchmark(name.c_str(), body)
-                                ->Unit(comparison.unit)
-                                ->Repetitions(comparison.repetitions)
-                                ->MinTime(comparison.shortestSampleSeconds);
-        if (comparison.clock == Clock::Wall) {
-            added->UseRealTime();
-        } else if (comparison.clock == Clock::Own) {
-            added->UseManualTime();
-        } else {
-            // Of the whole process: parallel sections count with all their threads.
-            added->MeasureProcessCPUTime();
+    return [work, clock, repeats = 1]() mutable {
+        for (;;) {
+            Stopwatch stopwatch(clock);
+            for (int repeat = 0; repeat < repeats; ++repeat) {
+                work(stopwatch);
+                benchmark::ClobberMemory();
+            }
+            const double seconds = stopwatch.seconds();
+            if (seconds >= shortestSample) {
+                return seconds / repeats;
+            }
+            repeats *= 2;
         }
-    }
+    };
+}
+
+Side timed(const std::function<void()>& work, Clock clock)
+{
+    return timedInPart([work](Stopwatch& /*stopwatch*/) { work(); }, clock);
+}
+
+Side constant(double value)
+{
+    return [value] { return value; };
+}
+
+void registerComparison(Report& report, const Comparison& comparison)
+{
+    const auto body = [comparison, &report](benchmark::State& state) {
+        run(state, comparison, report);
+    };
+    benchmark::RegisterBenchmark(comparison.name.c_str(), body)
+        ->Unit(comparison.unit)
+        ->UseManualTime()
+        ->Iterations(1);
 }

@@ -3,44 +3,71 @@
 #ifndef VELMORA_BENCH_COMPARISON_H
 #define VELMORA_BENCH_COMPARISON_H
 
+#include "bench/pairs.h"
+#include "bench/stopwatch.h"
+
 #include <benchmark/benchmark.h>
 
-#include <cstdint>
 #include <functional>
+#include <limits>
 #include <string>
 #include <vector>
 
-/// Processor: time that the processors spend on all threads of this program. It leaves out
-/// what other programs take, and what is waited for. Own: each way sets the time of its run.
-enum class Clock { Processor, Wall, Own };
+class Report;
 
-/// Several ways of doing the same work, or work of several sizes.
-struct Comparison
+/// Does a work and measures it: seconds of one run, or bytes. NaN if other programs were in the
+/// way; such a pair does not count.
+using Side = std::function<double()>;
+
+/// Seconds of a run on the clock. Work shorter than a few milliseconds is repeated, so that the
+/// clock is fine enough. By the stopwatch the work can leave a part out.
+Side timed(const std::function<void()>& work, Clock clock = Clock::Processor);
+Side timedInPart(const std::function<void(Stopwatch&)>& work, Clock clock = Clock::Processor);
+
+/// A limit that is the same for all runs.
+Side constant(double value);
+
+/// A work of Velmora and what it is held against.
+struct Contest
 {
-    struct Way
-    {
-        std::string name;
-        /// Does the work once. By the state it can leave a part out of the time.
-        std::function<void(benchmark::State&)> run;
-    };
-
-    std::string subject;
-    std::vector<Way> ways;
-    /// Whether the ways give the same results. Called once, before anything is timed; false
-    /// leaves the comparison out with an error. Empty if there is nothing to compare.
-    std::function<bool()> agree;
-    Clock clock = Clock::Processor;
-    /// Samples of each way. Those of all ways that are registered are taken in random order,
-    /// so that a busy moment of the machine meets all of them.
-    int repetitions = 30;
-    /// Work shorter than this is repeated within a sample, whose mean counts.
-    double shortestSampleSeconds = 0.005;
-    /// Units of work in a run; the counter "each" is the time of one.
-    std::int64_t items = 1;
-    benchmark::TimeUnit unit = benchmark::kMillisecond;
+    Side product;
+    Side limit;
 };
 
-/// Adds one benchmark per way, named subject/way.
-void registerComparison(const Comparison& comparison);
+/// A ratio with the bar that it must not exceed.
+struct Comparison
+{
+    enum class Kind { Row, LeastCheck };
+    enum class Together { GeometricMean, Worst };
+
+    std::string name;
+    double bar = std::numeric_limits<double>::quiet_NaN(); ///< NaN for none
+    std::vector<Contest> contests;
+    /// Of several contests: the mean of the ratios in each pair, or the worst of their medians.
+    Together together = Together::GeometricMean;
+    /// Whether both sides give the same results. Called once, before anything is measured; with
+    /// false the row fails. Empty if there is nothing to compare.
+    std::function<bool()> agree;
+    /// A contest that is undecided after this time stays so.
+    double longestSeconds = 20;
+    bool isTime = true; ///< what the sides give, and the console shows
+    benchmark::TimeUnit unit = benchmark::kMillisecond;
+    /// A check of the limit itself has to reach its bar.
+    Kind kind = Kind::Row;
+};
+
+/// What the pairs of a comparison showed.
+struct Measured
+{
+    MedianInterval ratio{std::numeric_limits<double>::quiet_NaN(), 0, 0};
+    Verdict verdict = Verdict::Missed;
+    int pairs = 0;
+    double product = 0.0; ///< of the pair in the middle
+    double limit = 0.0;
+    double load = 0.0; ///< of the machine in the last minute
+};
+
+/// Adds a benchmark that measures pairs and puts the result into the report, which must live on.
+void registerComparison(Report& report, const Comparison& comparison);
 
 #endif

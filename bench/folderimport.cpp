@@ -20,8 +20,8 @@ constexpr int simulationTab = 1;
 class FileDialogClock : public QObject
 {
 public:
-    explicit FileDialogClock(benchmark::State& stoppedState)
-        : state(stoppedState)
+    explicit FileDialogClock(Stopwatch& stopped)
+        : watch(stopped)
     {
         QCoreApplication::instance()->installEventFilter(this);
     }
@@ -31,13 +31,13 @@ protected:
     {
         if (event->type() == QEvent::Hide && qobject_cast<QFileDialog*>(watched) != nullptr) {
             QCoreApplication::instance()->removeEventFilter(this);
-            state.ResumeTiming();
+            watch.resume();
         }
         return false;
     }
 
 private:
-    benchmark::State& state;
+    Stopwatch& watch;
 };
 
 } // namespace
@@ -68,13 +68,13 @@ void showFolderImport(StudyWindow& window)
 }
 
 void importFolder(StudyWindow& window, const StudyFiles& files, const StudySize& size,
-                  benchmark::State* state)
+                  Stopwatch* watch)
 {
     DialogDriver dialogs;
     dialogs.answerFiles({files.path()});
     std::optional<FileDialogClock> clock;
-    if (state != nullptr) {
-        clock.emplace(*state);
+    if (watch != nullptr) {
+        clock.emplace(*watch);
     }
     window.press("__pb_import");
     require(window.widget<QSpinBox>("_0_sb_model")->maximum() == size.models - 1

@@ -3,11 +3,10 @@
 #ifndef VELMORA_BENCH_FOLDERIMPORT_H
 #define VELMORA_BENCH_FOLDERIMPORT_H
 
+#include "bench/stopwatch.h"
 #include "bench/study.h"
 #include "bench/studywindow.h"
 #include "tests/support/studyfiles.h"
-
-#include <benchmark/benchmark.h>
 
 /// The name of a raw_results file in a folder with many data sets.
 QString folderFileName(int model, int dataSet);
@@ -19,9 +18,9 @@ void writeFolder(const StudyFiles& files, const StudySize& size);
 /// Turns a window to the page that imports folders.
 void showFolderImport(StudyWindow& window);
 
-/// Imports the folder by the button of that page. The time of the state, if there is one, goes on
-/// when the folder is chosen, until when it has to be paused.
+/// Imports the folder by the button of that page. A stopwatch, if there is one, goes on when the
+/// folder is chosen, until when it has to be paused.
 void importFolder(StudyWindow& window, const StudyFiles& files, const StudySize& size,
-                  benchmark::State* state = nullptr);
+                  Stopwatch* watch = nullptr);
 
 #endif

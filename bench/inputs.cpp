@@ -58,6 +58,14 @@ bool sameBits(const QVector<double>& first, const QVector<double>& second)
                   == 0;
 }
 
+bool sameWithin(const Table& first, const Table& second, double tolerance)
+{
+    return std::equal(first.begin(), first.end(), second.begin(), second.end(),
+                      [tolerance](const auto& row, const auto& other) {
+                          return sameWithin(row, other, tolerance);
+                      });
+}
+
 bool sameWithin(const QVector<double>& first, const QVector<double>& second, double tolerance)
 {
     return std::equal(first.begin(), first.end(), second.begin(), second.end(),

@@ -37,6 +37,7 @@ bool sameBits(const Table& first, const Table& second);
 bool sameBits(const QVector<double>& first, const QVector<double>& second);
 
 /// Whether the numbers differ by no more than the relative tolerance.
+bool sameWithin(const Table& first, const Table& second, double tolerance);
 bool sameWithin(const QVector<double>& first, const QVector<double>& second, double tolerance);
 
 #endif

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "bench/measurements.h"
+#include "bench/console.h"
 #include "bench/processors.h"
 #include "bench/report.h"
 #include "bench/subjects.h"
@@ -53,7 +53,7 @@ void printHelp()
 {
     std::puts("Usage: velmora-bench [--output FILE] [--benchmark_...] [SUBJECT...]\n\n"
               "Measures Velmora beside the same work written by hand and prints the ratios.\n"
-              "The exit code is 1 if a ratio exceeds its bar.\n\n"
+              "The exit code is 1 if a row misses its bar.\n\n"
               "  --output FILE    write the ratios to this file, too\n"
               "  --benchmark_...  options of the benchmark library, as --benchmark_filter=REGEX\n"
               "  SUBJECT          measure this only, of:");
@@ -65,10 +65,8 @@ void printHelp()
 /// Takes the benchmark library's options out of the arguments.
 std::vector<char*> initializeBenchmarks(int argc, char** argv)
 {
-    static char interleaving[] = "--benchmark_enable_random_interleaving=true";
     std::vector<char*> arguments(argv, argv + argc);
-    arguments.insert(arguments.begin() + 1, interleaving);
-    int count = int(arguments.size());
+    int count = argc;
     benchmark::Initialize(&count, arguments.data(), printHelp);
     arguments.resize(std::size_t(count));
     return arguments;
@@ -77,16 +75,15 @@ std::vector<char*> initializeBenchmarks(int argc, char** argv)
 /// One subject after another, each with its own data.
 void measure(const QStringList& chosen, Report& report)
 {
-    Measurements measurements;
+    Console console;
     for (const Subject& subject : subjects) {
         if (chosen.isEmpty() || chosen.contains(subject.name)) {
             const Processors one(1);
             subject.registerAll(report);
-            benchmark::RunSpecifiedBenchmarks(&measurements);
+            benchmark::RunSpecifiedBenchmarks(&console);
             benchmark::ClearRegisteredBenchmarks();
         }
     }
-    report.conclude(measurements);
 }
 
 } // namespace

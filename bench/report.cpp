@@ -2,58 +2,76 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "bench/report.h"
 
-#include "bench/measurements.h"
-
 #include <QSaveFile>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
-#include <limits>
 
-void Report::addRow(const std::string& name, double bar, const Ratio& ratio)
-{
-    add(Kind::Row, name, bar, ratio);
-}
+namespace {
 
-void Report::addLeast(const std::string& name, double limit, const Ratio& value)
+std::string remark(double bar, const Measured& measured)
 {
-    add(Kind::Least, name, limit, value);
-}
-
-void Report::addMost(const std::string& name, double limit, const Ratio& value)
-{
-    add(Kind::Most, name, limit, value);
-}
-
-void Report::add(Kind kind, const std::string& name, double bar, const Ratio& ratio)
-{
-    entries.push_back({kind, name, bar, ratio, std::numeric_limits<double>::quiet_NaN()});
-}
-
-void Report::conclude(const Measurements& measurements)
-{
-    for (Entry& entry : entries) {
-        entry.value = entry.ratio(measurements);
+    if (std::isnan(measured.ratio.median)) {
+        return measured.verdict == Verdict::Missed ? "not met: not measured" : "undecided";
     }
+    if (std::isnan(bar)) {
+        return "no bar on this processor";
+    }
+    switch (measured.verdict) {
+    case Verdict::Kept:
+        return {};
+    case Verdict::Missed:
+        return "not met";
+    case Verdict::Undecided:
+        break;
+    }
+    char text[80];
+    std::snprintf(text, sizeof(text), "undecided, load of the machine %.1f", measured.load);
+    return text;
+}
+
+QByteArray inFile(double number)
+{
+    return std::isnan(number) ? QByteArray() : QByteArray::number(number, 'g', 6);
+}
+
+} // namespace
+
+void Report::add(const Comparison& comparison, const Measured& measured)
+{
+    const bool isRow = comparison.kind == Comparison::Kind::Row;
+    entries.push_back({comparison.name, comparison.bar, isRow ? "<=" : ">=", isRow, measured});
+}
+
+void Report::addMost(const std::string& name, double limit, double value)
+{
+    Measured measured;
+    measured.ratio = {value, value, value};
+    measured.verdict = verdictOf(measured.ratio, limit);
+    measured.pairs = 1;
+    entries.push_back({name, limit, "<=", false, measured});
 }
 
 bool Report::isGood() const
 {
     return !entries.empty() && std::all_of(entries.begin(), entries.end(), [](const Entry& entry) {
-        return entry.isGood();
+        return entry.measured.verdict != Verdict::Missed;
     });
 }
 
 void Report::print() const
 {
     for (const bool rows : {true, false}) {
-        std::printf("\n%-36s %8s %8s\n", rows ? "row" : "check", rows ? "ratio" : "value",
-                    rows ? "bar" : "limit");
+        std::printf("\n%-36s %8s %8s %8s %8s %6s\n", rows ? "row" : "check",
+                    rows ? "ratio" : "value", rows ? "bar" : "limit", "low", "high", "pairs");
         for (const Entry& entry : entries) {
-            if ((entry.kind == Kind::Row) == rows) {
-                std::printf("%-36s %8.3f %s %5g%s\n", entry.name.c_str(), entry.value,
-                            entry.kind == Kind::Least ? ">=" : "<=", entry.bar,
-                            entry.isGood() ? "" : "  not met");
+            if (entry.isRow == rows) {
+                const Measured& measured = entry.measured;
+                std::printf("%-36s %8.3f %s %5g %8.3f %8.3f %6d  %s\n", entry.name.c_str(),
+                            measured.ratio.median, entry.sign, entry.bar, measured.ratio.low,
+                            measured.ratio.high, measured.pairs,
+                            remark(entry.bar, measured).c_str());
             }
         }
     }
@@ -61,20 +79,15 @@ void Report::print() const
 
 bool Report::write(const std::string& path) const
 {
-    QByteArray text = "row,ratio,bar\n";
+    QByteArray text = "row,ratio,bar,low,high,pairs\n";
     for (const Entry& entry : entries) {
-        if (entry.kind == Kind::Row) {
-            text += QByteArray::fromStdString(entry.name) + ','
-                    + QByteArray::number(entry.value, 'g', 6) + ',' + QByteArray::number(entry.bar)
-                    + '\n';
+        if (entry.isRow) {
+            const Measured& measured = entry.measured;
+            text += QByteArray::fromStdString(entry.name) + ',' + inFile(measured.ratio.median)
+                    + ',' + inFile(entry.bar) + ',' + inFile(measured.ratio.low) + ','
+                    + inFile(measured.ratio.high) + ',' + QByteArray::number(measured.pairs) + '\n';
         }
     }
     QSaveFile file(QString::fromStdString(path));
     return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit();
-}
-
-Report::Ratio timeRatio(const std::string& work, const std::string& limit)
-{
-    return
-        [work, limit](const Measurements& measurements) { return measurements.ratio(work, limit); };
 }

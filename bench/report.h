@@ -3,57 +3,42 @@
 #ifndef VELMORA_BENCH_REPORT_H
 #define VELMORA_BENCH_REPORT_H
 
-#include <functional>
+#include "bench/comparison.h"
+
 #include <string>
 #include <vector>
 
-class Measurements;
-
-/// The ratios of what was measured, beside the bars that they must not exceed.
+/// What was measured, beside the bars.
 class Report
 {
 public:
-    using Ratio = std::function<double(const Measurements&)>;
+    void add(const Comparison& comparison, const Measured& measured);
 
-    /// A row of the table of ratios. NaN, from a failed benchmark, exceeds every bar.
-    void addRow(const std::string& name, double bar, const Ratio& ratio);
+    /// A check of a number that must not exceed its limit; NaN exceeds every limit.
+    void addMost(const std::string& name, double limit, double value);
 
-    // What shows that the measurement is worth something.
-    void addLeast(const std::string& name, double limit, const Ratio& value);
-    void addMost(const std::string& name, double limit, const Ratio& value);
-
-    /// Takes the ratios from the measurements; to be called once, at the end.
-    void conclude(const Measurements& measurements);
-
-    /// Whether no row exceeds its bar and every check holds.
+    /// Whether something was measured, no row misses its bar and every check holds. What is
+    /// undecided is no failure.
     bool isGood() const;
 
     /// Rows and checks on standard output.
     void print() const;
 
-    /// The rows as a table with the columns row, ratio and bar. False if the file cannot
-    /// be written.
+    /// The rows as a table with the columns row, ratio, bar, low, high and pairs. A row without
+    /// a bar has none there. False if the file cannot be written.
     bool write(const std::string& path) const;
 
 private:
-    enum class Kind { Row, Least, Most };
-
     struct Entry
     {
-        Kind kind;
         std::string name;
         double bar;
-        Ratio ratio;
-        double value;
-        bool isGood() const { return kind == Kind::Least ? value >= bar : value <= bar; }
+        const char* sign; ///< between value and bar
+        bool isRow;
+        Measured measured;
     };
-
-    void add(Kind kind, const std::string& name, double bar, const Ratio& ratio);
 
     std::vector<Entry> entries;
 };
-
-/// The time of a benchmark to that of the one which is its limit.
-Report::Ratio timeRatio(const std::string& work, const std::string& limit);
 
 #endif

@@ -5,7 +5,7 @@
 
 class Report;
 
-// Each subject registers its benchmarks and adds the rows in its comment to the report.
+// Each subject registers the rows in its comment, which go to the report when they are measured.
 // Unless said otherwise a row is a ratio of processor times, the program being kept on one
 // processor.
 

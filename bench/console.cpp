@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "bench/console.h"
+
+#include <cstdio>
+
+/// Called for each subject; all are measured on the same machine.
+bool Console::ReportContext(const Context& context)
+{
+    constexpr std::size_t longestName = 36;
+    const bool isFirst = name_field_width_ == 0;
+    const bool goesOn = !isFirst || ConsoleReporter::ReportContext(context);
+    name_field_width_ = longestName;
+    return goesOn;
+}
+
+/// The library's columns show what a comparison has instead: its limit for the processor time,
+/// pairs for iterations.
+void Console::ReportRuns(const std::vector<Run>& runs)
+{
+    for (Run shown : runs) {
+        const std::string name = shown.run_name.function_name;
+        shown.run_name = {};
+        shown.run_name.function_name = name;
+        const double pairs = shown.counters["pairs"];
+        shown.iterations = benchmark::IterationCount(pairs);
+        shown.real_accumulated_time *= pairs;
+        shown.cpu_accumulated_time = shown.counters["limit"] * pairs;
+        shown.counters.clear();
+        ConsoleReporter::ReportRuns({shown});
+    }
+}
+
+void Console::PrintHeader(const Run& /*run*/)
+{
+    std::printf("\n%-*s %13s %15s %12s\n", int(name_field_width_), "row", "product", "limit",
+                "pairs");
+}
