@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <numeric>
 #include <utility>
-#include <vector>
 
 namespace {
 
@@ -45,12 +44,7 @@ QVector<double> probabilityBySelection(const Table& endpoints, int doseCount,
     double* sums = probability.data();
     const double step = 1.0 / endpoints.size() * 100;
     for (const QVector<double>& sample : endpoints) {
-        const int doses = qMin(sample.size(), doseCount);
-        for (int dose = 0; dose < doses; ++dose) {
-            if (target.contains(sample.at(dose))) {
-                sums[dose] += step;
-            }
-        }
+        addHits(sample.constData(), qMin(sample.size(), doseCount), target, step, sums);
     }
     return probability;
 }
@@ -77,12 +71,7 @@ QVector<double> probabilityByAveraging(const QVector<Table>& endpoints, const Ta
             }
             const double step = weight / samples.size() * 100;
             const QVector<double>& values = samples.at(sample);
-            const int doses = qMin(values.size(), doseCount);
-            for (int dose = 0; dose < doses; ++dose) {
-                if (target.contains(values.at(dose))) {
-                    sums[dose] += step;
-                }
-            }
+            addHits(values.constData(), qMin(values.size(), doseCount), target, step, sums);
         }
     }
     return probability;
@@ -135,8 +124,8 @@ EndpointRun::EndpointRun(const Study& study, int dataSet, const EndpointPlan& en
 {
     for (endPoint& definition : endPoints) {
         // A row that takes long is evaluated by itself, so that it can be given up.
-        areByRows.append(definition.evaluatesRows()
-                         && definition.operationCount() < preparedOperations);
+        const qint64 operations = definition.evaluatesRows() ? definition.operationCount() : 0;
+        operationsByRows.append(operations < preparedOperations ? operations : 0);
     }
     for (int model = 0; model < endPoints.size(); ++model) {
         samples.append(study.rawResults.value(model).value(dataSet));
@@ -207,19 +196,25 @@ bool EndpointRun::prepare(const GoesOn& goesOn)
 /// How many of the next samples need no model but those that are evaluated by rows.
 int EndpointRun::samplesByRows() const
 {
-    const auto isByRows = [this](int model) { return areByRows.value(model, true); };
+    const auto isByRows = [this](int model) { return operationsByRows.value(model, 1) > 0; };
     qint64 operations = 0;
+    qint64 operationsOfSample = 0;
+    const QVector<int>* known = nullptr; // samples with the same list are alike
     int count = 0;
     while (count < preparedPlainSamples && nextSample + count < sampleCount()
            && operations < preparedOperations) {
         const QVector<int>& models = plan.models.at(nextSample + count);
-        if (!std::all_of(models.begin(), models.end(), isByRows)) {
-            break;
+        if (known == nullptr || models.constData() != known->constData()) {
+            if (!std::all_of(models.begin(), models.end(), isByRows)) {
+                break;
+            }
+            operationsOfSample = 0;
+            for (const int model : models) {
+                operationsOfSample += operationsByRows.value(model, 0);
+            }
+            known = &models;
         }
-        for (const int model : models) {
-            operations +=
-                model >= 0 && model < endPoints.size() ? endPoints.at(model).operationCount() : 0;
-        }
+        operations += operationsOfSample;
         ++count;
     }
     return count;
@@ -232,26 +227,28 @@ void EndpointRun::prepareRows(int count)
     for (Table& entry : ahead.endpoints) {
         entry.resize(count);
     }
-    struct Rows
-    {
-        QVector<const QVector<double>*> rows;
-        QVector<int> samples; ///< of those ahead, [row]
-    };
-    std::vector<Rows> ofModels(std::size_t(endPoints.size()));
-    for (int i = 0; i < count; ++i) {
-        for (const int model : plan.models.at(nextSample + i)) {
-            if (const QVector<double>* row = bootstrapRow(model, nextSample + i)) {
-                ofModels[std::size_t(model)].rows.append(row);
-                ofModels[std::size_t(model)].samples.append(i);
+    QVector<const QVector<double>*> rows;
+    QVector<int> places; // of the rows, among the samples ahead
+    rows.reserve(count);
+    places.reserve(count);
+    for (int model = 0; model < endPoints.size(); ++model) {
+        rows.resize(0);
+        places.resize(0);
+        for (int i = 0; i < count; ++i) {
+            const QVector<double>* row = bootstrapRow(model, nextSample + i);
+            if (row != nullptr && plan.models.at(nextSample + i).contains(model)) {
+                rows.append(row);
+                places.append(i);
             }
         }
-    }
-    for (int model = 0; model < endPoints.size(); ++model) {
-        const Rows& ofModel = ofModels[std::size_t(model)];
-        Table evaluated = endPoints[model].evaluateRows(ofModel.rows);
-        Table& entry = ahead.endpoints[entryOf(model)];
+        if (rows.isEmpty()) {
+            continue;
+        }
+        Table evaluated = endPoints[model].evaluateRows(rows);
+        QVector<double>* const entry = ahead.endpoints[entryOf(model)].data();
+        QVector<double>* const endpoints = evaluated.data();
         for (int row = 0; row < evaluated.size(); ++row) {
-            entry[ofModel.samples.at(row)] = std::move(evaluated[row]);
+            entry[places.at(row)] = std::move(endpoints[row]);
         }
     }
 }

@@ -111,8 +111,9 @@ private:
     int entryOf(int model) const { return plan.modelCount == 0 ? 0 : model; }
 
     QVector<endPoint> endPoints; ///< bound to their columns in the run
-    QVector<bool> areByRows;     ///< [model]: whether rows of many samples are evaluated at once
-    QVector<Table> samples;      ///< of the data set, [model][sample][column]
+    /// [model]: of a row, where rows of many samples are evaluated at once; else 0
+    QVector<qint64> operationsByRows;
+    QVector<Table> samples; ///< of the data set, [model][sample][column]
     EndpointPlan plan;
     int nextSample = 0;
     Ahead ahead;

@@ -51,6 +51,9 @@ public:
 private:
     QVector<double> curve(Evaluation* evaluation) const
     {
+        if (evaluation != nullptr) {
+            *evaluation = {}; // the window forgets a result before it makes the next one
+        }
         return probabilityCurve(study, 0, nullptr, {}, evaluation).value();
     }
 

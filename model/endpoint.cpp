@@ -164,25 +164,31 @@ QVector<QVector<double>> endPoint::evaluateRows(const QVector<const QVector<doub
     ValueBlock block;
     block.common = endpointBinding.values({});
     block.count = rows.size();
-    block.varying.resize(rows.size() * endpointBinding.columns.size());
-    double* value = block.varying.data();
+    QVector<int> sources;
     for (const Binding::FromColumn& source : qAsConst(endpointBinding.columns)) {
-        if (source.slot == DoseSlot) {
-            continue;
-        }
-        block.varyingSlots.append(source.slot);
-        for (const QVector<double>* row : rows) {
-            const bool exists = source.column >= 0 && source.column < row->size();
-            *value++ = exists ? row->at(source.column) : notANumber;
+        if (source.slot != DoseSlot) {
+            block.varyingSlots.append(source.slot);
+            sources.append(source.column);
         }
     }
-    QVector<double> results(rows.size() * doses.size());
+    block.varying.resize(rows.size() * sources.size());
+    double* values = block.varying.data();
+    for (const QVector<double>* row : rows) {
+        double* value = values++;
+        for (const int column : qAsConst(sources)) {
+            *value = column >= 0 && column < row->size() ? row->at(column) : notANumber;
+            value += block.count;
+        }
+    }
+    const int doseCount = doses.size();
+    QVector<double> results(rows.size() * doseCount);
     endPointParser.evaluateBlock(block, DoseSlot, doses, results.data());
-    QVector<QVector<double>> endpoints;
-    endpoints.reserve(rows.size());
+    QVector<QVector<double>> endpoints(rows.size());
     const double* ofRow = results.constData();
-    for (int row = 0; row < rows.size(); ++row, ofRow += doses.size()) {
-        endpoints.append(QVector<double>(ofRow, ofRow + doses.size()));
+    for (QVector<double>& row : endpoints) {
+        row = QVector<double>(doseCount);
+        std::copy_n(ofRow, doseCount, row.data());
+        ofRow += doseCount;
     }
     return endpoints;
 }

@@ -85,13 +85,6 @@ KeptEndpoints::KeptEndpoints(const Table& endpoints, int doseCount)
     }
 }
 
-const double* KeptEndpoints::of(int sample) const
-{
-    return sample >= samples.size() || samples.at(sample).isEmpty()
-               ? nullptr
-               : samples.at(sample).constData();
-}
-
 qint64 KeptEndpoints::bytes() const
 {
     qint64 numbers = qint64(samples.size()) * numbersPerRow;
@@ -175,19 +168,16 @@ Grid hitWeights(const Study& made, const Evaluation& evaluation, const Grid& wei
     const int doseCount = made.doses.size();
     const TargetInterval target = made.target;
     Grid hits(evaluation.sampleCount, doseCount);
+    const int modelCount = evaluation.endpoints.size();
+    const KeptEndpoints* const ofModels = evaluation.endpoints.constData();
     double* row = hits.values.data();
     for (int sample = 0; sample < evaluation.sampleCount; ++sample) {
-        for (int model = 0; model < evaluation.endpoints.size(); ++model) {
-            const double weight = weights.row(sample)[model];
-            const double* endpoints = evaluation.endpoints.at(model).of(sample);
-            if (!(weight > 0) || endpoints == nullptr) {
-                continue;
-            }
-            for (int dose = 0; dose < doseCount; ++dose) {
-                // Without branches, which nobody could predict.
-                const int isHit =
-                    int(target.lower < endpoints[dose]) & int(endpoints[dose] <= target.upper);
-                row[dose] += isHit != 0 ? weight : 0.0;
+        const double* ofSample = weights.row(sample);
+        for (int model = 0; model < modelCount; ++model) {
+            const double weight = ofSample[model];
+            const double* endpoints = ofModels[model].of(sample);
+            if (weight > 0 && endpoints != nullptr) {
+                addHits(endpoints, doseCount, target, weight, row);
             }
         }
         row += doseCount;

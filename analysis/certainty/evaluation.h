@@ -44,7 +44,12 @@ public:
     KeptEndpoints(const Table& endpoints, int doseCount);
 
     /// The endpoints of a sample, one per dose; nullptr if they were not evaluated.
-    const double* of(int sample) const;
+    const double* of(int sample) const
+    {
+        return sample >= samples.size() || samples.at(sample).isEmpty()
+                   ? nullptr
+                   : samples.at(sample).constData();
+    }
 
     qint64 bytes() const;
 
