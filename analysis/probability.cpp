@@ -35,6 +35,17 @@ GoesOnWithDoses within(const GoesOn& goesOn, qint64 operations)
                                                       : GoesOnWithDoses();
 }
 
+QVector<int> modelsWithWeight(const QVector<double>& weights, int modelCount)
+{
+    QVector<int> models;
+    for (int model = 0; model < qMin(modelCount, weights.size()); ++model) {
+        if (weights.at(model) > 0) {
+            models.append(model);
+        }
+    }
+    return models;
+}
+
 } // namespace
 
 QVector<double> probabilityBySelection(const Table& endpoints, int doseCount,
@@ -81,16 +92,13 @@ EndpointPlan averagingPlan(const Table& weights, bool individualWeights, int mod
 {
     EndpointPlan plan;
     plan.modelCount = modelCount;
+    if (!individualWeights && !weights.isEmpty()) {
+        plan.models.fill(modelsWithWeight(weights.first(), modelCount), weights.size());
+        return plan;
+    }
     plan.models.reserve(weights.size());
-    QVector<int> models;
-    for (int sample = 0; sample < weights.size(); ++sample) {
-        const QVector<double>& sampleWeights = weights.at(individualWeights ? sample : 0);
-        models.clear();
-        for (int model = 0; model < qMin(modelCount, sampleWeights.size()); ++model) {
-            if (sampleWeights.at(model) > 0) {
-                models.append(model);
-            }
-        }
+    for (const QVector<double>& sampleWeights : weights) {
+        const QVector<int> models = modelsWithWeight(sampleWeights, modelCount);
         // Usually all samples share one list.
         const bool isNew = plan.models.isEmpty() || models != plan.models.constLast();
         plan.models.append(isNew ? models : plan.models.constLast());

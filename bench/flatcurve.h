@@ -8,14 +8,14 @@
 #include <array>
 #include <vector>
 
-/// The curve without ETAs as one writes it who has these four models only: numbers in one piece,
-/// and one loop that evaluates, weighs and adds up.
+/// The curve without ETAs as one writes it who has these four models only: rows read where they
+/// lie, results in one piece, and one loop that evaluates, weighs and adds up.
 class FlatCurve
 {
 public:
     using Weights = std::array<double, 4>; ///< [model]
 
-    /// Copies the THETAs of data set 0 into one piece.
+    /// Of data set 0.
     explicit FlatCurve(const RawResults& rawResults);
 
     /// Endpoints and probability by the same weights for all samples.
@@ -26,9 +26,9 @@ public:
     const double* probability() const { return percent.data(); }
 
 private:
-    void evaluate(const double* thetas, double* values) const;
+    void evaluate(int sample, double* values) const;
 
-    std::vector<double> thetaRows; ///< [sample][model][theta]
+    RawResults inputs;
     std::vector<double> endpoints; ///< [sample][model][dose]
     std::vector<double> doseAxis;
     std::vector<double> percent; ///< [dose]
