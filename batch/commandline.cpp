@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "batch/commandline.h"
+#include "compat/qtversions.h"
 
 #include "batch/datasource.h"
 #include "batch/error.h"
@@ -119,7 +120,7 @@ DataSetRange readRange(const QString& text)
     const QStringList parts = text.split(':');
     bool hasFirst = false;
     bool hasEnd = false;
-    const DataSetRange range{parts.value(0).toInt(&hasFirst), parts.value(1).toInt(&hasEnd)};
+    const DataSetRange range{wholeNumber(parts.value(0), &hasFirst), wholeNumber(parts.value(1), &hasEnd)};
     if (parts.size() != 2 || !hasFirst || !hasEnd || range.first < 0 || range.count() < 1) {
         rejectUsage(QString("--data-sets takes the first data set and the one after the last, such "
                             "as 0:100, not \"%1\".")

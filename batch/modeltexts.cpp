@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "batch/modeltexts.h"
+#include "compat/qtversions.h"
 
 #include "batch/error.h"
 #include "model/binding.h"
@@ -15,7 +16,7 @@ constexpr int exactDigits = QLocale::FloatingPointShortest;
 
 QString exactText(double number)
 {
-    return QString::number(number, 'g', exactDigits);
+    return significantDigits(number, exactDigits);
 }
 
 int modelNamed(const QStringList& names, const QString& text, const char* option)
@@ -25,7 +26,7 @@ int modelNamed(const QStringList& names, const QString& text, const char* option
         return names.indexOf(text);
     }
     bool isNumber = false;
-    const int number = (text.startsWith('#') ? text.mid(1) : text).toInt(&isNumber);
+    const int number = wholeNumber(text.startsWith('#') ? text.mid(1) : text, &isNumber);
     if (count == 0 && isNumber && number >= 0 && number < names.size()) {
         return number;
     }

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "batch/settings.h"
+#include "compat/qtversions.h"
 
 #include "batch/error.h"
 
@@ -42,7 +43,7 @@ QString readChoice(const SettingDefinition& definition, const QString& text)
 int readNumber(const SettingDefinition& definition, const QString& text)
 {
     bool isNumber = false;
-    const int number = text.toInt(&isNumber);
+    const int number = wholeNumber(text, &isNumber);
     if (!isNumber || number < definition.lowest || number > definition.highest) {
         rejectUsage(QString("%1 takes a whole number from %2 to %3, not \"%4\".")
                         .arg(optionName(definition))

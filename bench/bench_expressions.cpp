@@ -5,6 +5,8 @@
 #include "bench/subjects.h"
 #include "expr/parser.h"
 
+#include <QRegularExpression>
+
 #include <muParser.h>
 
 #include <algorithm>
@@ -178,7 +180,7 @@ ExpressionInputs::ExpressionInputs(const ExpressionCase& expressionCase)
 void ExpressionInputs::drawValues()
 {
     InputNumbers numbers;
-    const QStringList etas = expression.variables.filter(QRegExp("^ETA"));
+    const QStringList etas = expression.variables.filter(QRegularExpression("^ETA"));
     QVector<double> values(slotCount, std::numeric_limits<double>::quiet_NaN());
     for (int slot = DoseSlot; slot < slotCount; ++slot) {
         const QString& name = expression.variables.at(slot);

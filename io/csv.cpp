@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "io/csv.h"
+#include "compat/qtversions.h"
+#include "io/wholecharacters.h"
 
 #include <QDebug>
 #include <QFile>
@@ -168,7 +170,8 @@ Reading readStream(QFile& file, Heading heading, QVector<QVector<double>>& table
     if (!file.seek(0)) {
         return Reading::Failed;
     }
-    QTextStream stream(&file);
+    WholeCharacters characters(file);
+    QTextStream stream(&characters);
     if (heading == Heading::Skip && !readLine(stream, file)) {
         return Reading::Failed;
     }
@@ -179,13 +182,14 @@ Reading readStream(QFile& file, Heading heading, QVector<QVector<double>>& table
         }
         QVector<double> row;
         row.reserve(table.isEmpty() ? 0 : std::min(table.constLast().size(), line->size() + 1));
-        int begin = 0;
         // No split: its list can take twenty times the size of the file.
-        for (int comma = line->indexOf(','); comma >= 0; comma = line->indexOf(',', begin)) {
-            row.append(toNumber(line->midRef(begin, comma - begin)));
+        const QStringView text(*line);
+        qsizetype begin = 0;
+        for (qsizetype comma = text.indexOf(','); comma >= 0; comma = text.indexOf(',', begin)) {
+            row.append(toNumber(text.mid(begin, comma - begin)));
             begin = comma + 1;
         }
-        row.append(toNumber(line->midRef(begin)));
+        row.append(toNumber(text.mid(begin)));
         table.append(row);
     }
     return Reading::Complete;
@@ -259,7 +263,8 @@ QStringList csvWithHeaderReadHeader(QString path, QStringList* unread)
     }
     QFile file(path);
     if (file.open(QIODevice::ReadOnly)) {
-        QTextStream stream(&file);
+        WholeCharacters characters(file);
+        QTextStream stream(&characters);
         if (stream.atEnd()) {
             return {};
         }
@@ -294,6 +299,6 @@ void csvwrite(QString path, QVector<QVector<double>> table, QStringList header)
     }
     QTextStream stream(&file);
     // Intended: the heading names the last column alone.
-    stream << (header.isEmpty() ? QString() : header.constLast()) << '\n';
+    stream << streamedText(header.isEmpty() ? QString() : header.constLast()) << '\n';
     writeRows(stream, table);
 }

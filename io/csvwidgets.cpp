@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "io/csv.h"
+#include "compat/qtversions.h"
 #include "io/largetable.h"
 #include "io/tablesizes.h"
 
@@ -34,7 +35,7 @@ void writeCells(QFile& file, const QTableWidget& widget, int firstRow)
             }
             const QString text = csvCellText(&widget, row, column);
             const bool isBlank = text.isEmpty() && widget.item(row, column) == nullptr;
-            stream << (isBlank ? QStringLiteral(" ") : text);
+            stream << streamedText(isBlank ? QStringLiteral(" ") : text);
         }
         if (row < lastRow) {
             stream << '\n';
@@ -54,7 +55,7 @@ void fillWithItems(QTableWidget& widget, const Table& table, int startColumns)
 {
     int filledColumns = startColumns;
     for (int row = 0; row < widget.rowCount(); ++row) {
-        filledColumns = std::max(filledColumns, table.at(row).size());
+        filledColumns = std::max(filledColumns, int(table.at(row).size()));
         fillRow(widget, row, table.at(row), std::min(filledColumns, widget.columnCount()));
     }
 }
@@ -93,9 +94,9 @@ void resizeTable(QTableWidget& widget, int startColumns, const QSize& size)
 
 TableExtent extentOf(const Table& table, int lastLength, int namedColumns)
 {
-    TableExtent extent{std::max(lastLength, namedColumns), table.size(), 0, namedColumns};
+    TableExtent extent{std::max(lastLength, namedColumns), int(table.size()), 0, namedColumns};
     for (const QVector<double>& row : table) {
-        extent.columns = std::max(extent.columns, row.size());
+        extent.columns = std::max(extent.columns, int(row.size()));
         extent.numbers += row.size();
     }
     return extent;
@@ -160,7 +161,7 @@ void csvDisplay(QTableWidget* widget, QVector<QVector<double>> table)
 void csvDisplay(QTableWidget* widget, QVector<QVector<double>> table, QStringList header)
 {
     showTable(*widget, table, header.size(), LargeTableUse::WithoutItems);
-    const int named = std::min(header.size(), widget->columnCount());
+    const int named = std::min(int(header.size()), widget->columnCount());
     if (named == 0) {
         return;
     }

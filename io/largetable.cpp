@@ -35,7 +35,7 @@ void LargeTable::setNumbers(const QVector<QVector<double>>& table, int startColu
     filledColumns.clear();
     int filled = startColumns;
     for (const QVector<double>& row : table) {
-        filled = std::max(filled, row.size());
+        filled = std::max(filled, int(row.size()));
         filledColumns.append(filled);
     }
 }

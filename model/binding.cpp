@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/binding.h"
+#include "compat/qtversions.h"
 
 #include <algorithm>
 #include <limits>
@@ -81,7 +82,7 @@ std::optional<int> numberInName(const QString& name, const QString& prefix)
 {
     const QStringList parts = name.split(prefix, Qt::SkipEmptyParts);
     bool isNumber = false;
-    const int number = parts.isEmpty() ? 0 : parts.first().toInt(&isNumber, 10);
+    const int number = parts.isEmpty() ? 0 : wholeNumber(parts.first(), &isNumber);
     return isNumber ? std::optional<int>(number) : std::nullopt;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/endpoint.h"
+#include "compat/qtversions.h"
 
 #include "model/percentile.h"
 #include "model/randomng.h"
@@ -341,7 +342,7 @@ QString endPoint::omegaText(int row, int column, int digits) const
 {
     const int reference = omegaColumns.at(row).at(column);
     return reference >= 0 ? "COL" + QString::number(qint64(reference) + 1)
-                          : QString::number(omega.at(row).at(column), 'g', digits);
+                          : significantDigits(omega.at(row).at(column), digits);
 }
 
 QVector<QVector<double>> endPoint::omegaOf(const QVector<double>& row) const

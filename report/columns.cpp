@@ -16,7 +16,7 @@ constexpr double mostLetters = 40; ///< that a column asks for, where texts have
 int longestWord(const QString& text)
 {
     int longest = 0;
-    for (const QStringRef& word : text.splitRef(' ')) {
+    for (const QString& word : text.split(' ')) {
         longest = qMax(longest, word.size());
     }
     return longest;

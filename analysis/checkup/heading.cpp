@@ -37,7 +37,7 @@ int quotedFieldEnd(const QString& line, int open)
 }
 
 /// A quote that was never closed, or closed amid the name, is no part of the name either.
-QString withoutQuotes(QStringRef name)
+QString withoutQuotes(QStringView name)
 {
     name = name.trimmed();
     if (name.size() > 1 && name.startsWith('"') && name.endsWith('"')) {
@@ -79,7 +79,7 @@ QStringList namesIn(const QString& line)
         if (end < 0) {
             end = line.size();
         }
-        names.append(withoutQuotes(line.midRef(begin, end - begin)));
+        names.append(withoutQuotes(QStringView(line).mid(begin, end - begin)));
         begin = end + 1;
     }
     return names;

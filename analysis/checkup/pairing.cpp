@@ -120,7 +120,7 @@ Ordered ordered(const double* values, int count)
 /// Of values within the rows from first to before end.
 Ranks rankedWithin(const Ordered& values, int first, int end)
 {
-    Ranks ranks{QVector<double>(end - first, 0.0), values.size(), 0.0};
+    Ranks ranks{QVector<double>(end - first, 0.0), int(values.size()), 0.0};
     double* deviations = ranks.deviations.data();
     const double mean = (ranks.count - 1) / 2.0;
     for (int tied = 0, behind = 0; tied < ranks.count; tied = behind) {

@@ -163,7 +163,7 @@ ExportMenu* addTableExport(QTableWidget* table, const QString& fileName,
         "Copy", "Copy", [=] { copy(Headings::Without, shown); },
         QKeySequence::keyBindings(QKeySequence::Copy));
     menu->addEntry("CopyWithHeadings", "Copy with headings", [=] { copy(Headings::With, shown); },
-                   {Qt::CTRL + Qt::SHIFT + Qt::Key_C});
+                   {QKeySequence("Ctrl+Shift+C")});
     menu->addEntry("CopyFullPrecision", "Copy with full precision", [=] {
         const Table exact = numbers();
         copy(Headings::Without, [&](int row, int column) {

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/widgets/heldinput.h"
+#include "compat/qtversions.h"
 
 #include <QAbstractSpinBox>
 #include <QApplication>
@@ -14,12 +15,6 @@
 #include <utility>
 
 namespace {
-
-template <typename Event>
-std::unique_ptr<QEvent> copyAs(const QEvent& event)
-{
-    return std::make_unique<Event>(static_cast<const Event&>(event));
-}
 
 /// nullptr for what is no input.
 std::unique_ptr<QEvent> copyOfInput(const QEvent& event)

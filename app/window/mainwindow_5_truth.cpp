@@ -4,6 +4,7 @@
 // are on page "-1".
 
 #include "analysis/truth.h"
+#include "compat/qtversions.h"
 #include "app/aplot.h"
 #include "app/widgets/messagebox.h"
 #include "app/widgets/progressloop.h"
@@ -218,7 +219,7 @@ bool MainWindow::readTrueModelTable()
     trueModelIndices.clear();
     for (const QString& text : trueModelTexts()) {
         bool isNumber = false;
-        const int number = text.toInt(&isNumber, 10);
+        const int number = wholeNumber(text, &isNumber);
         if (!isNumber) {
             return false;
         }

@@ -3,6 +3,7 @@
 // The command that repeats the analysis without a window.
 
 #include "analysis/numberlist.h"
+#include "compat/qtversions.h"
 #include "app/window/mainwindow.h"
 #include "batch/commandtext.h"
 #include "batch/draws.h"
@@ -57,7 +58,7 @@ QString numbersText(const QString& text, const QVector<double>& numbers)
     }
     QStringList parts;
     for (const double number : numbers) {
-        parts.append(QString::number(number, 'g', QLocale::FloatingPointShortest));
+        parts.append(significantDigits(number, QLocale::FloatingPointShortest));
     }
     return parts.join(',');
 }

@@ -3,6 +3,7 @@
 // Page "-1": import of raw_results files.
 
 #include "app/widgets/messagebox.h"
+#include "compat/qtversions.h"
 #include "app/widgets/progressloop.h"
 #include "app/window/mainwindow.h"
 #include "io/csv.h"
@@ -231,7 +232,7 @@ void MainWindow::readColumnNumber(QLineEdit* edit, const QString& text, int& col
                                   int endPoint::*endPointColumn)
 {
     bool isNumber = false;
-    const int number = text.toInt(&isNumber, 10);
+    const int number = wholeNumber(text, &isNumber);
     if (!isNumber) {
         edit->setText(QString::number(column));
         if (text.isEmpty()) {

@@ -170,8 +170,8 @@ void MainWindow::loadEndPoints(const DecodedProject& project, const Study& resto
     if (project.completeItems >= 3) {
         ui->_1_le_possibleDoses->setText(items.possibleDoses);
     }
-    const int rowCount = std::min(
-        {ui->_1_tw_endPoints->rowCount(), items.endPointExpressions.size(), endPoints.size()});
+    const int rowCount = std::min({ui->_1_tw_endPoints->rowCount(),
+                                   int(items.endPointExpressions.size()), int(endPoints.size())});
     for (int row = 0; row < rowCount; ++row) {
         // Nothing is simulated while the definition is incomplete.
         endPoints[row].numSimulations = 0;
@@ -266,7 +266,7 @@ void MainWindow::keepOrigins(const DecodedProject& project)
     texts = {};
     source.individualsAreOlder = true;
     if (project.completeItems >= 14) {
-        shown.selection = {{}, {}, doseChoice.size(), true, {}, {}};
+        shown.selection = {{}, {}, int(doseChoice.size()), true, {}, {}};
         if (!doseChoice.isEmpty()) {
             shown.selection.made = doseProvenance(studyToKeep());
         }

@@ -141,7 +141,7 @@ private slots:
         EndpointRun run(study, 0, completePlan(studySamples, 2));
         const LogCapture log;
         run.evaluateNext();
-        QTEST(log.messages().size() / doses.size(), "samplesAhead");
+        QTEST(int(log.messages().size() / doses.size()), "samplesAhead");
     }
 };
 

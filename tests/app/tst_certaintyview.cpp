@@ -100,7 +100,8 @@ private slots:
         openWindow();
         open();
         auto* table = reach<QTableWidget>(doseTable);
-        QContextMenuEvent request(QContextMenuEvent::Mouse, {5, 5});
+        QContextMenuEvent request(QContextMenuEvent::Mouse, {5, 5},
+                                  table->viewport()->mapToGlobal(QPoint(5, 5)));
         QApplication::sendEvent(table->viewport(), &request);
         auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
         QAction* entry = menu->actions().last();

@@ -77,7 +77,7 @@ private slots:
         const StudyFiles folder;
         for (const QString& file : names.split(' ')) {
             const QString name = "raw_results_%1%2_data%3.csv";
-            Table data{{file.leftRef(2).toDouble(), 1}};
+            Table data{{file.left(2).toDouble(), 1}};
             data.first().resize(file.size());
             folder.writeRawResults(name.arg(prefix, file.at(0), file.at(1)), data);
         }

@@ -15,8 +15,10 @@ inline QString pageText(const QByteArray& xml)
         const auto token = reader.readNext();
         if (token == QXmlStreamReader::Characters && !reader.isWhitespace()) {
             text += reader.text();
-        } else if (token == QXmlStreamReader::EndElement && reader.name() != "wbr") {
-            text += reader.name() == "td" || reader.name() == "th" ? '|' : '\n';
+        } else if (token == QXmlStreamReader::EndElement && reader.name() != QLatin1String("wbr")) {
+            const bool isCell =
+                reader.name() == QLatin1String("td") || reader.name() == QLatin1String("th");
+            text += isCell ? '|' : '\n';
         }
     }
     return reader.hasError() ? reader.errorString() : text.replace(QChar(0xa0), ' ');

@@ -6,6 +6,7 @@
 #include "io/projectfile.h"
 
 #include <QDataStream>
+#include <QIODevice>
 
 #include <vector>
 

@@ -3,6 +3,8 @@
 #ifndef VELMORA_TESTS_SUPPORT_RANDOMNUMBERS_H
 #define VELMORA_TESTS_SUPPORT_RANDOMNUMBERS_H
 
+#include "compat/qtversions.h"
+
 #include <QtGlobal>
 
 // The sequence that the program draws from, for the calling thread.
