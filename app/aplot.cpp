@@ -106,7 +106,13 @@ void histogram(QTableWidget* table, QCustomPlot* plot, int nBins)
             values.append(value);
         }
     }
-    qDebug() << values;
+    // Not at once, as the name of the list depends on the version of Qt.
+    QDebug log = qDebug().nospace();
+    log << "QVector(";
+    for (int i = 0; i < values.size(); ++i) {
+        log << (i > 0 ? ", " : "") << values.at(i);
+    }
+    log << ')';
     histogram(values, edges, plot);
 }
 

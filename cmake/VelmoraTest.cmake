@@ -8,9 +8,13 @@ function(velmora_set_up_test name)
   if(VELMORA_SANITIZE MATCHES "thread")
     set(timeout 300)
   endif()
+  set(locale C)
+  if(VELMORA_QT EQUAL 6) # which warns of C
+    set(locale C.UTF-8)
+  endif()
   set_tests_properties(${name} PROPERTIES
     TIMEOUT ${timeout}
-    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C;XDG_CONFIG_HOME=${PROJECT_BINARY_DIR}/test-settings;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0;TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/tsan.supp:print_suppressions=0")
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=${locale};XDG_CONFIG_HOME=${PROJECT_BINARY_DIR}/test-settings;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0;TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/tsan.supp:print_suppressions=0")
 endfunction()
 
 # A test program from <name>.cpp in the current folder, linked with the given

@@ -146,7 +146,7 @@ private slots:
         QCOMPARE(contentOf(files.path("curve.csv")),
                  "DOSE,Probability\r\n0,0\r\n0.1,50\r\n2,50\r\n");
         const QImage image = QImage::fromData(saved("_3_cp_PoS", "Save as PNG...", "curve.png"));
-        QCOMPARE(image.width(), plot->width() * 300 / plot->logicalDpiX());
+        QCOMPARE(image.width(), qRound(plot->width() * 300.0 / plot->logicalDpiX()));
         QCOMPARE(image.dotsPerMeterX(), 11811);
         const QByteArray pdf = saved("_3_cp_PoS", "Save as PDF...", "curve.pdf");
         QVERIFY(pdf.startsWith("%PDF"));

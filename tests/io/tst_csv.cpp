@@ -53,6 +53,15 @@ private slots:
         row("no numbers", "x,,\"5\",- 3,0x1p3,1e,1e400,1e-400\n7",
             "nan,nan,nan,nan,nan,nan,nan,nan\n7\n");
         row("numbers", " 1\t,+2,-4.5,1E-2,0,0.0,0e9,-inf", "1,2,-4.5,0.01,0,0,0,-inf\n");
+        row("limits", "1.7976931348623157e308,1.7976931348623159e308,4.9e-324,2.4e-324,0e999",
+            "1.79769e+308,nan,4.94066e-324,nan,0\n");
+        row("words", "inf, +INF ,infinity,NaN,-nan,1'000,0x10,1d5,.5,5.",
+            "inf,inf,nan,nan,nan,nan,nan,nan,0.5,5\n");
+        row("signs beyond ASCII", u8"\u22121,1e\u22122,\uff0b1,\u0661\n3", "-1,0.01,nan,nan\n3\n");
+        row("damaged character at the border of what QTextStream reads",
+            QByteArray(16383, 'x') + "\xe9,2\n3\xc3\n4,\xe9,5\xf0", "nan,2\nnan\n4,nan,5\n");
+        row("UTF-16", QByteArray("\xff\xfe\x31\0,\0\x32\0\n\0\x33\0", 12), "1,2\n3\n");
+        row("UTF-16, high byte first", QByteArray("\xfe\xff\0\x31\0\n\0\x32", 8), "1\n2\n");
         row("mark of UTF-8", "\xef\xbb\xbf\x31,2\r\n3,\n\n", "1,2\n3,nan\nnan\n");
     }
     void reads()
@@ -63,6 +72,14 @@ private slots:
         QCOMPARE(written(csvReadToDouble(source)), rows);
         QCOMPARE(written(csvWithHeaderReadToDouble(source)), rows.mid(rows.indexOf('\n') + 1));
         QCOMPARE(csvWithHeaderReadHeader(source).size(), csvReadToDouble(source).value(0).size());
+    }
+
+    void readsHeadings()
+    {
+        const QByteArray line("\xef\xbb\xbf\xc3\xa9,\xe9,\xf0\x9f\x98\x80,\xe2\x82,\xed\xa0\x80");
+        const QString names = u8"é,\ufffd,\U0001f600,\ufffd\ufffd,\ufffd\ufffd\ufffd";
+        const QString source = files.write("source.csv", line + '\n');
+        QCOMPARE(csvWithHeaderReadHeader(source).join(','), names);
     }
 
     void readsNothing()
@@ -78,6 +95,8 @@ private slots:
         QCOMPARE(written({{1, 2.5}, {}, {1234567, 1e-5}}), "1,2.5\n\n1.23457e+06,1e-05\n");
         csvwrite(path, Table{{1}}, {"a", "b", "c"});
         QCOMPARE(contentOf(path), "c\n1\n");
+        csvwrite(path, Table{{1}}, {QString(u8"é\U0001f600") + QChar(0xd83d) + "x"});
+        QCOMPARE(contentOf(path), u8"é\U0001f600?x\n1\n");
         csvwrite(path, Table{{1}}, {});
         QCOMPARE(contentOf(path), "\n1\n");
         csvwrite(path, Table(), {"a"});

@@ -54,6 +54,18 @@ private slots:
         }
     }
 
+    void keepsItsBytes()
+    {
+        const QByteArray file = ProjectBytes(someItems()).bytes;
+        QCOMPARE(QCryptographicHash::hash(file, QCryptographicHash::Md5).toHex(),
+                 "3d244b65435605e26b970d492d5516be");
+        QBuffer again;
+        again.open(QIODevice::WriteOnly);
+        const auto* data = reinterpret_cast<const uchar*>(file.constData());
+        QVERIFY(writeProject(readProject(data, file.size()).items, &again));
+        QCOMPARE(again.data(), file);
+    }
+
     void refusesWhatCannotBe_data()
     {
         const Rows<QByteArray, int> row("hex", "items");
