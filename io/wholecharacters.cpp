@@ -6,6 +6,9 @@
 
 namespace {
 
+/// About so many bytes at the end of a piece are given with the next one.
+constexpr qint64 mostKept = 1000;
+
 /// Bytes at the end that begin a character of more bytes.
 qint64 begunAtEnd(const char* data, qint64 size)
 {
@@ -29,16 +32,26 @@ WholeCharacters::WholeCharacters(QFile& source)
 
 qint64 WholeCharacters::readData(char* data, qint64 maxSize)
 {
-    const qint64 begun = std::min<qint64>(held.size(), maxSize);
+    // QIODevice asks again to fill what was left, of which no character may take a part.
+    const qint64 begun = held.size();
+    if (maxSize <= begun) {
+        return 0;
+    }
     std::copy_n(held.constData(), begun, data);
-    held.remove(0, int(begun));
+    held.clear();
     const qint64 added = file.read(data + begun, maxSize - begun);
     if (added <= 0) {
         return begun > 0 ? begun : added;
     }
     const qint64 count = begun + added;
-    const qint64 kept = begunAtEnd(data, count);
-    if (kept < count) {
+    qint64 kept = begunAtEnd(data, count);
+    // A damaged character may stand before, with nothing but its begin.
+    for (qint64 more = kept; more > 0 && kept < mostKept;) {
+        more = begunAtEnd(data, count - kept);
+        kept += more;
+    }
+    // At the end all is given at once, or a line would seem to follow.
+    if (kept < count && !file.atEnd()) {
         held.append(data + count - kept, int(kept));
         return count - kept;
     }

@@ -8,6 +8,7 @@
 
 /// An open file for a QTextStream, which gets no UTF-8 character in two pieces: where such a
 /// character is damaged, the QTextStream of Qt 6 loses the byte behind it, be it a comma.
+/// It has to be read by some thousand bytes at a time, as a QTextStream does.
 class WholeCharacters : public QIODevice
 {
 public:
@@ -23,7 +24,7 @@ protected:
 
 private:
     QFile& file;
-    QByteArray held; ///< read from the file, the begin of a character
+    QByteArray held; ///< read from the file, the begin of a character and damaged ones before it
 };
 
 #endif
