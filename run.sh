@@ -6,7 +6,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")"
 
 usage() {
     cat <<'TEXT'
-Usage: ./run.sh [--empty]
+Usage: ./run.sh [--empty] [--qt6]
 
 Installs missing packages (Debian, as root or with sudo), builds Velmora below
 build/release and plays a guided tour through two example studies: a trial, and a
@@ -15,14 +15,17 @@ the results as CSV files and a project file in build/tour. With a display one ca
 watch it, and the windows stay open with the results.
 
   --empty   start the program without any data instead of the tour
+  --qt6     build with Qt 6 instead of Qt 5, below build/qt6-release
   --help    show this text
 TEXT
 }
 
 empty=no
+preset=release
 for argument in "$@"; do
     case "$argument" in
         --empty) empty=yes ;;
+        --qt6) preset=qt6-release ;;
         -h | --help) usage; exit 0 ;;
         *) usage >&2; exit 2 ;;
     esac
@@ -30,10 +33,10 @@ done
 
 # shellcheck source=packaging/build-steps.sh
 source packaging/build-steps.sh
-ensure_packages packaging/debian-packages.txt
-build_preset release velmora velmora-tour
+ensure_preset_packages "$preset"
+build_preset "$preset" velmora velmora-tour
 
 if [ "$empty" = yes ]; then
-    exec build/release/velmora
+    exec "build/$preset/velmora"
 fi
-exec build/release/velmora-tour examples build/tour
+exec "build/$preset/velmora-tour" examples build/tour

@@ -13,8 +13,8 @@ build/PRESET and runs all tests; no display is needed.
 
   --preset PRESET   dev (the default: a debug build, in which Qt checks every
                     access to a container and warnings are errors), release,
-                    asan (address and undefined behaviour sanitizers), or tsan
-                    (thread sanitizer)
+                    asan (address and undefined behaviour sanitizers), tsan
+                    (thread sanitizer), or qt6-dev and qt6-release, with Qt 6
   --help            show this text
 TEXT
 }
@@ -35,7 +35,7 @@ done
 
 # shellcheck source=packaging/build-steps.sh
 source packaging/build-steps.sh
-ensure_packages packaging/debian-packages.txt
+ensure_preset_packages "$preset"
 build_preset "$preset"
 launcher=()
 if [ "$preset" = tsan ] && setarch -R true 2>/dev/null; then

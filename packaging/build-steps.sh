@@ -33,6 +33,12 @@ ensure_packages() {
         apt-get install -y -q --no-install-recommends "${missing[@]}"
 }
 
+# Installs what is missing for building a preset: ensure_preset_packages PRESET
+ensure_preset_packages() {
+    ensure_packages packaging/debian-packages.txt
+    case "$1" in qt6-*) ensure_packages packaging/debian-packages-qt6.txt ;; esac
+}
+
 # Configures a preset and builds the given targets, or all of them:
 # build_preset PRESET [TARGET...]
 build_preset() {
