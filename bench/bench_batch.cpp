@@ -254,7 +254,7 @@ Comparison compareMemory(const std::shared_ptr<BatchStudy>& study)
     comparison.bar = 1.5;
     comparison.isTime = false;
     comparison.contests = {{side(manyDataSets), side(fewDataSets)}};
-    comparison.longestSeconds = 90;
+    comparison.longestSeconds = 150;
     return comparison;
 }
 

@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "bench/comparison.h"
+#include "bench/painting.h"
 #include "bench/studywindow.h"
 #include "bench/subjects.h"
 #include "tests/support/dialogdriver.h"
 
 #include <QApplication>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QTableWidget>
 #include <QTest>
@@ -26,22 +26,6 @@ constexpr int modelCount = 5;
 const QStringList endpoints{"THETA2*DOSE/(THETA3+DOSE)", "THETA2*(exp(DOSE/THETA3)-1)",
                             "THETA2*DOSE", "THETA2*DOSE+THETA3*DOSE^2",
                             "THETA2*DOSE^THETA4/(THETA3^THETA4+DOSE^THETA4)"};
-
-/// Counts how often the window was painted.
-class PaintCounter : public QObject
-{
-public:
-    explicit PaintCounter(QWidget& window) { window.installEventFilter(this); }
-
-    int count = 0;
-
-protected:
-    bool eventFilter(QObject* /*watched*/, QEvent* event) override
-    {
-        count += event->type() == QEvent::UpdateRequest ? 1 : 0;
-        return false;
-    }
-};
 
 /// Presses keys in the window of the biomarker study and times each until it is seen.
 class Editing
@@ -77,25 +61,6 @@ Editing::Editing()
     window.press("__pb_importFbF");
     require(window.widget<QTableWidget>("_1_tw_endPoints")->rowCount() == modelCount,
             "the biomarker study is not there");
-}
-
-/// From an action until the window was painted and has nothing more to paint.
-template <typename Act>
-double secondsUntilSeen(const PaintCounter& paints, Act act)
-{
-    constexpr qint64 patienceMs = 1000;
-    const int paintedBefore = paints.count;
-    const Stopwatch seen(Clock::Wall);
-    QElapsedTimer elapsed;
-    elapsed.start();
-    act();
-    int painted = paintedBefore;
-    do {
-        painted = paints.count;
-        QCoreApplication::processEvents();
-    } while (paints.count != painted
-             || (painted == paintedBefore && elapsed.elapsed() < patienceMs));
-    return seen.seconds();
 }
 
 void Editing::press(Qt::Key key)

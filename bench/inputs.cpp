@@ -31,7 +31,7 @@ Table bootstrapTable(InputNumbers& numbers, int sampleCount)
 QByteArray rawResultsText(const Table& table)
 {
     QByteArray text;
-    for (int column = 1; column <= InputColumnCount; ++column) {
+    for (int column = 1; column <= table.constFirst().size(); ++column) {
         text += (column > 1 ? ",\"column" : "\"column") + QByteArray::number(column) + '"';
     }
     for (const QVector<double>& row : table) {

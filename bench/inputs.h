@@ -28,8 +28,8 @@ enum InputColumn { OfvColumn = 19, ThetaColumn = 20, OmegaColumn = 24, InputColu
 /// THETA4 from ThetaColumn on, OMEGA(1,1), OMEGA(2,1) and OMEGA(2,2) from OmegaColumn on.
 Table bootstrapTable(InputNumbers& numbers, int sampleCount);
 
-/// Bootstrap rows as the text of a raw_results file, below a quoted heading, with 6
-/// significant digits.
+/// Bootstrap rows, at least one, as the text of a raw_results file, below a quoted heading,
+/// with 6 significant digits.
 QByteArray rawResultsText(const Table& table);
 
 /// Whether two tables hold the same numbers, bit for bit.

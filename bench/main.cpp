@@ -33,6 +33,8 @@ constexpr Subject subjects[] = {
     {"project", registerProjectFile},
     {"batch", registerBatch},
     {"editing", registerEditing},
+    {"start", registerStart},
+    {"pages", registerPages},
 };
 
 /// Leaves out what the pages say to developers.

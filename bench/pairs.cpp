@@ -55,7 +55,7 @@ int pairsOfLook(int look)
 double errorOfLook(int look)
 {
     constexpr double together = 0.02;
-    return together / (double(look) * (look + 1));
+    return together / (look * (look + 1.0));
 }
 
 Verdict verdictOf(const MedianInterval& interval, double bar)

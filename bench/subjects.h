@@ -42,4 +42,10 @@ void registerBatch(Report& report);
 /// edit_latency: wall time from a key to the painted window, in 50 ms.
 void registerEditing(Report& report);
 
+/// start: the program until its window is painted to a bare window with a chart.
+void registerStart(Report& report);
+
+/// page_switch: wall time from a click on a page to the painted window, in frames of 16 ms.
+void registerPages(Report& report);
+
 #endif
