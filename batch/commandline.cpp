@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "batch/commandline.h"
-#include "compat/qtversions.h"
 
 #include "batch/datasource.h"
 #include "batch/error.h"
+#include "compat/qtversions.h"
 
 #include <QCommandLineParser>
 #include <QDir>
@@ -120,7 +120,8 @@ DataSetRange readRange(const QString& text)
     const QStringList parts = text.split(':');
     bool hasFirst = false;
     bool hasEnd = false;
-    const DataSetRange range{wholeNumber(parts.value(0), &hasFirst), wholeNumber(parts.value(1), &hasEnd)};
+    const DataSetRange range{wholeNumber(parts.value(0), &hasFirst),
+                             wholeNumber(parts.value(1), &hasEnd)};
     if (parts.size() != 2 || !hasFirst || !hasEnd || range.first < 0 || range.count() < 1) {
         rejectUsage(QString("--data-sets takes the first data set and the one after the last, such "
                             "as 0:100, not \"%1\".")

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "batch/modeltexts.h"
-#include "compat/qtversions.h"
 
 #include "batch/error.h"
+#include "compat/qtversions.h"
 #include "model/binding.h"
 
 #include <QLocale>

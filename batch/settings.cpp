@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "batch/settings.h"
-#include "compat/qtversions.h"
 
 #include "batch/error.h"
+#include "compat/qtversions.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -6,7 +6,6 @@
 #include "expr/parser.h"
 
 #include <QRegularExpression>
-
 #include <muParser.h>
 
 #include <algorithm>

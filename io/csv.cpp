@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "io/csv.h"
+
 #include "compat/qtversions.h"
 #include "io/wholecharacters.h"
 

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/endpoint.h"
-#include "compat/qtversions.h"
 
+#include "compat/qtversions.h"
 #include "model/percentile.h"
 #include "model/randomng.h"
 

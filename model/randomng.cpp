@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/randomng.h"
+
 #include "compat/qtversions.h"
 
 #include "model/deviates.h"

@@ -4,11 +4,11 @@
 // are on page "-1".
 
 #include "analysis/truth.h"
-#include "compat/qtversions.h"
 #include "app/aplot.h"
 #include "app/widgets/messagebox.h"
 #include "app/widgets/progressloop.h"
 #include "app/window/mainwindow.h"
+#include "compat/qtversions.h"
 #include "io/csv.h"
 #include "ui_mainwindow.h"
 

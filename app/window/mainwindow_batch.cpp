@@ -3,11 +3,11 @@
 // The command that repeats the analysis without a window.
 
 #include "analysis/numberlist.h"
-#include "compat/qtversions.h"
 #include "app/window/mainwindow.h"
 #include "batch/commandtext.h"
 #include "batch/draws.h"
 #include "batch/inputs.h"
+#include "compat/qtversions.h"
 #include "io/csv.h"
 #include "ui_mainwindow.h"
 

@@ -3,9 +3,9 @@
 // Page "-1": import of raw_results files.
 
 #include "app/widgets/messagebox.h"
-#include "compat/qtversions.h"
 #include "app/widgets/progressloop.h"
 #include "app/window/mainwindow.h"
+#include "compat/qtversions.h"
 #include "io/csv.h"
 #include "ui_mainwindow.h"
 
