@@ -7,6 +7,7 @@
 #include "bench/inputs.h"
 #include "bench/study.h"
 #include "bench/subjects.h"
+#include "tests/support/randomnumbers.h"
 
 #include <memory>
 #include <random>
@@ -16,14 +17,13 @@ namespace {
 const QVector<double> levels{10, 20, 30, 40, 50, 60, 70, 80, 90};
 constexpr int resampledSamples = 1001;
 
-/// A curve and a dose selection without ETAs, with what is kept and computed for their
-/// certainty, and without.
+/// A curve and a dose selection, with what is kept and computed for their certainty, and without.
 class Certainty
 {
 public:
-    Certainty()
+    explicit Certainty(Variability variability)
     {
-        const ProjectItems items = makeStudy({}, Variability::None);
+        const ProjectItems items = makeStudy({}, variability);
         study = inputsOf(definitionsOf(items), items.rawResults);
         study.rawResultsHeaders = items.rawResultsHeaders;
         for (QStringList& heading : study.rawResultsHeaders) {
@@ -39,6 +39,7 @@ public:
 
     QVector<double> results(bool withErrors)
     {
+        seedRandomNumbers(1);
         QVector<double> found = curve(withErrors ? &ofCurve : nullptr);
         if (withErrors) {
             benchmark::DoNotOptimize(monteCarloErrors(study, ofCurve).constData());
@@ -114,17 +115,17 @@ Chosen byHand(const Grid& hits)
     return chosen;
 }
 
-Comparison compareErrors()
+Comparison compareErrors(const char* name, double bar, Variability variability)
 {
-    const auto certainty = std::make_shared<Certainty>();
+    const auto certainty = std::make_shared<Certainty>(variability);
     const auto side = [certainty](bool withErrors) {
         return timed([certainty, withErrors] {
             benchmark::DoNotOptimize(certainty->results(withErrors).constData());
         });
     };
     Comparison comparison;
-    comparison.name = "certainty";
-    comparison.bar = 1.05;
+    comparison.name = name;
+    comparison.bar = bar;
     comparison.contests = {{side(true), side(false)}};
     comparison.agree = [certainty] {
         return sameBits(certainty->results(false), certainty->results(true));
@@ -150,6 +151,7 @@ Comparison compareResampling()
 
 void registerCertainty(Report& report)
 {
-    registerComparison(report, compareErrors());
+    registerComparison(report, compareErrors("certainty", 1.05, Variability::TwoEtas));
+    registerComparison(report, compareErrors("certainty_plain", 1.15, Variability::None));
     registerComparison(report, compareResampling());
 }

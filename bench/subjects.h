@@ -16,7 +16,8 @@ void registerExpressions(Report& report);
 /// probability curve of one data set.
 void registerProbability(Report& report);
 
-/// certainty: a curve and a dose selection with Monte Carlo errors to those without.
+/// certainty, certainty_plain: a curve and a dose selection with Monte Carlo errors to those
+/// without, with ETAs and without.
 /// stability: doses resampled to the obvious loop.
 void registerCertainty(Report& report);
 
