@@ -254,9 +254,9 @@ void EndpointRun::prepareRows(int count)
         }
         Table evaluated = endPoints[model].evaluateRows(rows);
         QVector<double>* const entry = ahead.endpoints[entryOf(model)].data();
-        QVector<double>* const endpoints = evaluated.data();
+        QVector<double>* const ofRows = evaluated.data();
         for (int row = 0; row < evaluated.size(); ++row) {
-            entry[places.at(row)] = std::move(endpoints[row]);
+            entry[places.at(row)] = std::move(ofRows[row]);
         }
     }
 }

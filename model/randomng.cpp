@@ -3,7 +3,6 @@
 #include "model/randomng.h"
 
 #include "compat/qtversions.h"
-
 #include "model/deviates.h"
 
 #include <QVarLengthArray>
