@@ -6,42 +6,60 @@ cd "$(dirname "${BASH_SOURCE[0]}")"
 
 usage() {
     cat <<'TEXT'
-Usage: ./bench.sh [--renew | [--benchmark_...] [SUBJECT...]]
+Usage: ./bench.sh [--benchmark_...] [SUBJECT...]
+       ./bench.sh --renew
 
 Installs missing packages (Debian, as root or with sudo), builds Velmora below
-build/release and benchmarks it against hand-written code. No display is needed.
-It takes five to ten minutes after the build and writes build/bench/ratios.csv;
-docs/performance.md explains the rows.
+build/release and measures how long its work takes beside the same work written by
+hand. No display is needed. It takes up to ten minutes after the build, on a busy
+machine up to twenty, and writes build/bench/ratios.csv; docs/performance.md explains
+the rows.
 
-The exit code is 1 if a ratio exceeds its bar. A ratio that stays undecided, as on
-a busy machine, is no failure.
+The exit code is 1 if a row misses its bar. What is undecided is no failure.
 
-  --renew          measure all and renew the table of docs/performance.md
   SUBJECT          measure this only: expressions, probability, certainty, recalculation,
                    growth, csv, folder, project, batch, editing, start or pages
   --benchmark_...  options of the benchmark library, as --benchmark_filter=REGEX
+  --renew          measure all and renew the rows in docs/performance.md
   --help           show this text
 TEXT
 }
 
-# Writes the rows of ratios.csv into the document, between its two marks.
-renew_table() {
-    awk -F, 'NR == 1 { print "| row | ratio | interval | bar | pairs |\n|---|---|---|---|---|" }
-        NR > 1 { printf "| %s | %.2f | %.2f to %.2f | %s | %d |\n", $1, $2, $4, $5, $3, $6 }' \
-        build/bench/ratios.csv >build/bench/table.md
-    sed -i -e '/<!-- ratios -->/,/<!-- end of ratios -->/{//!d}' \
-        -e '/<!-- ratios -->/r build/bench/table.md' docs/performance.md
-}
-
-renews=no
+renewing=false
 for argument in "$@"; do
     case "$argument" in
         -h | --help) usage; exit 0 ;;
-        --renew) [ $# -eq 1 ] || { usage >&2; exit 2; }; renews=yes; shift ;;
+        --renew) renewing=true ;;
         --benchmark_*) ;;
         -*) usage >&2; exit 2 ;;
     esac
 done
+
+if $renewing && [ "$#" -gt 1 ]; then
+    usage >&2
+    exit 2
+fi
+
+# The rows as a table for docs/performance.md, below what they were measured on. Fails if a row
+# lacks its ratio or the ends of its interval.
+rows_of() {
+    local processor system
+    processor=$(sed -n 's/^model name[^:]*: *//p' /proc/cpuinfo | head -n 1)
+    system=$(sed -n 's/^PRETTY_NAME="\(.*\)"$/\1/p' /etc/os-release)
+    printf '%s\n\n' "Measured on $(nproc) processors ${processor:-of an unknown kind}, \
+${system:-unknown system}, $(c++ --version | head -n 1), load $(cut -d ' ' -f 1 /proc/loadavg)."
+    awk -F , '
+        NR == 1 { print "| row | ratio | interval | bar | pairs |"; print "|---|---|---|---|---|"; next }
+        $2 == "" || $4 $5 ~ /inf/ { print "not measured: " $1 >"/dev/stderr"; lacking = 1 }
+        { printf "| %s | %.3f | %.3f to %.3f | %s | %d |\n", $1, $2, $4, $5, $3 == "" ? "none" : $3, $6 }
+        END { exit lacking || NR < 2 }' "$1"
+}
+
+# Puts a file between the markers of docs/performance.md.
+replace_rows() {
+    sed -i -e '/^<!-- rows -->$/,/^<!-- end of rows -->$/ {' \
+        -e "/^<!-- rows -->\$/ r $1" -e '/^<!--/! d' -e '}' docs/performance.md
+}
 
 # shellcheck source=packaging/build-steps.sh
 source packaging/build-steps.sh
@@ -49,9 +67,14 @@ mkdir -p build/bench
 rm -f build/bench/ratios.csv
 ensure_packages packaging/debian-packages.txt
 build_preset release velmora-bench
-status=0
-build/release/velmora-bench --output build/bench/ratios.csv "$@" || status=$?
-if [ "$renews" = yes ] && [ -e build/bench/ratios.csv ]; then
-    renew_table
+if ! $renewing; then
+    exec build/release/velmora-bench --output build/bench/ratios.csv "$@"
 fi
-exit "$status"
+code=0
+build/release/velmora-bench --output build/bench/ratios.csv || code=$?
+if ! rows_of build/bench/ratios.csv >build/bench/rows.md; then
+    echo "docs/performance.md keeps its rows." >&2
+    exit 1
+fi
+replace_rows build/bench/rows.md
+exit "$code"

@@ -14,10 +14,10 @@
 
 namespace {
 
-constexpr int shardCount = 6;
+constexpr int shardCount = 20;
 const StudySize sizeOfRun{4, 100, 1000};
 const StudySize sizeOfShards{4, 5 * shardCount, 1000};
-const StudySize sizeForMemory{4, 50, 200};
+const StudySize sizeForMemory{4, 50, 100};
 constexpr int fewDataSets = 50;
 constexpr int manyDataSets = 500;
 
@@ -240,7 +240,7 @@ Comparison compareShards(const std::shared_ptr<BatchStudy>& study)
                        [study](const StudyFiles& place) { study->plan(place); }),
          timedPrograms([study](const StudyFiles& place) { study->runWithEtas(place.path()); })}};
     comparison.agree = [study] { return isSameInShards(*study); };
-    comparison.longestSeconds = 90;
+    comparison.longestSeconds = 120;
     return comparison;
 }
 

@@ -83,28 +83,26 @@ double thirtyOperations(const double* v)
 
 struct ExpressionCase
 {
-    const char* name;
     const char* text;
     PlainLoop inlined;
     PlainFunction byValue;
 };
 
 template <Formula formula>
-constexpr ExpressionCase byHand(const char* name, const char* text)
+constexpr ExpressionCase byHand(const char* text)
 {
-    return {name, text, evaluateInlined<formula>, evaluateByValue<formula>};
+    return {text, evaluateInlined<formula>, evaluateByValue<formula>};
 }
 
 /// With ETAs only these vary between the value vectors, as between simulated individuals;
 /// otherwise all names do, as between bootstrap samples and doses.
 const ExpressionCase cases[] = {
-    byHand<emax>("emax", "THETA1+THETA2*DOSE/(THETA3+DOSE)"),
-    byHand<sigmoidEmax>("sigmoidEmax", "THETA1+THETA2*DOSE^THETA4/(THETA3^THETA4+DOSE^THETA4)"),
-    byHand<etaEmax>("etaEmax", "THETA1+ETA1+THETA2*exp(ETA2)*DOSE/(THETA3*exp(ETA3)+DOSE)"),
-    byHand<decay>("decay", "THETA1*exp((0-THETA2)*DOSE)"),
-    byHand<defaultWeight>("defaultWeight", "(0-3-ofv/2)"),
+    byHand<emax>("THETA1+THETA2*DOSE/(THETA3+DOSE)"),
+    byHand<sigmoidEmax>("THETA1+THETA2*DOSE^THETA4/(THETA3^THETA4+DOSE^THETA4)"),
+    byHand<etaEmax>("THETA1+ETA1+THETA2*exp(ETA2)*DOSE/(THETA3*exp(ETA3)+DOSE)"),
+    byHand<decay>("THETA1*exp((0-THETA2)*DOSE)"),
+    byHand<defaultWeight>("(0-3-ofv/2)"),
     byHand<thirtyOperations>(
-        "thirtyOperations",
         "THETA1*(1+THETA2*(COL5-70)/70)*exp((0-THETA3)*DOSE/(THETA4+DOSE))"
         "+THETA5*DOSE^THETA6/(THETA7^THETA6+DOSE^THETA6)*(1-exp((0-THETA8)*COL6))"
         "-THETA9*log(1+COL7/THETA10)+COL8*COL9"),

@@ -106,7 +106,7 @@ Comparison compareSamples()
     comparison.together = Comparison::Together::Worst;
     addContests(comparison, Variability::None);
     addContests(comparison, Variability::TwoEtas);
-    comparison.longestSeconds = 45;
+    comparison.longestSeconds = 60;
     return comparison;
 }
 
@@ -119,9 +119,8 @@ Comparison compareDataSets()
         return window;
     };
     const auto perDataSet = [](const std::shared_ptr<StudyWindow>& window, int dataSetCount) {
-        return [all = timed([window] { window->press("_4_pb_startCalculation"); }), dataSetCount] {
-            return all() / dataSetCount;
-        };
+        const Side all = timed([window] { window->press("_4_pb_startCalculation"); });
+        return [all, dataSetCount] { return all() / dataSetCount; };
     };
     const auto few = open(fewDataSets);
     const auto many = open(manyDataSets);
@@ -136,7 +135,7 @@ Comparison compareDataSets()
         };
         return chosenDoses(*few) == fewDataSets && chosenDoses(*many) == manyDataSets;
     };
-    comparison.longestSeconds = 40;
+    comparison.longestSeconds = 60;
     return comparison;
 }
 

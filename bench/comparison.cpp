@@ -47,59 +47,99 @@ double loadOfMachine()
     return load;
 }
 
-Verdict verdictFor(const Comparison& comparison, const MedianInterval& ratio)
+Verdict verdictFor(const Comparison& comparison, const MedianInterval& ratio, bool isBusy)
 {
     if (std::isnan(comparison.bar)) {
         return Verdict::Kept;
     }
-    const Verdict verdict = verdictOf(ratio, comparison.bar);
-    if (comparison.kind == Comparison::Kind::Row || verdict == Verdict::Undecided) {
-        return verdict;
+    if (comparison.kind == Comparison::Kind::Row) {
+        return verdictOf(ratio, comparison.bar, isBusy);
     }
-    return verdict == Verdict::Kept ? Verdict::Missed : Verdict::Kept;
+    return verdictOf({1 / ratio.median, 1 / ratio.high, 1 / ratio.low}, 1 / comparison.bar, isBusy);
 }
 
-Measured evaluate(const Comparison& comparison, std::vector<Sample> samples, int look)
+/// Pairs of a contest, as many as there are so far.
+class Series
 {
-    std::sort(samples.begin(), samples.end(), [](const Sample& first, const Sample& second) {
-        return first.ratio() < second.ratio();
-    });
-    std::vector<double> ratios;
-    for (const Sample& sample : samples) {
-        ratios.push_back(sample.ratio());
+public:
+    explicit Series(const std::vector<Contest>& ofContests)
+        : contests(ofContests)
+    {
+        measurePair(contests, true); // fills caches, and finds how often short work is repeated
     }
-    Measured measured;
-    measured.ratio = medianInterval(ratios, errorOfLook(look));
-    measured.verdict = verdictFor(comparison, measured.ratio);
-    measured.pairs = int(samples.size());
-    if (!samples.empty()) {
-        measured.product = samples[samples.size() / 2].product;
-        measured.limit = samples[samples.size() / 2].limit;
+
+    std::size_t size() const { return all.size(); }
+
+    /// Measures pairs for so long that the system's count of processor time is fine enough to
+    /// tell whether the machine was quiet meanwhile.
+    void measureSome()
+    {
+        constexpr double shortestGroup = 0.2;
+        constexpr double fewOthers = 0.1;
+        std::vector<Sample> group;
+        const OtherPrograms meanwhile;
+        const Stopwatch elapsed(Clock::WholeWall);
+        do {
+            const Sample sample = measurePair(contests, productFirst);
+            productFirst = !productFirst;
+            if (!std::isnan(sample.ratio())) {
+                group.push_back(sample);
+            }
+        } while (elapsed.seconds() < shortestGroup);
+        all.insert(all.end(), group.begin(), group.end());
+        if (meanwhile.share() <= fewOthers) {
+            quiet.insert(quiet.end(), group.begin(), group.end());
+        }
     }
-    measured.load = loadOfMachine();
-    return measured;
-}
+
+    /// By the pairs of quiet moments if these suffice, else by all.
+    Measured evaluate(const Comparison& comparison, int look) const
+    {
+        const bool isQuiet = quiet.size() >= std::size_t(pairsOfLook(1));
+        std::vector<Sample> samples = isQuiet ? quiet : all;
+        std::sort(samples.begin(), samples.end(), [](const Sample& first, const Sample& second) {
+            return first.ratio() < second.ratio();
+        });
+        std::vector<double> ratios;
+        ratios.reserve(samples.size());
+        for (const Sample& sample : samples) {
+            ratios.push_back(sample.ratio());
+        }
+        Measured measured;
+        measured.ratio = medianInterval(ratios, errorOfLook(look));
+        measured.verdict = verdictFor(comparison, measured.ratio, !isQuiet);
+        measured.pairs = int(samples.size());
+        if (!samples.empty()) {
+            measured.product = samples[samples.size() / 2].product;
+            measured.limit = samples[samples.size() / 2].limit;
+        }
+        measured.others = others.share();
+        measured.load = loadOfMachine();
+        return measured;
+    }
+
+private:
+    const std::vector<Contest>& contests;
+    std::vector<Sample> all;
+    std::vector<Sample> quiet;
+    OtherPrograms others;
+    bool productFirst = false;
+};
 
 /// Measures until the interval excludes the bar, at one of the looks, or the time is over.
 Measured measure(const Comparison& comparison, const std::vector<Contest>& contests)
 {
-    measurePair(contests, true); // fills caches, and finds how often short work is repeated
+    Series series(contests);
     const Stopwatch elapsed(Clock::WholeWall);
-    std::vector<Sample> samples;
-    bool productFirst = false;
     int looks = 0;
     for (int step = 1;; ++step) {
         const auto enough = std::size_t(pairsOfLook(step));
-        while (samples.size() < enough && elapsed.seconds() < comparison.longestSeconds) {
-            const Sample sample = measurePair(contests, productFirst);
-            if (!std::isnan(sample.ratio())) {
-                samples.push_back(sample);
-            }
-            productFirst = !productFirst;
+        while (series.size() < enough && elapsed.seconds() < comparison.longestSeconds) {
+            series.measureSome();
         }
         const bool isOver = elapsed.seconds() >= comparison.longestSeconds;
         if (isOver || elapsed.seconds() >= shortestContest) {
-            const Measured measured = evaluate(comparison, samples, ++looks);
+            const Measured measured = series.evaluate(comparison, ++looks);
             if (isOver || measured.verdict != Verdict::Undecided) {
                 return measured;
             }

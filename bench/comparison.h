@@ -64,7 +64,8 @@ struct Measured
     int pairs = 0;
     double product = 0.0; ///< of the pair in the middle
     double limit = 0.0;
-    double load = 0.0; ///< of the machine in the last minute
+    double others = 0.0; ///< share of the processors that other programs took meanwhile
+    double load = 0.0;   ///< of the machine in the last minute
 };
 
 /// Adds a benchmark that measures pairs and puts the result into the report, which must live on.

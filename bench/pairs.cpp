@@ -58,10 +58,13 @@ double errorOfLook(int look)
     return together / (look * (look + 1.0));
 }
 
-Verdict verdictOf(const MedianInterval& interval, double bar)
+Verdict verdictOf(const MedianInterval& interval, double bar, bool isBusy)
 {
+    constexpr double byPlace = 0.02;
+    constexpr double byOthers = 0.07;
     if (interval.high <= bar) {
         return Verdict::Kept;
     }
-    return interval.low > bar ? Verdict::Missed : Verdict::Undecided;
+    const double untold = isBusy ? byOthers : byPlace;
+    return interval.low > bar * (1 + untold) ? Verdict::Missed : Verdict::Undecided;
 }

@@ -12,8 +12,8 @@ namespace {
 
 std::string remark(double bar, const Measured& measured)
 {
-    if (std::isnan(measured.ratio.median)) {
-        return measured.verdict == Verdict::Missed ? "not met: not measured" : "undecided";
+    if (measured.pairs == 0 && measured.verdict == Verdict::Missed) {
+        return "not met: not measured";
     }
     if (std::isnan(bar)) {
         return "no bar on this processor";
@@ -27,7 +27,8 @@ std::string remark(double bar, const Measured& measured)
         break;
     }
     char text[80];
-    std::snprintf(text, sizeof(text), "undecided, load of the machine %.1f", measured.load);
+    std::snprintf(text, sizeof(text), "undecided, others take %.0f %% of the machine, load %.1f",
+                  100 * measured.others, measured.load);
     return text;
 }
 

@@ -2,11 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "bench/stopwatch.h"
 
-#include <QDir>
 #include <QFile>
 
+#include <algorithm>
 #include <ctime>
 #include <sys/resource.h>
+#include <unistd.h>
 
 namespace {
 
@@ -35,6 +36,22 @@ double waitingOf(const QString& thread)
     QFile file(thread + "/schedstat");
     file.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
     return 1e-9 * file.readAll().split(' ').value(1).toDouble();
+}
+
+/// Processor time of other programs, and of the system for them, since the machine started.
+double secondsOfOthers()
+{
+    QFile file("/proc/stat");
+    if (!file.open(QIODevice::ReadOnly)) {
+        return 0.0;
+    }
+    const QList<QByteArray> ticks = file.readLine().simplified().split(' ');
+    double all = 0.0;
+    for (const int field : {1, 2, 3, 6, 7, 8}) { // all but idle, waiting, and guests counted twice
+        all += ticks.value(field).toDouble();
+    }
+    return all / double(sysconf(_SC_CLK_TCK)) - secondsOf(CLOCK_PROCESS_CPUTIME_ID)
+           - secondsOfPrograms();
 }
 
 double now(Clock clock)
@@ -81,12 +98,14 @@ double Stopwatch::seconds() const
     return passed + (isRunning ? now(clock) - start : 0.0);
 }
 
-double secondsOfWaiting()
+OtherPrograms::OtherPrograms()
+    : wall(Clock::WholeWall)
+    , start(secondsOfOthers())
 {
-    double seconds = 0.0;
-    const QDir threads("/proc/self/task");
-    for (const QString& thread : threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-        seconds += waitingOf(threads.filePath(thread));
-    }
-    return seconds;
+}
+
+double OtherPrograms::share() const
+{
+    const double seconds = wall.seconds() * double(sysconf(_SC_NPROCESSORS_ONLN));
+    return std::max(0.0, (secondsOfOthers() - start) / seconds);
 }

@@ -29,8 +29,18 @@ private:
     bool isRunning = false;
 };
 
-/// Seconds for which all threads of this program that there are now were ready to work while
-/// their processors did something else. 0 where the system does not tell.
-double secondsOfWaiting();
+/// What other programs do from its making on.
+class OtherPrograms
+{
+public:
+    OtherPrograms();
+
+    /// How much of the processors' time they take. 0 where the system does not tell.
+    double share() const;
+
+private:
+    Stopwatch wall;
+    double start;
+};
 
 #endif

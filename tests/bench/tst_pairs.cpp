@@ -63,18 +63,22 @@ void TestPairs::errorsOfLooks()
 
 void TestPairs::verdict_data()
 {
-    const Rows<double, double, Verdict> row("low", "high", "verdict");
-    row("below the bar", 1.0, 1.2, Verdict::Kept);
-    row("above the bar", 1.21, 1.3, Verdict::Missed);
-    row("around the bar", 1.1, 1.3, Verdict::Undecided);
-    row("nothing known", -infinity, infinity, Verdict::Undecided);
+    const Rows<double, double, bool, Verdict> row("low", "high", "isBusy", "verdict");
+    row("below the bar", 1.0, 1.2, true, Verdict::Kept);
+    row("a little above the bar", 1.22, 1.3, false, Verdict::Undecided);
+    row("above the bar", 1.23, 1.3, false, Verdict::Missed);
+    row("above the bar, busy", 1.28, 1.3, true, Verdict::Undecided);
+    row("far above, busy", 1.29, 1.3, true, Verdict::Missed);
+    row("around the bar", 1.1, 1.3, false, Verdict::Undecided);
+    row("nothing known", -infinity, infinity, false, Verdict::Undecided);
 }
 
 void TestPairs::verdict()
 {
     QFETCH(double, low);
     QFETCH(double, high);
-    const Verdict found = verdictOf({1.15, low, high}, 1.2);
+    QFETCH(bool, isBusy);
+    const Verdict found = verdictOf({1.15, low, high}, 1.2, isBusy);
     QTEST(found, "verdict");
 }
 
