@@ -39,6 +39,9 @@ inline QString significantDigits(double number, int digits)
 
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
 
+/// Whether a QTextStream loses the byte behind a damaged character that two of its pieces share.
+constexpr bool streamsLoseBytes = false;
+
 /// What QTextStream gets to write a text: with Qt 6 half a surrogate pair would not become '?'.
 inline const QString& streamedText(const QString& text)
 {
@@ -53,6 +56,8 @@ std::unique_ptr<QEvent> copyAs(const QEvent& event)
 }
 
 #else
+
+constexpr bool streamsLoseBytes = true;
 
 inline QString streamedText(const QString& text)
 {

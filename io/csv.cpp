@@ -172,7 +172,7 @@ Reading readStream(QFile& file, Heading heading, QVector<QVector<double>>& table
         return Reading::Failed;
     }
     WholeCharacters characters(file);
-    QTextStream stream(&characters);
+    QTextStream stream(streamsLoseBytes ? static_cast<QIODevice*>(&characters) : &file);
     if (heading == Heading::Skip && !readLine(stream, file)) {
         return Reading::Failed;
     }
@@ -265,7 +265,7 @@ QStringList csvWithHeaderReadHeader(QString path, QStringList* unread)
     QFile file(path);
     if (file.open(QIODevice::ReadOnly)) {
         WholeCharacters characters(file);
-        QTextStream stream(&characters);
+        QTextStream stream(streamsLoseBytes ? static_cast<QIODevice*>(&characters) : &file);
         if (stream.atEnd()) {
             return {};
         }
