@@ -10,7 +10,8 @@ Usage: tests/coverage.sh
 
 Installs missing packages (Debian, as root or with sudo), builds everything below
 build/coverage with clang, runs all tests, and prints how many lines and branches
-of expr/, model/, io/, analysis/ and batch/ they reach; no display is needed.
+of expr/, model/, io/, analysis/, report/, batch/ and app/ they reach; no display is
+needed.
 
 Every outcome of a condition is a branch, those within && and || included. Of the
 instantiations of a template, the one that is reached best counts.
@@ -46,6 +47,8 @@ while read -r program; do
 done < <(find "$folder/tests" -type f -name 'tst_*' -perm -u+x | sort
     echo "$folder/velmora-batch") # which tests start
 
+sources=("$PWD"/{expr,model,io,analysis,report,batch,app})
+
 # llvm-cov on all test programs, of which the first is named without -object, and sources:
 # of_tests COMMAND OPTIONS... SOURCE...
 of_tests() {
@@ -57,10 +60,10 @@ of_tests() {
 }
 
 of_tests show -format=html -show-branches=count -show-instantiations=false \
-    -output-dir="$folder/html" "$PWD"/{expr,model,io,analysis,batch} >/dev/null
+    -output-dir="$folder/html" "${sources[@]}" >/dev/null
 # In the text, a line that begins with its number and its count is followed by the branches
 # that begin in it.
-of_tests show -show-branches=count -show-instantiations=false "$PWD"/{expr,model,io,analysis,batch} \
+of_tests show -show-branches=count -show-instantiations=false "${sources[@]}" \
     | awk '
         /^\/.*:$/ { file = $0 }
         /^ *[0-9]+\|/ { line = $0; isListed = 0 }
@@ -72,9 +75,9 @@ of_tests show -show-branches=count -show-instantiations=false "$PWD"/{expr,model
 row='%-36s %7s %9s %8s %10s %9s %8s\n'
 # shellcheck disable=SC2059 # a row is a format
 printf "\n$row" '' lines unreached reached branches unreached reached
-for sources in expr model io analysis batch; do
+for source in "${sources[@]}"; do
     # Fields from the left: regions, functions, lines and branches.
-    of_tests report -show-branch-summary "$PWD/$sources" | awk -v row="$row" -v folder="$sources" '
+    of_tests report -show-branch-summary "$source" | awk -v row="$row" -v folder="${source##*/}" '
         NF == 13 && $2 ~ /^[0-9]+$/ {
             name = $1 == "TOTAL" ? "all of " folder : folder "/" $1
             printf row, name, $8, $9, $10, $11, $12, $13
