@@ -21,7 +21,7 @@ const StudySize sizeForMemory{4, 50, 100};
 constexpr int fewDataSets = 50;
 constexpr int manyDataSets = 500;
 
-/// Runs the program without a window. Where it is watched, gives the most memory that it had.
+/// Runs the program without a window. Returns its peak memory if it is watched, else 0.
 double runProgram(const QStringList& arguments, bool isWatched = false)
 {
     constexpr int millisecondsBetween = 5;
@@ -39,7 +39,7 @@ double runProgram(const QStringList& arguments, bool isWatched = false)
     return memory;
 }
 
-/// A folder of many data sets, and what velmora-batch is asked for with it.
+/// A folder of many data sets, and the arguments of velmora-batch for it.
 class BatchStudy
 {
 public:
@@ -65,7 +65,7 @@ public:
         return words;
     }
 
-    /// The same with ETAs, which draw the random numbers that shards have to begin with.
+    /// The same with ETAs, so that each shard begins at its own place in the random numbers.
     QStringList withEtas() const
     {
         const ProjectItems varying = makeStudy({size.models, 1, 1}, Variability::TwoEtas);
@@ -78,7 +78,7 @@ public:
         return words;
     }
 
-    /// In one go; the results are in the folder.
+    /// Runs all data sets at once; the results are in the output folder.
     void run(const QString& output) const { runProgram(arguments() + QStringList{"-o", output}); }
 
     void runWithEtas(const QString& output) const
@@ -86,10 +86,10 @@ public:
         runProgram(withEtas() + QStringList{"-o", output});
     }
 
-    /// What all shards need.
+    /// Writes the plan that all shards need.
     void plan(const StudyFiles& place) const { runProgram(planned(place)); }
 
-    /// The shards of the planned run with ETAs, one after another.
+    /// Runs the shards of the planned run with ETAs, one after another.
     void runShards(const StudyFiles& place) const
     {
         const auto edge = [this](int shard) { return shard * size.dataSets / shardCount; };
@@ -100,7 +100,7 @@ public:
         }
     }
 
-    /// The results of all shards together.
+    /// Merges the results of all shards.
     void merge(const StudyFiles& place) const
     {
         QStringList words{"merge", "--quiet", "-o", place.path("results")};
@@ -123,8 +123,8 @@ private:
     }
 };
 
-/// The same in the window: the import of the folder, and the button of page "4". Only these are
-/// timed, if there is a stopwatch.
+/// The same in the window: the import of the folder, then the button of page "4". A stopwatch times
+/// these two only.
 std::unique_ptr<StudyWindow> runInWindow(const BatchStudy& study, Stopwatch* watch = nullptr)
 {
     auto window = std::make_unique<StudyWindow>(study.definitions);
@@ -144,7 +144,7 @@ std::unique_ptr<StudyWindow> runInWindow(const BatchStudy& study, Stopwatch* wat
     return window;
 }
 
-/// The table of doses as the file has it, without heading.
+/// The table of doses as the file holds it, without heading.
 QByteArray dosesOf(const StudyWindow& window)
 {
     const auto* table = window.widget<QTableWidget>("_4_tw_doseChoice");
@@ -180,7 +180,7 @@ bool isSameInShards(const BatchStudy& study)
            == contentOf(parted.path("results/probability.csv"));
 }
 
-/// Times programs, with their start, after what is done before.
+/// Times programs, their start included, after a first step that is not timed.
 Side timedPrograms(const std::function<void(const StudyFiles&)>& work,
                    const std::function<void(const StudyFiles&)>& first = {})
 {
@@ -197,7 +197,7 @@ Side timedPrograms(const std::function<void(const StudyFiles&)>& work,
         Clock::Programs);
 }
 
-/// The most memory of a run over the same files again and again, as links.
+/// The peak memory of a run over links to the same files again and again.
 double memoryOfRun(const BatchStudy& study, int dataSetCount)
 {
     const StudyFiles folder;

@@ -17,7 +17,8 @@ namespace {
 const QVector<double> levels{10, 20, 30, 40, 50, 60, 70, 80, 90};
 constexpr int resampledSamples = 1001;
 
-/// A curve and a dose selection, with what is kept and computed for their certainty, and without.
+/// A curve and a dose selection, with the values kept and figures computed for their certainty, or
+/// without.
 class Certainty
 {
 public:
@@ -44,7 +45,7 @@ public:
         if (withErrors) {
             benchmark::DoNotOptimize(monteCarloErrors(study, ofCurve).constData());
         }
-        // What else is told of doses comes after them.
+        // The other figures of the doses are computed later, when the table shows them.
         found += minimumEffectiveDoses(curve(withErrors ? &ofDoses : nullptr), levels, doses);
         return found;
     }

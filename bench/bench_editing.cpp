@@ -18,7 +18,7 @@
 
 namespace {
 
-/// What a user does not feel as waiting, in seconds.
+/// The longest time in seconds that a user does not feel as waiting.
 constexpr double unnoticed = 0.05;
 
 constexpr int modelCount = 5;
@@ -27,13 +27,13 @@ const QStringList endpoints{"THETA2*DOSE/(THETA3+DOSE)", "THETA2*(exp(DOSE/THETA
                             "THETA2*DOSE", "THETA2*DOSE+THETA3*DOSE^2",
                             "THETA2*DOSE^THETA4/(THETA3^THETA4+DOSE^THETA4)"};
 
-/// Presses keys in the window of the biomarker study and times each until it is seen.
+/// Presses keys in the window of the biomarker study and times each until the window is painted.
 class Editing
 {
 public:
     Editing();
 
-    /// Edits on both pages; gives the seconds of the slowest key.
+    /// Edits on both pages; returns the seconds of the slowest key.
     double playRound();
 
 private:

@@ -94,8 +94,8 @@ constexpr ExpressionCase byHand(const char* text)
     return {text, evaluateInlined<formula>, evaluateByValue<formula>};
 }
 
-/// With ETAs only these vary between the value vectors, as between simulated individuals;
-/// otherwise all names do, as between bootstrap samples and doses.
+/// In an expression with ETAs only these vary between the value vectors, as between simulated
+/// individuals. In all others every name varies, as between bootstrap samples and doses.
 const ExpressionCase cases[] = {
     byHand<emax>("THETA1+THETA2*DOSE/(THETA3+DOSE)"),
     byHand<sigmoidEmax>("THETA1+THETA2*DOSE^THETA4/(THETA3^THETA4+DOSE^THETA4)"),
@@ -119,13 +119,13 @@ double inputFor(const QString& name, InputNumbers& numbers)
     return numbers.between(1.0, 100.0);
 }
 
-/// The same value vectors in the form that each way takes.
+/// The same value vectors in the form that each way needs.
 class ExpressionInputs
 {
 public:
     explicit ExpressionInputs(const ExpressionCase& expressionCase);
 
-    // All values, by each of the ways.
+    // All results, in each of the ways.
     const QVector<double>& inlined();
     const QVector<double>& blockWise();
     const QVector<double>& smallBlocks();
@@ -145,7 +145,7 @@ private:
     int slotCount = 0;
     QVector<int> varyingSlots;
     QVector<QVector<double>> vectors; ///< [vector][slot]
-    std::vector<double> flat;         ///< the same in one piece
+    std::vector<double> flat;         ///< the same as one array
     ValueBlock wholeBlock;
     QVector<ValueBlock> blocks;
     mu::Parser otherParser;
@@ -267,8 +267,9 @@ bool ExpressionInputs::agree()
 using Way = const QVector<double>& (ExpressionInputs::*)();
 using AllInputs = std::vector<std::shared_ptr<ExpressionInputs>>;
 
-/// One way with all expressions to another.
-Comparison compareWays(const char* name, double bar, const AllInputs& all, Way product, Way limit)
+/// Compares two ways over all expressions.
+Comparison compareWays(const char* name, double bar, const AllInputs& all, Way product,
+                       Way baseline)
 {
     const auto side = [](const std::shared_ptr<ExpressionInputs>& inputs, Way results) {
         return timed(
@@ -278,7 +279,7 @@ Comparison compareWays(const char* name, double bar, const AllInputs& all, Way p
     comparison.name = name;
     comparison.bar = bar;
     for (const std::shared_ptr<ExpressionInputs>& inputs : all) {
-        comparison.contests.push_back({side(inputs, product), side(inputs, limit)});
+        comparison.contests.push_back({side(inputs, product), side(inputs, baseline)});
     }
     comparison.agree = [all] {
         return std::all_of(all.begin(), all.end(),

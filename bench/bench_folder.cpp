@@ -22,7 +22,7 @@ std::unique_ptr<StudyWindow> openImportPage()
     return window;
 }
 
-/// The import in a new window, timed from the chosen folder to the shown results.
+/// Imports into a new window, timed from the chosen folder to the shown results.
 void importInNewWindow(const StudyFiles& files, Stopwatch& watch)
 {
     watch.pause();
@@ -33,7 +33,7 @@ void importInNewWindow(const StudyFiles& files, Stopwatch& watch)
     watch.resume();
 }
 
-/// Every file by the two readers, the numbers kept to the end.
+/// Reads the heading and the numbers of every file and keeps the numbers to the end.
 void readFiles(const StudyFiles& files, Stopwatch& watch)
 {
     QVector<Table> tables;

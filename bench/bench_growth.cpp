@@ -18,7 +18,7 @@ constexpr int manySamples = 10000;
 constexpr int fewDataSets = 100;
 constexpr int manyDataSets = 1000;
 
-/// One data set, in the window and beside it. Each work tells whether it was done.
+/// One data set, in the window and without it. Each task returns true if it was done.
 class SampleStudy
 {
 public:
@@ -65,15 +65,14 @@ private:
     int sampleCount;
 };
 
-struct SampleWork
+struct SampleTask
 {
-    bool (SampleStudy::*work)();
+    bool (SampleStudy::*task)();
     Variability variability;
 };
 
-/// Curves with ETAs take so long that the window shows progress and the growing curve
-/// meanwhile.
-const SampleWork sampleWorks[] = {
+/// Curves with ETAs take so long that the window shows their progress and the growing curve.
+const SampleTask sampleTasks[] = {
     {&SampleStudy::weigh, Variability::None},
     {&SampleStudy::select, Variability::None},
     {&SampleStudy::recalculate, Variability::None},
@@ -81,16 +80,16 @@ const SampleWork sampleWorks[] = {
     {&SampleStudy::recalculate, Variability::TwoEtas},
 };
 
-/// All works by window or computation with the two sizes of study.
+/// Adds all tasks, in the window or by computation, with both sizes of study.
 void addContests(Comparison& comparison, Variability variability)
 {
     const auto few = std::make_shared<SampleStudy>(fewSamples, variability);
     const auto many = std::make_shared<SampleStudy>(manySamples, variability);
-    for (const SampleWork& entry : sampleWorks) {
+    for (const SampleTask& entry : sampleTasks) {
         if (entry.variability == variability) {
-            const auto side = [work = entry.work](const std::shared_ptr<SampleStudy>& study) {
-                return timed([work, study] {
-                    require((study.get()->*work)(), "a work on many samples was not done");
+            const auto side = [task = entry.task](const std::shared_ptr<SampleStudy>& study) {
+                return timed([task, study] {
+                    require((study.get()->*task)(), "a task on many samples was not done");
                 });
             };
             comparison.contests.push_back({side(many), side(few)});

@@ -12,7 +12,7 @@
 
 namespace {
 
-/// What a user does not see as a delay: a picture of a screen that shows 60 in a second.
+/// Seconds that a user does not see as a delay: one frame of a screen that shows 60 a second.
 constexpr double oneFrame = 0.016;
 
 /// A window with the results of one model.
@@ -36,7 +36,7 @@ public:
                 "the results of the model are not there");
     }
 
-    /// From the click on the page's button until it is seen, coming from another page.
+    /// Seconds from the click on the page's button, on another page, until the page is painted.
     double turnTo(Page page, Page other)
     {
         secondsUntilSeen(paints, [this, other] { window.showPage(other); });

@@ -17,7 +17,7 @@ namespace {
 
 constexpr FlatCurve::Weights modelWeights{0.4, 0.3, 0.2, 0.1};
 
-/// Whether the curves differ by no more than the relative tolerance; not at all if it is 0.
+/// True if the curves differ by no more than the relative tolerance; 0 demands equal numbers.
 bool sameCurve(const Curve& first, const Curve& second, double tolerance)
 {
     return std::equal(
@@ -95,7 +95,8 @@ template <typename Model>
 QVector<double> simulate(const QVector<double>& row, Model (*modelAt)(const double*, double),
                          Generator& generator)
 {
-    // As many individuals as the threads get in even shares; the mean counts all.
+    // The threads get even shares of the individuals, so a remainder is left out; the mean divides
+    // by all.
     const int threads = qMax(1, QThread::idealThreadCount());
     const int individuals = simulationCount / threads * threads;
     const double* omega = row.constData() + OmegaColumn;
@@ -173,7 +174,7 @@ Side byVelmora(const std::shared_ptr<Probability>& velmora)
     return timed([velmora] { benchmark::DoNotOptimize(velmora->curve().probability.constData()); });
 }
 
-/// Libraries may round sines and logarithms differently in the last place.
+/// Cosines and logarithms of libraries may differ in the last place.
 bool isSameAsByHand(Probability& velmora)
 {
     constexpr double tolerance = 1e-12;
@@ -213,13 +214,13 @@ Comparison compareWithoutEtas()
     return comparison;
 }
 
-/// Wall time with as many threads in the pool as processors; NaN if other programs had more
-/// than a little of them.
+/// Wall time with one thread for each processor; NaN if other programs take more than a small share
+/// of the processors.
 Side onProcessors(int count, const std::shared_ptr<Probability>& velmora)
 {
     return [count, velmora] {
-        constexpr double little = 0.05;
-        constexpr int curves = 8; // what others do is known by ticks of the system's clock
+        constexpr double smallShare = 0.05;
+        constexpr int curves = 8; // the system counts the time of others in coarse ticks
         const Processors processors(count);
         const OtherPrograms others;
         const Stopwatch watch(Clock::WholeWall);
@@ -227,7 +228,7 @@ Side onProcessors(int count, const std::shared_ptr<Probability>& velmora)
             benchmark::DoNotOptimize(velmora->curve().probability.constData());
         }
         const double seconds = watch.seconds() / curves;
-        return others.share() > little ? std::numeric_limits<double>::quiet_NaN() : seconds;
+        return others.share() > smallShare ? std::numeric_limits<double>::quiet_NaN() : seconds;
     };
 }
 

@@ -21,7 +21,7 @@ QByteArray read(const QString& path)
     return file.readAll();
 }
 
-/// Writes through the given function as the window saves: whole, and onto the disk.
+/// Writes with the given function as the window saves: the whole file, synced to the disk.
 template <typename Write>
 void save(const QString& path, Write write)
 {
@@ -46,7 +46,7 @@ bool sameResults(const RawResults& first, const RawResults& second)
     return same;
 }
 
-/// A study of 194 MB, saved and loaded.
+/// A project of 194 MB, saved and opened.
 class ProjectFile
 {
 public:

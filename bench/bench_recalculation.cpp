@@ -12,7 +12,7 @@
 
 namespace {
 
-/// The curve of a study by a click in the window and by the computation alone.
+/// The curve of a study, by a click in the window and by the computation alone.
 class Recalculation
 {
 public:

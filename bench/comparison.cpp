@@ -14,12 +14,12 @@ namespace {
 constexpr double shortestSample = 0.005;
 constexpr double shortestContest = 1.0;
 
-/// One side and the other, measured one right after the other.
+/// Both sides, measured one right after the other.
 struct Sample
 {
     double product;
-    double limit;
-    double ratio() const { return product / limit; }
+    double baseline;
+    double ratio() const { return product / baseline; }
 };
 
 Sample measurePair(const std::vector<Contest>& contests, bool productFirst)
@@ -29,15 +29,15 @@ Sample measurePair(const std::vector<Contest>& contests, bool productFirst)
         Sample sample{};
         if (productFirst) {
             sample.product = contest.product();
-            sample.limit = contest.limit();
+            sample.baseline = contest.baseline();
         } else {
-            sample.limit = contest.limit();
+            sample.baseline = contest.baseline();
             sample.product = contest.product();
         }
         logarithms.product += std::log(sample.product) / double(contests.size());
-        logarithms.limit += std::log(sample.limit) / double(contests.size());
+        logarithms.baseline += std::log(sample.baseline) / double(contests.size());
     }
-    return {std::exp(logarithms.product), std::exp(logarithms.limit)};
+    return {std::exp(logarithms.product), std::exp(logarithms.baseline)};
 }
 
 double loadOfMachine()
@@ -58,20 +58,20 @@ Verdict verdictFor(const Comparison& comparison, const MedianInterval& ratio, bo
     return verdictOf({1 / ratio.median, 1 / ratio.high, 1 / ratio.low}, 1 / comparison.bar, isBusy);
 }
 
-/// Pairs of a contest, as many as there are so far.
+/// The pairs of a contest measured so far.
 class Series
 {
 public:
     explicit Series(const std::vector<Contest>& ofContests)
         : contests(ofContests)
     {
-        measurePair(contests, true); // fills caches, and finds how often short work is repeated
+        measurePair(contests, true); // fills caches and finds how often to repeat short tasks
     }
 
     std::size_t size() const { return all.size(); }
 
-    /// Measures pairs for so long that the system's count of processor time is fine enough to
-    /// tell whether the machine was quiet meanwhile.
+    /// Measures pairs until the system's count of processor time is fine enough to show whether
+    /// the machine was quiet meanwhile.
     void measureSome()
     {
         constexpr double shortestGroup = 0.2;
@@ -92,7 +92,7 @@ public:
         }
     }
 
-    /// By the pairs of quiet moments if these suffice, else by all.
+    /// Uses the pairs from quiet moments if there are enough of them, else all pairs.
     Measured evaluate(const Comparison& comparison, int look) const
     {
         const bool isQuiet = quiet.size() >= std::size_t(pairsOfLook(1));
@@ -111,7 +111,7 @@ public:
         measured.pairs = int(samples.size());
         if (!samples.empty()) {
             measured.product = samples[samples.size() / 2].product;
-            measured.limit = samples[samples.size() / 2].limit;
+            measured.baseline = samples[samples.size() / 2].baseline;
         }
         measured.others = others.share();
         measured.load = loadOfMachine();
@@ -126,7 +126,7 @@ private:
     bool productFirst = false;
 };
 
-/// Measures until the interval excludes the bar, at one of the looks, or the time is over.
+/// Measures until a look decides the comparison or the time is over.
 Measured measure(const Comparison& comparison, const std::vector<Contest>& contests)
 {
     Series series(contests);
@@ -169,13 +169,13 @@ void run(benchmark::State& state, const Comparison& comparison, Report& report)
 {
     Measured measured;
     if (comparison.agree && !comparison.agree()) {
-        state.SkipWithError("the sides differ in their results");
+        state.SkipWithError("the two sides give different results");
     }
     for (auto _ : state) {
         measured = measure(comparison);
         state.SetIterationTime(comparison.isTime ? measured.product : 0.0);
     }
-    state.counters["limit"] = comparison.isTime ? measured.limit : 0.0;
+    state.counters["baseline"] = comparison.isTime ? measured.baseline : 0.0;
     state.counters["pairs"] = measured.pairs;
     report.add(comparison, measured);
 }

@@ -15,23 +15,23 @@
 
 class Report;
 
-/// Does a work and measures it: seconds of one run, or bytes. NaN if other programs were in the
-/// way; such a pair does not count.
+/// Runs a task and measures it: seconds of one run, or bytes. NaN if other programs disturbed the
+/// measurement; such a pair does not count.
 using Side = std::function<double()>;
 
-/// Seconds of a run on the clock. Work shorter than a few milliseconds is repeated, so that the
-/// clock is fine enough. By the stopwatch the work can leave a part out.
+/// Seconds of a run on the clock. A task shorter than a few milliseconds is repeated, as the clock
+/// is too coarse for it. With the stopwatch the task can leave a part out.
 Side timed(const std::function<void()>& work, Clock clock = Clock::Processor);
 Side timedInPart(const std::function<void(Stopwatch&)>& work, Clock clock = Clock::Processor);
 
-/// A limit that is the same for all runs.
+/// A baseline that is the same in every run.
 Side constant(double value);
 
-/// A work of Velmora and what it is held against.
+/// A task of Velmora and the baseline that it is compared with.
 struct Contest
 {
     Side product;
-    Side limit;
+    Side baseline;
 };
 
 /// A ratio with the bar that it must not exceed.
@@ -43,32 +43,33 @@ struct Comparison
     std::string name;
     double bar = std::numeric_limits<double>::quiet_NaN(); ///< NaN for none
     std::vector<Contest> contests;
-    /// Of several contests: the mean of the ratios in each pair, or the worst of their medians.
+    /// What counts of several contests: the mean ratio of each pair, or the worst median.
     Together together = Together::GeometricMean;
-    /// Whether both sides give the same results. Called once, before anything is measured; with
-    /// false the row fails. Empty if there is nothing to compare.
+    /// True if both sides give the same results. Called once, before the measurement; the row
+    /// fails if it returns false. Empty if there is nothing to compare.
     std::function<bool()> agree;
-    /// A contest that is undecided after this time stays so.
+    /// A contest that is still undecided after this time remains undecided.
     double longestSeconds = 20;
-    bool isTime = true; ///< what the sides give, and the console shows
+    bool isTime = true; ///< whether the sides return seconds; only these are printed
     benchmark::TimeUnit unit = benchmark::kMillisecond;
-    /// A check of the limit itself has to reach its bar.
+    /// Whether the bar is the most (a row) or the least (a check of the baseline) that is allowed.
     Kind kind = Kind::Row;
 };
 
-/// What the pairs of a comparison showed.
+/// The result of a comparison.
 struct Measured
 {
     MedianInterval ratio{std::numeric_limits<double>::quiet_NaN(), 0, 0};
     Verdict verdict = Verdict::Missed;
     int pairs = 0;
-    double product = 0.0; ///< of the pair in the middle
-    double limit = 0.0;
+    double product = 0.0; ///< of the middle pair
+    double baseline = 0.0;
     double others = 0.0; ///< share of the processors that other programs took meanwhile
     double load = 0.0;   ///< of the machine in the last minute
 };
 
-/// Adds a benchmark that measures pairs and puts the result into the report, which must live on.
+/// Adds a benchmark that measures pairs and adds the result to the report. The report must outlive
+/// the benchmark.
 void registerComparison(Report& report, const Comparison& comparison);
 
 #endif

@@ -4,7 +4,7 @@
 
 #include <cstdio>
 
-/// Called for each subject; all are measured on the same machine.
+/// Prints the machine once; the library calls this for each subject.
 bool Console::ReportContext(const Context& context)
 {
     constexpr std::size_t longestName = 36;
@@ -14,8 +14,8 @@ bool Console::ReportContext(const Context& context)
     return goesOn;
 }
 
-/// The library's columns show what a comparison has instead: its limit for the processor time,
-/// pairs for iterations.
+/// Fills the library's columns with other values: the baseline instead of the processor time, and
+/// the number of pairs instead of that of iterations.
 void Console::ReportRuns(const std::vector<Run>& runs)
 {
     for (Run shown : runs) {
@@ -25,7 +25,7 @@ void Console::ReportRuns(const std::vector<Run>& runs)
         const double pairs = shown.counters["pairs"];
         shown.iterations = benchmark::IterationCount(pairs);
         shown.real_accumulated_time *= pairs;
-        shown.cpu_accumulated_time = shown.counters["limit"] * pairs;
+        shown.cpu_accumulated_time = shown.counters["baseline"] * pairs;
         shown.counters.clear();
         ConsoleReporter::ReportRuns({shown});
     }
@@ -33,6 +33,6 @@ void Console::ReportRuns(const std::vector<Run>& runs)
 
 void Console::PrintHeader(const Run& /*run*/)
 {
-    std::printf("\n%-*s %13s %15s %12s\n", int(name_field_width_), "row", "product", "limit",
+    std::printf("\n%-*s %13s %15s %12s\n", int(name_field_width_), "row", "product", "baseline",
                 "pairs");
 }

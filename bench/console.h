@@ -5,7 +5,7 @@
 
 #include <benchmark/benchmark.h>
 
-/// Prints a row as soon as it is measured, with the times of its middle pair.
+/// Prints each row as soon as it is measured, with the times of its middle pair.
 class Console : public benchmark::ConsoleReporter
 {
 public:

@@ -22,7 +22,7 @@ FlatCurve::FlatCurve(const RawResults& rawResults)
 {
 }
 
-/// The formulas as they are typed.
+/// The endpoint expressions of the four models.
 inline void FlatCurve::evaluate(int sample, double* values) const
 {
     const auto thetas = [this, sample](int model) {

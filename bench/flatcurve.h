@@ -8,20 +8,20 @@
 #include <array>
 #include <vector>
 
-/// The curve without ETAs as one writes it who has these four models only: rows read where they
-/// lie, results in one piece, and one loop that evaluates, weighs and adds up.
+/// The curve without ETAs, written by hand for these four models only: the rows are read in place,
+/// the results are one array, and one loop evaluates, weighs and adds up.
 class FlatCurve
 {
 public:
     using Weights = std::array<double, 4>; ///< [model]
 
-    /// Of data set 0.
+    /// Takes data set 0.
     explicit FlatCurve(const RawResults& rawResults);
 
-    /// Endpoints and probability by the same weights for all samples.
+    /// Computes endpoints and probability, with the same weights for all samples.
     void compute(const Weights& weights);
 
-    /// The results of the last computation.
+    /// The results of the last call of compute.
     Curve results() const;
     const double* probability() const { return percent.data(); }
 

@@ -16,7 +16,7 @@ namespace {
 
 constexpr int simulationTab = 1;
 
-/// Goes on with the time when the user is done with choosing a file.
+/// Resumes the stopwatch when the file dialog closes.
 class FileDialogClock : public QObject
 {
 public:

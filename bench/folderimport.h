@@ -11,15 +11,15 @@
 /// The name of a raw_results file in a folder with many data sets.
 QString folderFileName(int model, int dataSet);
 
-/// Writes bootstrap results of InputColumnCount columns. All models of a data set have the same,
-/// so that their rows belong together, and so have five data sets.
+/// Writes bootstrap results of InputColumnCount columns. All models of a data set have the same
+/// results, so that their rows belong together. Five data sets in a row share theirs, too.
 void writeFolder(const StudyFiles& files, const StudySize& size);
 
-/// Turns a window to the page that imports folders.
+/// Shows the page that imports folders.
 void showFolderImport(StudyWindow& window);
 
-/// Imports the folder by the button of that page. A stopwatch, if there is one, goes on when the
-/// folder is chosen, until when it has to be paused.
+/// Imports the folder with the button of that page. A stopwatch must be paused before; it resumes
+/// when the folder is chosen.
 void importFolder(StudyWindow& window, const StudyFiles& files, const StudySize& size,
                   Stopwatch* watch = nullptr);
 

@@ -14,7 +14,7 @@
 class InputNumbers
 {
 public:
-    /// Evenly distributed between the limits.
+    /// Evenly distributed between the two numbers.
     double between(double lower, double upper);
 
 private:
@@ -24,19 +24,19 @@ private:
 /// 0-based columns of the bootstrap rows made by bootstrapTable.
 enum InputColumn { OfvColumn = 19, ThetaColumn = 20, OmegaColumn = 24, InputColumnCount = 60 };
 
-/// Bootstrap rows as of a model with four THETAs and two ETAs, [sample][column]: THETA1 to
+/// Bootstrap rows of a model with four THETAs and two ETAs, [sample][column]: THETA1 to
 /// THETA4 from ThetaColumn on, OMEGA(1,1), OMEGA(2,1) and OMEGA(2,2) from OmegaColumn on.
 Table bootstrapTable(InputNumbers& numbers, int sampleCount);
 
-/// Bootstrap rows, at least one, as the text of a raw_results file, below a quoted heading,
-/// with 6 significant digits.
+/// The text of a raw_results file: a quoted heading, then the bootstrap rows (at least one) with
+/// 6 significant digits.
 QByteArray rawResultsText(const Table& table);
 
-/// Whether two tables hold the same numbers, bit for bit.
+/// True if both hold the same numbers, bit for bit.
 bool sameBits(const Table& first, const Table& second);
 bool sameBits(const QVector<double>& first, const QVector<double>& second);
 
-/// Whether the numbers differ by no more than the relative tolerance.
+/// True if the numbers differ by no more than the relative tolerance.
 bool sameWithin(const Table& first, const Table& second, double tolerance);
 bool sameWithin(const QVector<double>& first, const QVector<double>& second, double tolerance);
 

@@ -37,7 +37,7 @@ constexpr Subject subjects[] = {
     {"pages", registerPages},
 };
 
-/// Leaves out what the pages say to developers.
+/// Leaves out the debug messages of the pages.
 void showSevere(QtMsgType type, const QMessageLogContext& /*context*/, const QString& text)
 {
     if (type == QtCriticalMsg || type == QtFatalMsg) {
@@ -53,12 +53,13 @@ bool isSubject(const QString& name)
 
 void printHelp()
 {
-    std::puts("Usage: velmora-bench [--output FILE] [--benchmark_...] [SUBJECT...]\n\n"
-              "Measures Velmora beside the same work written by hand and prints the ratios.\n"
-              "The exit code is 1 if a row misses its bar.\n\n"
-              "  --output FILE    write the ratios to this file, too\n"
-              "  --benchmark_...  options of the benchmark library, as --benchmark_filter=REGEX\n"
-              "  SUBJECT          measure this only, of:");
+    std::puts(
+        "Usage: velmora-bench [--output FILE] [--benchmark_...] [SUBJECT...]\n\n"
+        "Benchmarks Velmora against hand-written code and prints the ratios.\n"
+        "The exit code is 1 if a row misses its bar.\n\n"
+        "  --output FILE    also write the ratios to this file\n"
+        "  --benchmark_...  options of the benchmark library, such as --benchmark_filter=REGEX\n"
+        "  SUBJECT          measure only this subject, one of:");
     for (const Subject& subject : subjects) {
         std::printf("                     %s\n", subject.name);
     }

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Memory of a program in bytes: now, or the most that it ever had.
+/// Memory of a program in bytes: VmRSS is the present value, VmHWM the peak.
 double memory(const char* field, const QString& program = "self")
 {
     QFile file("/proc/" + program + "/status");
@@ -23,7 +23,7 @@ double memory(const char* field, const QString& program = "self")
     return std::numeric_limits<double>::quiet_NaN();
 }
 
-/// Lets the most memory be that of now, where the system allows it.
+/// Resets the peak to the present memory, where the system allows it.
 void forgetPeakMemory()
 {
     malloc_trim(0);

@@ -7,12 +7,11 @@
 
 #include <functional>
 
-/// The most memory in bytes that a work takes beyond what the program has before. Too much rather
-/// than too little where the most memory ever taken cannot be forgotten; NaN where the system
-/// does not tell.
+/// The peak memory in bytes of a task, beyond what the program holds before. Rather too large than
+/// too small where the system cannot reset the peak; NaN where it does not report memory.
 double memoryOf(const std::function<void()>& work);
 
-/// The most memory in bytes that a running program ever had, by its number; 0 when it has ended.
+/// The peak memory in bytes of a running program, by its number; 0 if it has ended.
 double peakMemory(qint64 program);
 
 #endif

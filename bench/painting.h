@@ -26,7 +26,7 @@ protected:
     }
 };
 
-/// From an action until the window was painted and has nothing more to paint.
+/// Seconds from an action until the window is painted and has nothing more to paint.
 template <typename Act>
 double secondsUntilSeen(const PaintCounter& paints, Act act)
 {

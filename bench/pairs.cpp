@@ -8,7 +8,7 @@
 
 namespace {
 
-/// The greatest k of which medianInterval tells; 0 if there is none.
+/// The greatest k as medianInterval defines it; 0 if there is none.
 int outermostRank(int count, double error)
 {
     double fewerHeads = 0.0;
@@ -65,6 +65,6 @@ Verdict verdictOf(const MedianInterval& interval, double bar, bool isBusy)
     if (interval.high <= bar) {
         return Verdict::Kept;
     }
-    const double untold = isBusy ? byOthers : byPlace;
-    return interval.low > bar * (1 + untold) ? Verdict::Missed : Verdict::Undecided;
+    const double hidden = isBusy ? byOthers : byPlace;
+    return interval.low > bar * (1 + hidden) ? Verdict::Missed : Verdict::Undecided;
 }

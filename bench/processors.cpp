@@ -6,7 +6,7 @@
 
 namespace {
 
-/// Those that the program may use as it starts.
+/// The processors that the program may use at its start.
 cpu_set_t allProcessors()
 {
     cpu_set_t processors;
@@ -14,7 +14,7 @@ cpu_set_t allProcessors()
     return processors;
 }
 
-/// Threads take over the processors of the one that starts them, so the pool's start anew.
+/// Threads inherit the processors of the thread that starts them, so the pool starts new ones.
 void restart(QThreadPool& pool, int threadCount, const cpu_set_t& processors)
 {
     pool.waitForDone();

@@ -5,8 +5,8 @@
 
 #include <sched.h>
 
-/// Keeps the program on the first processors that it may use, for as long as it lives.
-/// Within another one's life it may ask for more than that one.
+/// Keeps the program on the first processors that it may use, as long as this object lives.
+/// A nested object may ask for more processors than the outer one.
 class Processors
 {
 public:

@@ -13,7 +13,7 @@ namespace {
 std::string remark(double bar, const Measured& measured)
 {
     if (measured.pairs == 0 && measured.verdict == Verdict::Missed) {
-        return "not met: not measured";
+        return "missed: not measured";
     }
     if (std::isnan(bar)) {
         return "no bar on this processor";
@@ -22,12 +22,13 @@ std::string remark(double bar, const Measured& measured)
     case Verdict::Kept:
         return {};
     case Verdict::Missed:
-        return "not met";
+        return "missed";
     case Verdict::Undecided:
         break;
     }
     char text[80];
-    std::snprintf(text, sizeof(text), "undecided, others take %.0f %% of the machine, load %.1f",
+    std::snprintf(text, sizeof(text),
+                  "undecided: other programs take %.0f %% of the processors, load %.1f",
                   100 * measured.others, measured.load);
     return text;
 }
@@ -45,13 +46,13 @@ void Report::add(const Comparison& comparison, const Measured& measured)
     entries.push_back({comparison.name, comparison.bar, isRow ? "<=" : ">=", isRow, measured});
 }
 
-void Report::addMost(const std::string& name, double limit, double value)
+void Report::addMost(const std::string& name, double bar, double value)
 {
     Measured measured;
     measured.ratio = {value, value, value};
-    measured.verdict = verdictOf(measured.ratio, limit);
+    measured.verdict = verdictOf(measured.ratio, bar);
     measured.pairs = 1;
-    entries.push_back({name, limit, "<=", false, measured});
+    entries.push_back({name, bar, "<=", false, measured});
 }
 
 bool Report::isGood() const
@@ -65,7 +66,7 @@ void Report::print() const
 {
     for (const bool rows : {true, false}) {
         std::printf("\n%-36s %8s %8s %8s %8s %6s\n", rows ? "row" : "check",
-                    rows ? "ratio" : "value", rows ? "bar" : "limit", "low", "high", "pairs");
+                    rows ? "ratio" : "value", "bar", "low", "high", "pairs");
         for (const Entry& entry : entries) {
             if (entry.isRow == rows) {
                 const Measured& measured = entry.measured;

@@ -8,24 +8,24 @@
 #include <string>
 #include <vector>
 
-/// What was measured, beside the bars.
+/// The results of all comparisons, with their bars.
 class Report
 {
 public:
     void add(const Comparison& comparison, const Measured& measured);
 
-    /// A check of a number that must not exceed its limit; NaN exceeds every limit.
-    void addMost(const std::string& name, double limit, double value);
+    /// Adds a check of a number that must not exceed its bar; NaN exceeds every bar.
+    void addMost(const std::string& name, double bar, double value);
 
-    /// Whether something was measured, no row misses its bar and every check holds. What is
-    /// undecided is no failure.
+    /// True if something was measured, no row misses its bar and every check holds. An undecided
+    /// row is no failure.
     bool isGood() const;
 
-    /// Rows and checks on standard output.
+    /// Prints rows and checks on standard output.
     void print() const;
 
-    /// The rows as a table with the columns row, ratio, bar, low, high and pairs. A row without
-    /// a bar has none there. False if the file cannot be written.
+    /// Writes the rows as CSV with the columns row, ratio, bar, low, high and pairs; bar is empty
+    /// for a row without one. Returns false if the file cannot be written.
     bool write(const std::string& path) const;
 
 private:

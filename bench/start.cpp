@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Ends the program when a window was painted. What the end takes is no part of a start.
+/// Ends the program when a window is painted. Closing down does not count as part of a start.
 class EndWhenPainted : public QObject
 {
 public:
@@ -37,7 +37,7 @@ int show(QMainWindow& window)
 
 } // namespace
 
-/// Starts as Velmora does, or with a bare window of the same size and a chart, and ends.
+/// Shows the window of Velmora, or a bare window of the same size with a chart, then ends.
 int main(int argc, char** argv)
 {
     const QApplication application(argc, argv);

@@ -30,7 +30,7 @@ double secondsOfPrograms()
     return secondsOf(usage.ru_utime) + secondsOf(usage.ru_stime);
 }
 
-/// How long a thread waited for a processor: the second number of the scheduler's statistics.
+/// Seconds that a thread waited for a processor: the second number of the scheduler's statistics.
 double waitingOf(const QString& thread)
 {
     QFile file(thread + "/schedstat");

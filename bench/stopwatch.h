@@ -4,13 +4,13 @@
 #define VELMORA_BENCH_STOPWATCH_H
 
 enum class Clock {
-    Processor, ///< of all threads of this program
-    Programs,  ///< processor time of the programs that were started and have ended
-    Wall,      ///< less what the calling thread was ready for a processor that others had
-    WholeWall, ///< all of it
+    Processor, ///< processor time of all threads of this program
+    Programs,  ///< processor time of all started programs that have ended
+    Wall,      ///< wall time without the time that the calling thread waits for a processor
+    WholeWall, ///< all wall time
 };
 
-/// The time of a clock, from its making on and without pauses.
+/// The time of a clock since the stopwatch was made, without pauses.
 class Stopwatch
 {
 public:
@@ -19,7 +19,7 @@ public:
     void pause();
     void resume();
 
-    /// Without a pause that goes on.
+    /// Without the pauses, a present one included.
     double seconds() const;
 
 private:
@@ -29,13 +29,13 @@ private:
     bool isRunning = false;
 };
 
-/// What other programs do from its making on.
+/// What other programs do since the object was made.
 class OtherPrograms
 {
 public:
     OtherPrograms();
 
-    /// How much of the processors' time they take. 0 where the system does not tell.
+    /// The share of the processors that they take; 0 where the system does not report it.
     double share() const;
 
 private:

@@ -22,16 +22,16 @@ struct StudySize
 };
 
 /// A made-up study with these doses and this target, as a project: a linear, an emax, a
-/// sigmoid emax and an exponential model, averaged by the weights of every sample.
+/// sigmoid emax and an exponential model, averaged with the weights of each sample.
 ProjectItems makeStudy(const StudySize& size, Variability variability);
 
-/// The definitions that the window makes of the study.
+/// The definitions that the window makes from the study.
 QVector<endPoint> definitionsOf(const ProjectItems& study);
 
-/// The inputs of a calculation with these.
+/// The inputs of a calculation with these definitions and results.
 Study inputsOf(const QVector<endPoint>& endPoints, const RawResults& rawResults);
 
-/// The weights of a data set that the window finds for the definitions, [sample][model].
+/// The weights of data set 0 as the window calculates them, [sample][model].
 Table weightsOf(const QVector<endPoint>& endPoints, const RawResults& rawResults);
 
 struct Curve
@@ -40,8 +40,8 @@ struct Curve
     QVector<double> probability;
 };
 
-/// The curve of data set 0 by model averaging with the weights of every sample, or with
-/// the same for all. weights is [sample][model].
+/// The curve of data set 0 by model averaging, with the weights of each sample or with the same
+/// weights for all samples. weights is [sample][model].
 Curve computeCurve(const QVector<endPoint>& endPoints, const RawResults& rawResults,
                    const Table& weights, bool individualWeights);
 

@@ -11,13 +11,13 @@
 
 enum Page { ImportPage, ResultsPage, EndpointPage, WeightPage, ProbabilityPage, DosePage };
 
-/// A shown window, used by mouse and keys.
+/// A shown window, operated by mouse and keys.
 class StudyWindow
 {
 public:
     StudyWindow();
 
-    /// Opens the study by the menu, from a file in between.
+    /// Opens the study with the menu, from a temporary file.
     explicit StudyWindow(const ProjectItems& study);
 
     MainWindow& window() { return shown; }
