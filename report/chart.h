@@ -13,10 +13,10 @@ enum class ChartRole {
     Line,   ///< a thin line with symbols
     Main,   ///< the thick line that the chart is about
     Points, ///< symbols alone
-    Guide   ///< a dotted line across, named at its end instead of in the legend
+    Guide   ///< a dotted line across the chart, named at its end and not in the legend
 };
 
-/// Values over keys, with error bars of both directions where errors are given.
+/// Values over keys, with error bars in both directions if there are errors.
 struct ChartCurve
 {
     QString name;
@@ -26,7 +26,7 @@ struct ChartCurve
     ChartRole role = ChartRole::Line;
 };
 
-/// What lies between two curves.
+/// The area between two curves.
 struct ChartBand
 {
     QString name;
@@ -35,7 +35,7 @@ struct ChartBand
     QVector<double> upper;
 };
 
-/// Bars that stand on those before them.
+/// Bars stacked on those before them.
 struct ChartBars
 {
     QString name;
@@ -43,7 +43,7 @@ struct ChartBars
     QVector<double> values;
 };
 
-/// Circles whose areas are counts, with the count beside each.
+/// A circle whose area is a count, with the count next to it.
 struct ChartSpot
 {
     double key;
@@ -56,15 +56,15 @@ using ChartTick = QPair<double, QString>;
 struct ReportChart
 {
     QString caption;
-    QString description; ///< what there is to see, for those who cannot
+    QString description; ///< what the chart shows, for readers who cannot see it
     QString keyLabel;
     QString valueLabel;
     QVector<ChartBand> bands = {};
     QVector<ChartBars> bars = {};
     QVector<ChartCurve> curves = {};
     QVector<ChartSpot> spots = {};
-    QVector<ChartTick> valueTicks = {}; ///< in place of numbers on the axis of values
-    QVector<double> valueRange = {};    ///< lower and upper; empty for that of the values
+    QVector<ChartTick> valueTicks = {}; ///< shown instead of numbers on the axis of values
+    QVector<double> valueRange = {};    ///< lower and upper; empty for the range of the values
 };
 
 #endif

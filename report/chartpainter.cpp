@@ -49,7 +49,7 @@ QFont chartFont()
     return font;
 }
 
-/// What an axis has to show.
+/// The range that an axis shows.
 class Span
 {
 public:
@@ -124,7 +124,7 @@ private:
         plot.yAxis->setLabel(chart.valueLabel);
         plot.axisRect()->setupFullAxesBox();
         for (QCPAxis* frame : {plot.xAxis2, plot.yAxis2}) {
-            frame->setTicks(false); // their range is none of the chart's
+            frame->setTicks(false); // their range has nothing to do with the chart
         }
         plot.axisRect()->setMinimumMargins(QMargins(0, letterPixels, roomForGuideNames, 0));
         for (QCPAxis* axis : plot.axisRect()->axes()) {
@@ -143,7 +143,7 @@ private:
         }
     }
 
-    /// Below the axes, where long names and many of them leave these their room.
+    /// Puts the legend below the axes, where many long names do not take their room.
     void showLegend()
     {
         plot.legend->setVisible(true);
@@ -318,7 +318,7 @@ private:
     int barCount = 0;
     int lineCount = 0;
     QCPBars* lastBars = nullptr;
-    QVector<double> stacked; ///< what bars reach so far
+    QVector<double> stacked; ///< height of the bars so far
 };
 
 } // namespace

@@ -9,9 +9,9 @@ namespace {
 constexpr double widerInBold = 1.2;
 constexpr double gap = 2; ///< between columns, in letters
 constexpr double narrowerAsCode = 0.75;
-constexpr double shortHeading = 8; ///< that a column has room for at least
-constexpr double shortWord = 12;   ///< that is not broken in a text: the name of most models
-constexpr double mostLetters = 40; ///< that a column asks for, where texts have to be broken
+constexpr double shortHeading = 8; ///< a heading that fits into every column
+constexpr double shortWord = 12;   ///< a word never broken in a text: the names of most models
+constexpr double mostLetters = 40; ///< the widest that a column asks for if texts are broken
 
 int longestWord(const QString& text)
 {
@@ -22,13 +22,13 @@ int longestWord(const QString& text)
     return longest;
 }
 
-/// Of a heading, which is broken between words alone.
+/// The longest word of a heading. Headings are broken only between words.
 double longestWordInBold(const QString& heading)
 {
     return widerInBold * longestWord(heading);
 }
 
-/// Of the cells of a column of texts.
+/// The longest word of the cells in a column of texts.
 double longestWord(const ReportTable& table, int column)
 {
     int longest = 0;
@@ -48,7 +48,7 @@ bool isOfTexts(const ReportTable& table, int column)
     return table.alignment.mid(column, 1) == "l";
 }
 
-/// Of the cells below a heading.
+/// The longest cell below a heading.
 double longestCell(const ReportTable& table, int column)
 {
     int longest = 0;
@@ -59,8 +59,8 @@ double longestCell(const ReportTable& table, int column)
     return isCode ? narrowerAsCode * qMin(longest, codePieceLetters) : longest;
 }
 
-/// Fits columns into a line: each gets the least that it needs, then those of numbers and codes
-/// what their headings wish, then those of texts the rest.
+/// Fits columns into a line. Each gets the least that it needs; then columns of numbers and codes
+/// get what their headings ask for; columns of texts share the rest.
 void fit(const ReportTable& table, QVector<double>& widths)
 {
     QVector<double> least;

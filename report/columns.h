@@ -5,15 +5,14 @@
 
 #include "report/document.h"
 
-/// Letters that a line of a printed table holds, about.
+/// Approximate number of letters in a line of a printed table.
 constexpr int lettersInLine = 90;
 
-/// How wide a column has to be at least, in letters: numbers are not broken, texts and headings
-/// may be.
+/// The least width of a column, in letters. Numbers are never broken; texts and headings may be.
 double leastLetters(const ReportTable& table, int column);
 
-/// How wide the columns of a table are to be, as shares of a line: they add up to 1 at the most,
-/// and to 1 where texts have to be broken.
+/// The widths of the columns of a table, as shares of a line. They add up to at most 1, and to 1
+/// if texts have to be broken.
 QVector<double> columnShares(const ReportTable& table);
 
 #endif

@@ -59,7 +59,7 @@ bool agree(const ReportedResult& first, const ReportedResult& second)
            && a.fingerprint == b.fingerprint;
 }
 
-/// False if it is given up.
+/// False if aborted.
 bool addStability(ReportedResult& result, const GoesOn& goesOn)
 {
     if (!result.stability.isEmpty() || !result.evaluation.exists()) {

@@ -9,7 +9,7 @@
 #include "io/sourcefile.h"
 #include "report/document.h"
 
-/// A file that a study was read from, and what has become of it.
+/// A file that a study was read from, and its state now.
 struct ReportedFile
 {
     QString use; ///< "emax", "model 1, data set 3", "simulation model of data set 3"
@@ -17,18 +17,17 @@ struct ReportedFile
     FileCheck check = {};
 };
 
-/// Where a study came from, as a report tells it.
+/// Where a study came from, as a report shows it.
 struct ReportSource
 {
     StudySource study;
     QVector<ReportedFile> files;
-    ImportCheckUp checkUp; ///< of all data sets, whether or not they are in memory
-    QStringList findings;  ///< everything that is found now
+    ImportCheckUp checkUp; ///< of all data sets, in memory or not
+    QStringList findings;  ///< all findings at the moment
     QDateTime date;
 };
 
-/// Everything that a report is made from. Without widgets: whoever has a study and its results
-/// can write one.
+/// Everything that a report is made from. It needs no widgets: a study and its results suffice.
 struct ReportInputs
 {
     CurrentInputs now;
@@ -36,14 +35,13 @@ struct ReportInputs
     ReportSource source;
 };
 
-/// Checks the files one after another. goesOn is told the share of all bytes that is done; false
-/// if it is given up.
+/// Checks the files one after another. goesOn receives the share of all bytes that is done.
+/// Returns false if aborted.
 bool checkFiles(QVector<ReportedFile>& files, const std::function<bool(double done)>& goesOn);
 
-/// The report. Results that were not calculated are left out, with a sentence that says so; those
-/// that are stale or were given up say so on the first page. Nothing is drawn from the sequence
-/// of random numbers, and nothing evaluated but typical curves of models without ETAs. None if
-/// it is given up.
+/// Returns the report. It leaves out results that were not calculated, with a sentence that says
+/// so, and names stale and aborted results on the first page. It draws no random numbers and
+/// evaluates only typical curves of models without ETAs. None if aborted.
 std::optional<ReportDocument> reportDocument(const ReportInputs& inputs, const GoesOn& goesOn);
 
 #endif

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The chapter on data: files, samples, columns, and everything that is found.
+// The chapter on data: files, samples, columns, and all findings.
 
 #include "analysis/checkup/samplecounts.h"
 #include "analysis/checkup/wording.h"
@@ -22,12 +22,12 @@ QString stateText(const FileCheck& check)
     case FileCheck::State::Unreadable:
         break;
     }
-    return "cannot be read any more";
+    return "can no longer be read";
 }
 
 void addFiles(ReportDocument& document, const QVector<ReportedFile>& files)
 {
-    ReportTable table{"Files", {"What for", "File", "Bytes", "SHA-256"}, "llrc", {}};
+    ReportTable table{"Files", {"Used for", "File", "Bytes", "SHA-256"}, "llrc", {}};
     QStringList folders;
     int others = 0;
     for (const ReportedFile& file : files) {
@@ -41,7 +41,7 @@ void addFiles(ReportDocument& document, const QVector<ReportedFile>& files)
                            stateText(file.check)});
     }
     if (files.isEmpty()) {
-        document.say("The files that the data were read from are not known.");
+        document.say("It is not known which files the data were read from.");
         return;
     }
     if (others > 0) {
@@ -53,12 +53,12 @@ void addFiles(ReportDocument& document, const QVector<ReportedFile>& files)
             Emphasis::Warning});
     }
     document.add(table);
-    document.say("The files lie in " + folders.join(", ")
-                 + ". Sizes are those when the files were read; hashes were taken when this report "
-                   "was written.");
+    document.say("The files are in " + folders.join(", ")
+                 + ". Sizes date from when the files were read, hashes from when this report was "
+                   "written.");
 }
 
-/// "20: ofv"; the number alone where the heading does not name it.
+/// "20: ofv"; the number alone if the column has no heading.
 QString columnText(const QStringList& names, int column)
 {
     const QString name = names.value(column - 1);
@@ -67,7 +67,7 @@ QString columnText(const QStringList& names, int column)
 
 void addSamples(ReportDocument& document, const Study& study, const ImportCheckUp& checkUp)
 {
-    ReportTable table{"Samples, the original fits included",
+    ReportTable table{"Samples, including the original fits",
                       {"Model", "Data sets", "Samples in each", "Samples", "Without OFV",
                        "Not converged", "Near a boundary", "OFV column", "THETA1 column"},
                       "lrrrrrrll",
@@ -117,8 +117,8 @@ void addData(ReportDocument& document, const ReportContext& context)
     if (!study.rawResults.isEmpty()) {
         addSamples(document, study, source.checkUp);
     }
-    document.say("Rows of different models belong together by their position: row 7 of one file is "
-                 "taken for the same resampled data as row 7 of the others.");
+    document.say("Velmora pairs the rows of different models by position: it takes row 7 of every "
+                 "file to come from the same resampled data.");
     addCheckUp(document, source.checkUp);
     document.add(ReportHeading{"All findings", 2});
     if (source.findings.isEmpty()) {

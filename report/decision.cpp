@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The first chapter: which dose, how firm, and what speaks against it.
+// The first chapter: which dose, how certain it is, and what speaks against it.
 
 #include "analysis/checkup/wording.h"
 #include "analysis/settingtexts.h"
@@ -12,19 +12,20 @@
 
 namespace {
 
-// What the first page holds; all of it stands in the chapters behind.
+// What the first page holds at most; the later chapters show everything.
 constexpr int mostFindings = 10;
 constexpr int longestFinding = 300;
-constexpr int mostLevels = 12; ///< of a table before what speaks against it
+const char* const outOfDate = "Out of date: ";
+constexpr int mostLevels = 12; ///< rows of a table before what speaks against the dose
 
-/// What there is to say of results as they are shown: stale, or not calculated to the end.
+/// Remarks on the results as shown: stale, or not calculated to the end.
 QStringList statusOf(const ReportInputs& inputs)
 {
     const StudyResults& all = inputs.results;
     QStringList texts;
     const auto add = [&texts](const QStringList& remarks, bool isStale) {
         for (int remark = 0; remark < remarks.size(); ++remark) {
-            texts.append((isStale && remark == 0 ? "Stale: " : "") + remarks.at(remark));
+            texts.append((isStale && remark == 0 ? outOfDate : "") + remarks.at(remark));
         }
     };
     add(selectionRemarks(all, inputs.now), !selectionChanges(all, inputs.now).isEmpty());
@@ -34,21 +35,21 @@ QStringList statusOf(const ReportInputs& inputs)
     return texts;
 }
 
-/// What the chapter lacks, and where its doses come from.
+/// What the chapter lacks, or where its doses come from.
 QString originOf(const ReportContext& context)
 {
     const StudyResults& all = context.inputs.results;
     if (!all.selection.doses.isEmpty()) {
-        return all.selection.isFromProject ? "The doses are those of the project that was opened; "
-                                             "how firm they are is not known."
+        return all.selection.isFromProject ? "The doses come from the opened project. How certain "
+                                             "they are is not known."
                                            : QString();
     }
-    return context.results.isEmpty() ? "No dose was selected and no probability calculated."
-                                     : "No doses were selected: those of this chapter are read off "
-                                       "the probability curve.";
+    return context.results.isEmpty() ? "No dose was selected and no probability was calculated."
+                                     : "No doses were selected. This chapter reads them off the "
+                                       "probability curve.";
 }
 
-/// Which dose: the highest level that one reaches.
+/// The dose of the highest level that any dose reaches, in a sentence.
 QString answer(const ReportedResult& result)
 {
     const QVector<double>& levels = result.made.levels;
@@ -59,30 +60,31 @@ QString answer(const ReportedResult& result)
         }
     }
     if (levels.isEmpty()) {
-        return "There is no level to select a dose for.";
+        return "There is no probability level to select a dose for.";
     }
     if (highest < 0) {
         return QString("No candidate dose reaches %1.")
             .arg(levels.size() == 1 ? "the level of " + levelText(levels.first())
                                     : QString("any of the levels"));
     }
-    QString text = QString("Dose %1 is the lowest from which on the probability of %2 is above %3")
+    QString text = QString("Dose %1 is the lowest at and above which the probability of %2 exceeds "
+                           "%3")
                        .arg(doseText(result.meds.at(highest)), intervalText(result.made),
                             levelText(levels.at(highest)));
     if (levels.size() > 1) {
-        text += highest + 1 < levels.size() ? "; no dose reaches the levels above"
+        text += highest + 1 < levels.size() ? "; no dose reaches the higher levels"
                                             : ", the highest of the levels";
     }
     return text + ". " + firmness(result, highest);
 }
 
-/// A dose with the share of resamples in which it holds: "0.7 (62.8 %)".
+/// A dose and the share of resamples in which it holds: "0.7 (62.8 %)".
 QString withShare(double dose, const DoseStability& found)
 {
     return QString("%1 (%2 %)").arg(doseText(dose), calculated(found.share(found.med)));
 }
 
-/// The doses of each level, by the chosen method and beside it by the others.
+/// The dose of each level, by the chosen method and by the others.
 void addMeds(ReportDocument& document, const ReportedResult& result,
              const QVector<OtherMethod>& methods)
 {
@@ -114,18 +116,18 @@ void addMeds(ReportDocument& document, const ReportedResult& result,
     }
     constexpr int ownColumns = 3;
     if (table.headings.size() > ownColumns) {
-        table.caption += ", by the chosen method and, with the share of "
-                         "resamples in which it holds, by others";
+        table.caption += ", by the chosen method and by others, these with the share of resamples "
+                         "in which the dose holds";
     }
     document.add(table);
     if (!missing.isEmpty()) {
-        document.say("Not at hand, since models would judge whose endpoints were not evaluated: "
+        document.say("Not shown, as they need models whose endpoints were not evaluated: "
                      + missing.join("; ")
-                     + ". Doses that are selected with Use cash, or by an average, have more.");
+                     + ". To see more, select the doses with Use cash or by averaging.");
     }
 }
 
-/// What resamples choose instead of the doses.
+/// The doses that resamples choose.
 void addResampledDoses(ReportDocument& document, const ReportedResult& result)
 {
     if (result.stability.isEmpty()) {
@@ -144,21 +146,21 @@ void addResampledDoses(ReportDocument& document, const ReportedResult& result)
                                         : lower + " to " + resampledDose(result, found.upper),
              chosenDoses(result, found)});
     }
-    document.add(ReportHeading{"How firm the doses are", 2});
+    document.add(ReportHeading{"How certain the doses are", 2});
     document.add(table);
 }
 
-/// The findings that do not just repeat what was told.
-QStringList untold(const QStringList& findings, const QStringList& told)
+/// The findings that do not repeat what was said before.
+QStringList unsaid(const QStringList& findings, const QStringList& said)
 {
     QStringList others;
     for (const QString& finding : findings) {
         const auto repeats = [&finding](const QString& text) {
-            return finding.contains(QString(text).remove("Stale: "));
+            return finding.contains(QString(text).remove(outOfDate));
         };
-        // How firm each dose is stands before.
+        // The text before shows how certain each dose is.
         const bool isOfFirmness = finding.contains("Doses that hold in less than ");
-        if (!isOfFirmness && std::none_of(told.begin(), told.end(), repeats)) {
+        if (!isOfFirmness && std::none_of(said.begin(), said.end(), repeats)) {
             others.append(finding);
         }
     }
@@ -168,17 +170,17 @@ QStringList untold(const QStringList& findings, const QStringList& told)
 void addObjections(ReportDocument& document, const ReportContext& context,
                    const QStringList& objectionTexts)
 {
-    const QStringList told = statusOf(context.inputs);
+    const QStringList said = statusOf(context.inputs);
     document.add(ReportHeading{"What speaks against it", 2});
     const StudyResults& all = context.inputs.results;
     QStringList texts = objectionTexts + all.selection.notes + all.curve.notes;
     texts.removeDuplicates();
-    const QStringList findings = untold(context.inputs.source.findings, told + texts);
+    const QStringList findings = unsaid(context.inputs.source.findings, said + texts);
     for (const QString& finding : findings.mid(0, mostFindings)) {
         texts.append(documentText(finding, longestFinding));
     }
     if (findings.size() > mostFindings) {
-        texts.append(QString("%1 stand in the chapter on data.")
+        texts.append(QString("The chapter on data lists %1.")
                          .arg(counted(findings.size() - mostFindings, "further finding")));
     }
     if (texts.isEmpty()) {
@@ -187,7 +189,7 @@ void addObjections(ReportDocument& document, const ReportContext& context,
     document.add(ReportList{texts, Emphasis::Warning});
 }
 
-/// A long table comes behind what speaks against it, so that this stands on the first page.
+/// Adds a long table after what speaks against the dose, which then stays on the first page.
 template <typename AddTable, typename AddObjections>
 void addInOrder(int levels, AddTable addTable, AddObjections addObjectionTexts)
 {

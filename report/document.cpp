@@ -12,7 +12,7 @@ namespace {
 constexpr QChar firstStrongIsolate(0x2068);
 constexpr QChar popIsolate(0x2069);
 
-/// Whether the letter turns the direction of the text behind it until another ends it.
+/// True if the letter changes the direction of the text that follows, until another ends it.
 bool turnsDirection(QChar letter)
 {
     const ushort code = letter.unicode();
@@ -53,7 +53,7 @@ QString documentText(const QString& text, int longest)
     const QString shown =
         text.size() <= longest
             ? text
-            : text.left(longest) + QString("... (%1 letters in all)").arg(text.size());
+            : text.left(longest) + QString("... (%1 characters in all)").arg(text.size());
     QString fit;
     fit.reserve(shown.size());
     for (int place = 0; place < shown.size(); ++place) {
@@ -77,7 +77,8 @@ QString documentText(const QString& text, int longest)
 QStringList textPieces(const QString& text)
 {
     static const QRegularExpression longWord("\\S{9,}");
-    static const QRegularExpression mark("(?<=[_./])(?=[^\\W\\d])|(?<=_)(?=\\d)"); // of no number
+    static const QRegularExpression mark(
+        "(?<=[_./])(?=[^\\W\\d])|(?<=_)(?=\\d)"); // not inside a number
     if (text.size() < 9) {
         return {text};
     }
@@ -177,7 +178,7 @@ void ReportDocument::add(ReportTable table)
     } while (column < table.headings.size());
 }
 
-/// The column behind those that a line has room for behind the leading ones.
+/// The column after the last one that fits into a line with the leading ones.
 int ReportDocument::endOfPart(const ReportTable& table, int firstColumn)
 {
     double letters = 0.0;
@@ -196,7 +197,7 @@ int ReportDocument::endOfPart(const ReportTable& table, int firstColumn)
     return end;
 }
 
-/// Some columns of a wide table, behind those that lead.
+/// Adds some columns of a wide table, after the leading ones.
 void ReportDocument::addPart(const ReportTable& table, int firstColumn, int endColumn)
 {
     const int leading = table.leadingColumns;

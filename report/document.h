@@ -10,16 +10,16 @@
 
 #include <variant>
 
-// A report as plain data: what it says, in which order, whatever it is written as.
+// A report as plain data: its content and order, independent of the kind of file.
 
-/// A heading, numbered by the document: of a chapter (level 1) or a section of it (level 2).
+/// The heading of a chapter (level 1) or of a section (level 2). The document numbers it.
 struct ReportHeading
 {
     QString text;
     int level = 1;
 };
 
-/// How much a text is to catch the eye.
+/// How much a text catches the eye.
 enum class Emphasis {
     None,
     Statement, ///< an answer
@@ -42,23 +42,22 @@ struct ReportTable
 {
     QString caption;
     QStringList headings;
-    /// For each column l, where its cells are texts, r, where they are numbers, or c, where they
-    /// are codes.
+    /// One letter for each column: l for texts, r for numbers, c for codes.
     QByteArray alignment;
     QVector<QStringList> rows; ///< [row][column]
-    int leadingColumns = 1;    ///< that tell what a row is, in each part of a wide table
+    int leadingColumns = 1;    ///< columns that name the row, repeated in each part of a wide table
 };
 
 using ReportBlock =
     std::variant<ReportHeading, ReportParagraph, ReportList, ReportTable, ReportChart>;
 
-/// A document. What is added is made fit for every writer: letters that documents cannot hold
-/// are replaced, long tables are cut, with a sentence that tells so, and wide ones parted.
+/// A document. It prepares what is added for every writer: it replaces letters that documents
+/// cannot hold, cuts long tables, with a sentence that says so, and splits wide ones.
 class ReportDocument
 {
 public:
     static constexpr int mostRows = 2000;    ///< of a table
-    static constexpr int mostColumns = 11;   ///< of each part, or less if its numbers are long
+    static constexpr int mostColumns = 11;   ///< of each part; fewer if its numbers are long
     static constexpr int longestText = 4000; ///< of a paragraph or a cell
 
     ReportDocument(const QString& titleText, const QStringList& subtitleLines);
@@ -89,18 +88,18 @@ private:
     int chartNumber = 0;
 };
 
-/// The text without letters that no document can hold, such as control characters and halves
-/// of pairs, and cut where it is too long. Line breaks become blanks.
+/// The text without characters that documents cannot hold, such as control characters and halves
+/// of surrogate pairs, cut if it is too long. Line breaks become blanks.
 QString documentText(const QString& text, int longest = ReportDocument::longestText);
 
-/// Parts of a text between which a line may be broken: a long word behind its marks, so that names
-/// of files stay readable, a code behind each so many letters.
+/// Parts of a text between which a line may be broken: a long word after its marks, so that names
+/// of files stay readable; a code after every codePieceLetters letters.
 QStringList textPieces(const QString& text);
 QStringList codePieces(const QString& code);
 constexpr int codePieceLetters = 32;
 
-/// A name of any length and script for use within a sentence: cut, and apart from the
-/// direction in which the sentence runs.
+/// A name of any length and script for use in a sentence: cut, and isolated from the writing
+/// direction of the sentence.
 QString documentName(const QString& name);
 
 #endif

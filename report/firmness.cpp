@@ -13,7 +13,7 @@
 
 namespace {
 
-/// How far the dose that decides is from the level, and how many samples would tell.
+/// How far the deciding dose is from the level, and how many samples would settle it.
 QString distance(const ReportedResult& result, int level)
 {
     const DoseStability& found = result.stability.at(level);
@@ -42,13 +42,13 @@ QStringList unstableLevels(const ReportedResult& result)
         const DoseStability& found = result.stability.at(level);
         if (found.share(found.med) < firmShare) {
             texts.append(
-                QString("%1: not firm. Resamples of the bootstrap samples choose %2.")
+                QString("%1: not certain. Resamples of the bootstrap samples choose %2.")
                     .arg(levelText(result.made.levels.at(level)), chosenDoses(result, found))
                 + distance(result, level));
         }
         for (const int dose : found.ties) {
-            texts.append(QString("%1: the probability at dose %2 equals the level, which it would "
-                                 "have to exceed.")
+            texts.append(QString("%1: the probability at dose %2 equals the level but must exceed "
+                                 "it.")
                              .arg(levelText(result.made.levels.at(level)),
                                   doseText(result.made.doses.at(dose))));
         }
@@ -56,15 +56,15 @@ QStringList unstableLevels(const ReportedResult& result)
     return texts;
 }
 
-/// The first of many.
+/// The first texts of many, and how many others there are.
 QStringList shortened(const QStringList& texts)
 {
     constexpr int most = 6;
     const int others = texts.size() - most;
-    return others > 0
-               ? texts.mid(0, most)
-                     + QStringList(QString("The like of %1.").arg(counted(others, "further level")))
-               : texts;
+    return others > 0 ? texts.mid(0, most)
+                            + QStringList(QString("The same kind of remark applies to %1.")
+                                              .arg(counted(others, "further level")))
+                      : texts;
 }
 
 /// Doses that exceed a level although a higher one does not.
@@ -81,14 +81,14 @@ QStringList dips(const ReportedResult& result)
             }
         }
         if (!doses.isEmpty()) {
-            texts.append(QString("%1: exceeded at %2, too, but not at every higher dose.")
+            texts.append(QString("%1: also exceeded at dose %2, but not at every higher dose.")
                              .arg(levelText(percent), doses.join(", ")));
         }
     }
     return texts;
 }
 
-/// "By ... the MED of 80 % is 0.6 instead of 0.7", in one sentence for all levels.
+/// "By ... the MED is 0.6 instead of 0.7 at 80 %", in one sentence for all levels.
 QString differences(const QString& lead, const ReportedResult& result, const QVector<double>& meds)
 {
     QStringList texts;
@@ -115,9 +115,9 @@ QStringList otherDoses(const ReportedResult& result, const QVector<OtherMethod>&
     if (result.evaluation.exists()) {
         for (const Sensitivity& found : sensitivityToFits(result.made, result.evaluation)) {
             if (found.fits != FitChoice::All && found.unknown.isEmpty()) {
-                texts.append(differences("From " + fitChoiceName(found.fits) + " alone", result,
+                texts.append(differences("With " + fitChoiceName(found.fits) + " alone", result,
                                          found.renormalised.meds)
-                                 .replace("From without the original fit alone",
+                                 .replace("With without the original fit alone",
                                           "Without the original fit"));
             }
         }
@@ -159,12 +159,11 @@ QString firmness(const ReportedResult& result, int level)
     }
     const DoseStability& found = result.stability.at(level);
     return found.share(found.med) >= firmShare
-               ? QString(
-                     "The dose is firm as far as the number of bootstrap samples goes: it holds "
-                     "in %1 % of %2 resamples of them.")
+               ? QString("As far as the number of bootstrap samples goes, the dose is certain: it "
+                         "holds in %1 % of %2 resamples.")
                      .arg(calculated(found.share(found.med)))
                      .arg(resampleCount)
-               : QString("The dose is not firm: resamples of the bootstrap samples choose %1.")
+               : QString("The dose is not certain: resamples of the bootstrap samples choose %1.")
                      .arg(chosenDoses(result, found));
 }
 

@@ -6,11 +6,11 @@
 #include "report/document.h"
 #include "report/goeson.h"
 
-/// The endings of files that a report can be written as.
+/// The endings of the files that a report can be written to.
 QStringList reportSuffixes();
 
-/// The report as a file with one of these endings. None if it is given up. Throws
-/// std::bad_alloc where memory does not suffice.
+/// The content of a file with one of these endings. None if aborted. Throws std::bad_alloc if
+/// there is not enough memory.
 std::optional<QByteArray> writtenReport(const ReportDocument& document, const QString& suffix,
                                         const GoesOnWithShare& goesOn);
 

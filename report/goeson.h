@@ -8,7 +8,7 @@
 #include <functional>
 #include <optional>
 
-/// Told which share of the work is done, 0 to 1; gives the rest up by false.
+/// Receives the share of the work that is done, 0 to 1. Returns false to abort.
 using GoesOnWithShare = std::function<bool(double done)>;
 
 #endif

@@ -6,8 +6,8 @@
 #include "report/document.h"
 #include "report/goeson.h"
 
-/// The document as one file of HTML 5 in UTF-8: its style and pictures are within it, and it
-/// has neither script nor reference to anything else. None if it is given up.
+/// The document as one HTML 5 file in UTF-8. It contains its style and pictures, and neither
+/// scripts nor references to anything else. None if aborted.
 std::optional<QByteArray> htmlReport(const ReportDocument& document, const GoesOnWithShare& goesOn);
 
 #endif

@@ -15,13 +15,13 @@
 
 namespace {
 
-/// A dose of counts, "none" behind the last.
+/// A dose of the counts; "none" after the last one.
 QString countedDose(const DoseCounts& found, int dose)
 {
     return dose < found.doses.size() ? doseText(found.doses.at(dose)) : QString("none");
 }
 
-/// The lowest dose that half of the data sets do not exceed; none ranks highest. None where
+/// The lowest dose that half of the data sets do not exceed; no dose ranks highest. None if
 /// nothing was counted.
 std::optional<int> medianDose(const QVector<int>& counts)
 {
@@ -42,7 +42,7 @@ QString medianText(const DoseCounts& found, int level)
     return median ? countedDose(found, *median) : QString("not known");
 }
 
-/// The candidate doses and those that were chosen, ascending.
+/// The candidate doses and the chosen ones, ascending.
 QVector<double> dosesOf(const DoseSelection& selection)
 {
     QVector<double> doses = selection.made.inputs.doses;
@@ -57,14 +57,14 @@ QVector<double> dosesOf(const DoseSelection& selection)
     return doses;
 }
 
-/// The place of a dose in a list that is sorted; behind its end for NaN.
+/// The index of a dose in a sorted list; its size for NaN.
 int doseIndex(const QVector<double>& doses, double dose)
 {
     return int(std::lower_bound(doses.begin(), doses.end(), dose, ascendingNanLast)
                - doses.begin());
 }
 
-/// Which doses: those of the lowest and of the highest level.
+/// The doses of the lowest and of the highest level, in sentences.
 QString answer(const DoseSelection& selection)
 {
     const DoseCounts found = *doseCounts(selection);
@@ -83,18 +83,18 @@ QString answer(const DoseSelection& selection)
         text +=
             QString(" At %1 ").arg(levelText(selection.levels.at(level)))
             + (*median < found.doses.size() ? "the median dose is " + countedDose(found, *median)
-                                            : QString("most have no dose"));
+                                            : QString("most data sets have no dose"));
         if (without > 0 && *median < found.doses.size()) {
             text += QString(", and %1 no dose")
-                        .arg(QString::number(without) + (without == 1 ? " has" : " have"));
+                        .arg(counted(without, "data set") + (without == 1 ? " has" : " have"));
         }
         text += '.';
     }
     return text;
 }
 
-/// The mean share of resamples in which the doses of a level hold, and the data sets in which
-/// they do in less than firmShare; NaN where nothing is known.
+/// The mean share of resamples in which the doses of a level hold, and the number of data sets
+/// whose dose holds in less than firmShare; NaN where nothing is known.
 QPair<double, int> firmnessOf(const DoseSelection& selection, int level)
 {
     double sum = 0.0;
@@ -111,7 +111,7 @@ QPair<double, int> firmnessOf(const DoseSelection& selection, int level)
     return {sum / known, unstable};
 }
 
-/// The MEDs of a data set by one of allMethods, [level]: as they are kept, or from its evaluation.
+/// The MEDs of a data set by one of allMethods, [level]: the kept ones, or from its evaluation.
 std::optional<QVector<double>> medsBy(int method, const DoseSelection& selection, const Study& made,
                                       int dataSet)
 {
@@ -124,7 +124,7 @@ std::optional<QVector<double>> medsBy(int method, const DoseSelection& selection
     return found ? std::make_optional(found->meds) : std::nullopt;
 }
 
-/// The levels whose doses chance does not explain beside the theoretical ones.
+/// The levels at which chance does not explain how doses and theoretical MEDs differ.
 QStringList misfits(const TruthComparison& truth)
 {
     QStringList levels;
@@ -142,8 +142,8 @@ QStringList misfits(const TruthComparison& truth)
                                           + enumerated(levels, mostLevelsTold) + '.');
 }
 
-/// The doses by one of allMethods, of the first data sets alone where they are missing of others.
-/// None if it is given up.
+/// The doses by one of allMethods, up to the first data set for which they are missing. None if
+/// aborted.
 std::optional<DoseSelection> selectionBy(int method, const Study& made, const DoseSelection& chosen,
                                          const GoesOn& goesOn)
 {
@@ -163,7 +163,7 @@ std::optional<DoseSelection> selectionBy(int method, const Study& made, const Do
     return other;
 }
 
-/// In how many data sets both have the same dose, or none.
+/// The number of data sets in which both have the same dose, or none.
 int agreement(const DoseSelection& first, const DoseSelection& second, int level)
 {
     int count = 0;
@@ -201,8 +201,8 @@ void addManyAnswer(ReportDocument& document, const ReportContext& context)
     const Study& made = selection.made.inputs;
     document.add(ReportParagraph{answer(selection), Emphasis::Statement});
     document.say(
-        QString("The dose of a level is the lowest from which on the probability of %1 is "
-                "above it. Candidate doses: %2. Method: %3. %4")
+        QString("The dose of a level is the lowest at and above which the probability of %1 "
+                "exceeds the level. Candidate doses: %2. Method: %3. %4")
             .arg(intervalText(made), typed(made.doses), methodText(made), extent(context)));
 }
 
@@ -212,7 +212,7 @@ void addManyMeds(ReportDocument& document, const ReportContext& context)
     const DoseCounts found = *doseCounts(selection);
     ReportTable table{"Minimum effective dose (MED) by probability level, over the data sets",
                       {"Level (%)", "Median", "Most often", "in data sets", "No dose in",
-                       "Held in, mean (% of resamples)", "Not firm in"},
+                       "Held in, mean (% of resamples)", "Not certain in"},
                       "rrrrrrr",
                       {}};
     for (int level = 0; level < selection.levels.size(); ++level) {
@@ -233,14 +233,14 @@ void addManyMeds(ReportDocument& document, const ReportContext& context)
                            std::isnan(held) ? "not known" : QString::number(unstable)});
     }
     document.add(table);
-    document.say("The median counts data sets without a dose as above the highest dose.");
+    document.say("For the median, data sets without a dose count as above the highest dose.");
 }
 
 bool addManyMethods(ReportDocument& document, const ReportContext& context)
 {
     const DoseSelection& selection = context.inputs.results.selection;
-    ReportTable table{"Median MED over the data sets by each way to bring the models together, and "
-                      "data sets in which it is the chosen one's",
+    ReportTable table{"Median MED over the data sets by each way to combine the models, with the "
+                      "number of data sets whose MED is that of the chosen way",
                       {"Level (%)"},
                       "r",
                       {}};
@@ -277,7 +277,7 @@ bool addManyMethods(ReportDocument& document, const ReportContext& context)
         document.add(table);
     }
     if (!missing.isEmpty()) {
-        document.say("Not at hand, since endpoints that they need were not evaluated or not kept: "
+        document.say("Not shown, as they need endpoints that were not evaluated or not kept: "
                      + missing.join("; ") + '.');
     }
     return true;
@@ -297,7 +297,7 @@ QStringList manyObjections(const ReportContext& context)
     const QStringList texts = misfits(context.inputs.results.truth);
     return levels.isEmpty()
                ? texts
-               : QStringList(QString("Of %1, so many have a dose that holds in less than %2 % of "
+               : QStringList(QString("Of %1, some have a dose that holds in less than %2 % of "
                                      "resamples: %3.")
                                  .arg(counted(selection.stability.size(), "data set"),
                                       typed(firmShare), enumerated(levels, mostLevelsTold)))

@@ -7,28 +7,28 @@
 
 #include <optional>
 
-// The decision of a simulation study, whose doses are those of many data sets.
+// The decision of a simulation study, over the doses of many data sets.
 
-/// In how many data sets each level has each dose.
+/// The number of data sets with each dose, for each level.
 struct DoseCounts
 {
-    QVector<double> doses;        ///< candidates and those that a project has chosen from others
+    QVector<double> doses;        ///< candidate doses, and others that a project has chosen
     QVector<QVector<int>> counts; ///< [level][dose], with none at the end
 };
 
-/// None if it is given up.
+/// None if aborted.
 std::optional<DoseCounts> doseCounts(const DoseSelection& selection, const GoesOn& goesOn = {});
 
-/// Which doses, in a sentence or two.
+/// Adds the answer: the median doses, in a sentence or two.
 void addManyAnswer(ReportDocument& document, const ReportContext& context);
 
-/// The doses by level over the data sets, and how firm they are.
+/// Adds the doses by level over the data sets, and how certain they are.
 void addManyMeds(ReportDocument& document, const ReportContext& context);
 
-/// The doses that other methods give; false if it is given up.
+/// Adds the doses by other methods. Returns false if aborted.
 bool addManyMethods(ReportDocument& document, const ReportContext& context);
 
-/// What speaks against the doses.
+/// Returns what speaks against the doses.
 QStringList manyObjections(const ReportContext& context);
 
 #endif

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The chapter on methods: how each figure is made, by which settings, and from where.
+// The chapter on methods: how each figure is calculated, with which settings and sources.
 
 #include "analysis/settingtexts.h"
 #include "report/chapters.h"
@@ -40,42 +40,44 @@ bool hasEtas(const Study& study)
 void addSentences(ReportDocument& document, const Study& study)
 {
     document.say(
-        QString("Weights: the value of a model's weight expression in a bootstrap sample is %1. "
-                "The relative weights of a sample add up to 1; a model without a value has none. "
-                "On the log scale the proposed expression, minus half of OFV + 2 K, is Akaike's "
-                "criterion (Akaike 1974; Buckland, Burnham & Augustin 1997).")
+        QString("Weights: the weight expression of a model gives %1 in each bootstrap sample. The "
+                "relative weights of a sample add up to 1; a model without a value has no weight. "
+                "On the log scale the proposed expression, minus half of OFV + 2 K, is that of "
+                "Akaike's criterion (Akaike 1974; Buckland, Burnham & Augustin 1997).")
             .arg(study.logScale ? "the logarithm of its weight" : "its weight"));
     document.say(
         study.selecting
-            ? QString("Model selection: each sample is judged by the model with the highest weight "
-                      "%1 (Burnham & Anderson 2002). The probability of a dose is the share of the "
-                      "samples whose endpoint lies in the target interval.")
+            ? QString("Model selection: each sample takes its endpoint from the model with the "
+                      "highest weight %1 (Burnham & Anderson 2002). The probability of a dose is "
+                      "the share of samples whose endpoint lies in the target interval.")
                   .arg(study.individualOfv ? "in that sample" : "in the first sample")
-            : QString("Model averaging: the probability of a dose is the mean over the samples of "
-                      "the weight, %1, of the models whose endpoint lies in the target interval "
-                      "(Buckland, Burnham & Augustin 1997).")
-                  .arg(study.individualOfv ? "that of each sample" : "that of the first sample"));
-    document.say("The minimum effective dose (MED) of a level is the lowest candidate dose from "
-                 "which on, up to the highest, the probability is above the level. Equality is not "
-                 "enough.");
+            : QString("Model averaging: for each sample, the weights of the models whose endpoint "
+                      "lies in the target interval are added up. The probability of a dose is the "
+                      "mean of these sums over the samples, with the weights of %1 (Buckland, "
+                      "Burnham & Augustin 1997).")
+                  .arg(study.individualOfv ? "each sample" : "the first sample"));
+    document.say("The minimum effective dose (MED) of a level is the lowest candidate dose at "
+                 "which, and at all higher ones, the probability exceeds the level. A probability "
+                 "equal to the level is not enough.");
     if (hasEtas(study)) {
-        document.say("Endpoints with ETAs are those of a simulated population: individuals with "
-                     "normally distributed random effects (Box & Muller 1958) of covariance omega, "
-                     "by its Cholesky factor (Golub & Van Loan).");
+        document.say("Endpoints with ETAs are those of a simulated population. Its individuals "
+                     "have normally distributed random effects (Box & Muller 1958), whose "
+                     "covariance matrix omega enters by its Cholesky factor (Golub & Van Loan).");
     }
     document.say(
         QString(
-            "The Monte Carlo error of a probability is 100 sd(z) / sqrt(N), z being the weight "
-            "that each of the N samples puts inside the interval; it tells what more bootstrap "
+            "The Monte Carlo error of a probability is 100 sd(z) / sqrt(N), where z is the weight "
+            "that each of the N samples puts inside the interval. It shows what more bootstrap "
             "samples would change, not what another trial would (Koehler, Brown & Haneuse 2009; "
-            "Morris, White & Crowther 2019). How firm a MED is: the samples are drawn anew "
-            "with replacement %1 times, the same for all models and doses, and the rule is "
-            "repeated (Efron & Tibshirani 1993); the generator of these draws (Matsumoto & "
-            "Nishimura 1998) starts at %2 each time and is none of the program's own sequence.")
+            "Morris, White & Crowther 2019). To see how certain a MED is, Velmora resamples the "
+            "samples with replacement %1 times, in the same way for all models and doses, and "
+            "finds the MED of each resample (Efron & Tibshirani 1993). The generator of these "
+            "draws (Matsumoto & Nishimura 1998) starts at %2 each time and does not touch the "
+            "random sequence of the results.")
             .arg(resampleCount)
             .arg(resamplingSeed));
-    document.say("Quantiles of the model-averaged endpoint are the lowest endpoints at which the "
-                 "weighted distribution function over samples and models reaches them. The "
+    document.say("A quantile of the model-averaged endpoint is the lowest endpoint at which the "
+                 "weighted distribution function over samples and models reaches its share. The "
                  "effective number of models is the inverse of the sum of squared weights (Hill "
                  "1973).");
 }
@@ -84,14 +86,15 @@ void addSettings(ReportDocument& document, const Study& study, const QString& ca
 {
     ReportTable table{caption, {"Setting", "Value"}, "ll", {}};
     const QString population = hasEtas(study) ? populationText(study) : QString();
-    table.rows = {{"Candidate doses", typed(study.doses)},
-                  {"Target interval", intervalText(study)},
-                  {"Method", methodText(study)},
-                  {"Probability levels (%)", typed(study.levels)},
-                  {"Weights", study.logScale ? "in log scale" : "not in log scale"},
-                  {"Column of OFV", QString::number(study.colNumOFV)},
-                  {"Column of THETA1", QString::number(study.colNumTHETA1)},
-                  {"Population", population.isEmpty() ? "no individual is simulated" : population}};
+    table.rows = {
+        {"Candidate doses", typed(study.doses)},
+        {"Target interval", intervalText(study)},
+        {"Method", methodText(study)},
+        {"Probability levels (%)", typed(study.levels)},
+        {"Weights", study.logScale ? "on the log scale" : "not on the log scale"},
+        {"Column of OFV", QString::number(study.colNumOFV)},
+        {"Column of THETA1", QString::number(study.colNumTHETA1)},
+        {"Population", population.isEmpty() ? "no individuals are simulated" : population}};
     document.add(table);
 }
 
@@ -106,15 +109,15 @@ void addCircumstances(ReportDocument& document, const QString& what, const Study
                        .arg(before.processors)
                        .arg(before.processors == 1 ? "" : "s");
     if (hasEtas(study)) {
-        text += QString(" Of %1 individuals %2 were really simulated.")
+        text += QString(" Of %1 individuals, %2 were actually simulated.")
                     .arg(study.individuals)
                     .arg(simulatedIndividuals(study.individuals, before.processors));
     } else {
         text += " No random numbers were drawn.";
     }
-    text += before.randomPosition ? QString(" The sequence of random numbers stood at %1 before.")
+    text += before.randomPosition ? QString(" Before, the sequence of random numbers stood at %1.")
                                         .arg(*before.randomPosition)
-                                  : QString(" The position of the random sequence cannot be told.");
+                                  : QString(" The position of the random sequence is not known.");
     document.say(text);
 }
 
@@ -143,7 +146,7 @@ void addMethods(ReportDocument& document, const ReportContext& context)
     }
     const ReportSource& source = inputs.source;
     document.say(
-        QString("Written by %1 with Qt %2 on %3, by a machine with %4 processor%5.")
+        QString("Written by %1 with Qt %2 on %3, on a machine with %4 processor%5.")
             .arg(source.study.program, source.study.qtVersion, source.date.toString(Qt::ISODate))
             .arg(processorCount())
             .arg(processorCount() == 1 ? "" : "s"));

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Chapters on the endpoint and its models: the dose-response, and what each model contributes.
+// The chapters on the endpoint and its models: dose-response, and what each model contributes.
 
 #include "analysis/certainty/averagedendpoint.h"
 #include "analysis/certainty/contributions.h"
@@ -16,8 +16,8 @@ namespace {
 
 constexpr int mostCurves = 9; ///< typical curves that one chart can hold
 
-/// The typical curve of each model, [model][dose]; empty with ETAs, which would draw random
-/// numbers, and where the model has no results.
+/// The typical curve of each model, [model][dose]; empty for a model with ETAs, which would draw
+/// random numbers, and for one without results.
 QVector<QVector<double>> typicalCurves(const ReportContext& context, const Study& made, int dataSet)
 {
     QVector<QVector<double>> curves;
@@ -41,7 +41,7 @@ bool areResultsThose(const ReportContext& context, const Study& made)
     return made.fingerprint == context.inputs.now.study.fingerprint;
 }
 
-/// The models by weight, the highest first; their order where nothing is known.
+/// The models by weight, the highest first; in their own order if weights are not known.
 QVector<int> byWeight(const ReportedResult& result)
 {
     QVector<int> models(result.made.endPoints.size());
@@ -70,7 +70,8 @@ void addBands(ReportChart& chart, const ReportedResult& result)
     chart.curves.append({"Median of all models", doses, quantiles.at(2), {}, ChartRole::Main});
 }
 
-/// The bounds of the target, but for those so far away that nothing else could be seen.
+/// Adds the bounds of the target interval, except those so far away that the curves would be
+/// flat.
 void addTargetGuides(ReportChart& chart, const Study& made)
 {
     double lowest = qInf();
@@ -102,7 +103,7 @@ void addTargetGuides(ReportChart& chart, const Study& made)
     }
 }
 
-/// The numbers behind the typical curves of a chart.
+/// Adds the numbers behind the typical curves of a chart.
 void addTypicalTable(ReportDocument& document, const ReportChart& chart,
                      const QVector<double>& doses)
 {
@@ -132,8 +133,8 @@ void addResponseChart(ReportDocument& document, const ReportContext& context,
 {
     ReportChart chart{"Endpoint by dose over bootstrap samples and models, each with its weight, "
                       "and typical curves: those of the first row of each model's results.",
-                      "Bands of the quantiles of the endpoint over the candidate doses, with its "
-                      "median and the typical curve of each model.",
+                      "Bands show quantiles of the endpoint over the candidate doses; lines show "
+                      "its median and the typical curve of each model.",
                       doseName(result.made.endPoints), "Endpoint"};
     if (result.evaluation.exists()) {
         addBands(chart, result);
@@ -156,7 +157,7 @@ void addResponseChart(ReportDocument& document, const ReportContext& context,
     document.add(chart);
     addTypicalTable(document, chart, result.made.doses);
     if (drawn > mostCurves) {
-        document.say(QString("The typical curves drawn are those of the %1 models with the highest "
+        document.say(QString("The chart shows the typical curves of the %1 models with the highest "
                              "mean weight, of %2.")
                          .arg(mostCurves)
                          .arg(drawn));
@@ -164,8 +165,8 @@ void addResponseChart(ReportDocument& document, const ReportContext& context,
     if (typical.isEmpty()) {
         document.say("Typical curves are left out: other results have been imported since.");
     } else if (!withEtas.isEmpty()) {
-        document.say("Typical curves are left out where individuals would have to be simulated "
-                     "anew or there are no results: "
+        document.say("Typical curves are left out for models that would need newly simulated "
+                     "individuals or have no results: "
                      + withEtas.join(", ") + '.');
     }
 }
@@ -184,13 +185,13 @@ void addResponseTable(ReportDocument& document, const ReportedResult& result)
         for (const double quantile : here.quantiles) {
             row.append(calculated(quantile));
         }
-        // What rounding leaves of weights that add up to all is nothing.
+        // Rounding leaves a trace where the weights add up to all.
         const double excluded = here.excluded < 1e-9 ? 0.0 : here.excluded;
         table.rows.append(row + QStringList(calculated(excluded)));
     }
     document.add(table);
-    document.say("Excluded is the share of the weight whose endpoint is not finite or not known, "
-                 "samples without a weight included.");
+    document.say("Excluded is the share of the weight whose endpoint is not finite or not known. "
+                 "Samples without a weight count, too.");
 }
 
 void addDefinitions(ReportDocument& document, const Study& study)
@@ -202,12 +203,13 @@ void addDefinitions(ReportDocument& document, const Study& study)
                            definition.weightParser.expression});
     }
     document.add(table);
-    document.say(study.logScale ? "Weights are in log scale." : "Weights are not in log scale.");
+    document.say(study.logScale ? "Weights are on the log scale."
+                                : "Weights are not on the log scale.");
     for (int model = 0; model < study.endPoints.size(); ++model) {
         const endPoint& definition = study.endPoints.at(model);
         const QString name = modelName(study.endPoints, model);
         if (definition.highestEta == 0) {
-            continue; // a matrix that stays behind an ETA has no effect
+            continue; // a matrix left over from earlier ETAs has no effect
         }
         if (definition.hasBlankOmega()) {
             document.say(

@@ -52,7 +52,7 @@ const char* styleOf(Emphasis emphasis)
     return "Text_20_body";
 }
 
-/// The body of the text, with what it needs beside itself.
+/// The body of the text, with its styles and pictures.
 struct BodyWriter
 {
     QByteArray body;

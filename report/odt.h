@@ -6,9 +6,9 @@
 #include "report/document.h"
 #include "report/goeson.h"
 
-/// The document as a text of the OpenDocument format 1.2, for word processors: with headings,
-/// tables whose headings are repeated on each page, pictures, page headings and page numbers as
-/// these understand them. None if it is given up.
+/// The document in the OpenDocument text format 1.2, for word processors. Headings, pictures,
+/// page headings and page numbers are what these expect; tables repeat their headings on each
+/// page. None if aborted.
 std::optional<QByteArray> odtReport(const ReportDocument& document, const GoesOnWithShare& goesOn);
 
 #endif

@@ -5,7 +5,7 @@
 
 // The parts of OpenDocument files that are the same in every report.
 
-/// Namespaces of the elements that are used, as attributes of the outermost one.
+/// Namespaces of all elements, as attributes of the outermost one.
 constexpr char odtNamespaces[] =
     " xmlns:office=\"urn:oasis:names:tc:opendocument:xmlns:office:1.0\""
     " xmlns:style=\"urn:oasis:names:tc:opendocument:xmlns:style:1.0\""

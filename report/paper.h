@@ -12,8 +12,8 @@
 
 class QCPPainter;
 
-/// Pages that are filled from above, each with a heading and its number. Lengths are in dots.
-/// Without a painter the pages are only counted.
+/// Pages filled from the top, each with a heading and its number. Lengths are in dots. Without a
+/// painter the pages are only counted.
 class Paper
 {
 public:
@@ -21,7 +21,7 @@ public:
 
     Paper(QPdfWriter* pdfWriter, const QString& headingOfPages);
 
-    /// Begins with the first page; pageCount is that of all pages.
+    /// Begins the first page of pageCount pages.
     void begin(QCPPainter* painterOfPages, int pageCount);
     void newPage();
     int pages() const { return page; }
@@ -31,27 +31,27 @@ public:
     double room() const { return body.bottom() - y; }
     bool isFresh() const { return !(y > body.top()); }
 
-    /// Goes on with a new page where the rest of this one is lower than that.
+    /// Begins a new page if this one has less room than that.
     void demand(double height);
-    /// Leaves a gap above what comes next, but not at the upper edge of a page. Of several gaps
-    /// in a row the largest counts.
+    /// Leaves a gap above what comes next, except at the top of a page. Of several gaps in a row
+    /// the largest counts.
     void leave(double gap);
     void advance(double height);
 
     /// The place on the page, from the left edge of the text.
     QPointF at(double x, double below = 0) const { return {body.left() + x, y + below}; }
 
-    /// None where pages are counted.
+    /// None while pages are only counted.
     QCPPainter* painter() const { return ofPages; }
 
     PrintedText text(const QString& words, const QFont& font, double columnWidth,
                      Qt::Alignment alignment = Qt::AlignLeft) const;
 
-    /// Between a box of the emphasis and the texts in it.
+    /// The distance between the box of an emphasis and its texts.
     static double padding(Emphasis emphasis);
 
-    /// Prints texts one below the other, on several pages if need be, in a box that has the
-    /// emphasis; indented ones with a bullet each.
+    /// Prints texts one below the other, on several pages if necessary, in the box of the
+    /// emphasis. Each indented text has a bullet.
     void print(const std::vector<PrintedText>& texts, double gap, double indent = 0,
                Emphasis emphasis = Emphasis::None);
 
@@ -68,7 +68,7 @@ private:
     QString heading;
     QRectF body;
     double y = 0;
-    double gapAbove = 0; ///< that y has below what was printed last
+    double gapAbove = 0; ///< distance of y from what was printed last
     int page = 0;
     int count = 0;
 };

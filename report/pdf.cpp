@@ -10,7 +10,7 @@
 
 namespace {
 
-/// What Qt may take for the end of a PDF, fonts included, which it does not survive the lack of.
+/// Memory that Qt may take to finish a PDF with its fonts. Qt crashes if it is not there.
 constexpr int memoryForEnd = 48 << 20;
 constexpr double shareOfCounting = 0.3; ///< of the time
 
@@ -38,7 +38,7 @@ public:
         }
     }
 
-    /// Counts the pages, then draws them; false if it is given up.
+    /// Counts the pages, then draws them. Returns false if aborted.
     bool print(QCPPainter* painter)
     {
         run(nullptr, 0, 0, shareOfCounting);
@@ -145,8 +145,8 @@ private:
         return paper.text(text, font, paper.width()).height();
     }
 
-    /// What the page has to have room for where a block begins, as far as a page can hold that:
-    /// a heading stays with what it belongs to.
+    /// The room that a page must have where a block begins, as far as a page can hold that: a
+    /// heading stays with what follows it.
     double leadHeight(int number)
     {
         if (number >= report.blocks().size()) {

@@ -6,9 +6,9 @@
 #include "report/document.h"
 #include "report/goeson.h"
 
-/// The document on pages of A4 paper, each with a heading and its number. Charts are lines and
-/// letters, and all fonts are embedded. None if it is given up. Throws std::bad_alloc where
-/// memory does not suffice.
+/// The document on A4 pages, each with a heading and its number. Charts are lines and letters,
+/// and all fonts are embedded. None if aborted. Throws std::bad_alloc if there is not enough
+/// memory.
 std::optional<QByteArray> pdfReport(const ReportDocument& document, const GoesOnWithShare& goesOn);
 
 #endif

@@ -69,7 +69,7 @@ bool PrintedTable::print(const std::function<bool()>& goesOn)
     return true;
 }
 
-/// Prints a row; on several pages where it is too high for one.
+/// Prints a row; on several pages if it is too high for one.
 void PrintedTable::printRow(const Row& row)
 {
     const auto turn = [this, &row] {
@@ -88,8 +88,7 @@ void PrintedTable::printRow(const Row& row)
     }
 }
 
-/// Prints the lines of each cell that the page has room for, from the next ones on. Whether
-/// lines are left.
+/// Prints as many lines of each cell as the page has room for. Returns true if lines are left.
 bool PrintedTable::printPart(const Row& row, std::vector<int>& next)
 {
     const double padding = ofPoints(cellPadding);

@@ -7,16 +7,16 @@
 
 #include <functional>
 
-/// A table on pages, whose headings stand on each of them.
+/// A table on pages, with its headings on each of them.
 class PrintedTable
 {
 public:
     PrintedTable(const ReportTable& reportTable, Paper* pages);
 
-    /// What the page has to have room for where the table begins: all of a short one.
+    /// The room that the first page must have for the table: all of it if it is short.
     double leadHeight() const;
 
-    /// False if it is given up; goesOn is asked at each row.
+    /// Returns false if aborted; calls goesOn before each row.
     bool print(const std::function<bool()>& goesOn);
 
 private:
@@ -24,7 +24,7 @@ private:
     {
         std::vector<PrintedText> cells;
         bool isHeading;
-        double height; ///< with its padding
+        double height; ///< including padding
     };
 
     Row row(const QStringList& texts, bool isHeading) const;

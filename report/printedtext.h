@@ -33,7 +33,7 @@ public:
     /// Draws the line with its upper left corner at the place.
     void drawLine(QPainter* painter, const QPointF& place, int line) const;
 
-    /// Where letters of the first line stand, below its upper edge.
+    /// The distance of the first line's baseline from its upper edge.
     double ascent() const { return layout->lineAt(0).ascent(); }
 
 private:

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Chapters on probabilities: per dose, and without fits that failed.
+// The chapters on probabilities: by dose, and without failed fits.
 
 #include "analysis/certainty/sensitivity.h"
 #include "analysis/settingtexts.h"
@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int mostGuides = 12; ///< levels that are drawn
+constexpr int mostGuides = 12; ///< the most levels that the chart shows
 
 ReportChart probabilityChart(const ReportedResult& result)
 {
@@ -18,11 +18,11 @@ ReportChart probabilityChart(const ReportedResult& result)
     ReportChart chart{
         QString("Probability of %1, by dose; %2, %3.")
             .arg(intervalText(result.made), methodText(result.made), dataSetText(result.dataSet)),
-        "Curve of the probability in percent over the candidate doses. Its values "
-        "stand in the table below.",
+        "Curve of the probability in percent over the candidate doses. The table below lists its "
+        "values.",
         doseName(result.made.endPoints), "Probability (%)"};
     if (!result.errors.isEmpty()) {
-        chart.caption += " Bars: two Monte Carlo errors to either side.";
+        chart.caption += " Error bars: two Monte Carlo errors to either side.";
     }
     QVector<double> doubled;
     for (const double error : result.errors) {
@@ -69,7 +69,7 @@ void addProbabilityTable(ReportDocument& document, const ReportedResult& result)
     }
 }
 
-/// Why there are no figures that need endpoints; empty where there are.
+/// Why figures that need endpoints are missing; empty if they are not.
 QString missingEndpoints(const ReportContext& context)
 {
     return context.results.isEmpty() ? "Nothing was calculated."
@@ -78,7 +78,7 @@ QString missingEndpoints(const ReportContext& context)
                : "Not known: " + context.results.first().evaluation.missing + '.';
 }
 
-/// The MEDs of a choice of fits; what its removed weight does comes first.
+/// A row of MEDs for a choice of fits; it begins with the fits and what their removed weight does.
 QStringList medRow(const Sensitivity& found, const QString& removedWeight,
                    const QVector<double>& meds, bool isKnown)
 {
@@ -93,10 +93,10 @@ void addSensitivityTables(ReportDocument& document, const ReportedResult& result
 {
     const QVector<Sensitivity> choices = sensitivityToFits(result.made, result.evaluation);
     ReportTable counts{"Fits and samples",
-                       {"From", "Samples", "Removed fits with a weight", "Samples without a model"},
+                       {"Fits", "Samples", "Removed fits with a weight", "Samples without a model"},
                        "lrrr",
                        {}};
-    ReportTable meds{"MED by level", {"From", "Removed weight"}, "ll", {}, 2};
+    ReportTable meds{"MED by level", {"Fits", "Removed weight"}, "ll", {}, 2};
     for (const double level : result.made.levels) {
         meds.headings.append(levelText(level));
         meds.alignment.append('r');
@@ -163,13 +163,13 @@ void addSensitivity(ReportDocument& document, const ReportContext& context)
         return;
     }
     const ReportedResult& result = context.results.first();
-    document.say(QString("%1. A fit that is left out removes its model from that sample, and the "
-                         "weights of the other models there are made anew without it; a sample "
-                         "with no model left counts as a miss. Two bounds follow: what if all the "
-                         "weight that was removed missed the target, and what if all of it hit.")
+    document.say(QString("%1. Leaving out a fit removes its model from that sample; the weights of "
+                         "the other models in it are renormalised, and a sample without any model "
+                         "left counts as a miss. Two bounds follow: all removed weight misses the "
+                         "target, or all of it hits.")
                      .arg(result.name));
     if (!result.evaluation.tellsFailures && !result.evaluation.tellsBoundaries) {
-        document.say("The headings of the files name no column that tells how fits ended.");
+        document.say("The headings of the files name no column that shows how the fits ended.");
     }
     addSensitivityTables(document, result);
 }

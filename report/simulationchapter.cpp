@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The chapter on simulation studies: doses by level, and their comparison with the truth.
+// The chapter on simulation studies: the doses by level, compared with the truth.
 
 #include "analysis/settingtexts.h"
 #include "report/manydatasets.h"
@@ -15,8 +15,8 @@ void addDistribution(ReportDocument& document, const DoseSelection& selection)
     const QVector<double>& doses = found.doses;
     ReportChart chart{"Minimum effective doses of the data sets by probability level. Areas and "
                       "numbers are counts of data sets.",
-                      "Circles over levels and doses, whose areas are numbers of data sets, which "
-                      "stand in the table below.",
+                      "Circles over levels and doses. Their areas are counts of data sets, which "
+                      "the table below lists.",
                       "Probability level (%)",
                       "MED (" + doseName(selection.made.inputs.endPoints) + ')'};
     ReportTable table{"Data sets by dose and level", {"Dose"}, "r", {}};
@@ -45,7 +45,7 @@ void addDistribution(ReportDocument& document, const DoseSelection& selection)
     document.add(table);
 }
 
-/// How the counts of each level compare with the nominal one.
+/// Compares the counts of each level with the nominal one.
 void addComparison(ReportDocument& document, const TruthComparison& truth)
 {
     const int levelCount = qMin(truth.comparison.size(), truth.levels.size());
@@ -89,10 +89,10 @@ void addComparison(ReportDocument& document, const TruthComparison& truth)
                                : "no, " + fault,
              calculated(counts.meanAbsoluteError)});
     }
-    ReportChart chart{"Estimated and theoretical MEDs by level. A method without bias has the "
-                      "nominal line within the part of equal MEDs; chance explains a level in "
-                      "which this part meets the range between fewest and most, which holds 95 % "
-                      "of studies.",
+    ReportChart chart{"Estimated and theoretical MEDs by level. With an unbiased method the "
+                      "nominal line runs within the part of equal MEDs. Chance explains a level "
+                      "where this part meets the range from fewest to most, which holds 95 % of "
+                      "studies.",
                       "Stacked bars of the data sets whose estimated MED is above, equal to and "
                       "below the theoretical one, with a line of nominal counts.",
                       "Probability level (%)", "Data sets"};
@@ -101,10 +101,11 @@ void addComparison(ReportDocument& document, const TruthComparison& truth)
     document.add(chart);
     document.add(table);
     document.say(
-        "The mean absolute error is the mean distance between estimated and theoretical "
-        "MED, in dose units, over the data sets in which both exist and differ. By chance a method "
-        "without bias has counts within the range in 95 % of studies (binomial distribution); over "
-        "above it, or over or equal below it, is not compatible with the level.");
+        "The mean absolute error is the mean distance between estimated and theoretical MED, in "
+        "dose units, over the data sets in which both exist and differ. With an unbiased method, "
+        "counts lie within the range of chance in 95 % of studies (binomial distribution). A level "
+        "is not compatible if the count over lies above the range, or the count over or equal lies "
+        "below it.");
 }
 
 void addTruth(ReportDocument& document, const TruthComparison& truth)
@@ -123,8 +124,8 @@ void addTruth(ReportDocument& document, const TruthComparison& truth)
         truth.made.trueRows.isEmpty()
             ? QString("The theoretical MEDs come from a file, each rounded up to the next "
                       "candidate dose.")
-            : QString("The theoretical MED of a data set is the lowest candidate dose from "
-                      "which on its true model gives %1; the true models are %2.")
+            : QString("The theoretical MED of a data set is the lowest candidate dose at and above "
+                      "which its true model gives %1. The true models are %2.")
                   .arg(intervalText(truth.made.inputs), truth.made.trueModels.join(", ")));
     addComparison(document, truth);
 }

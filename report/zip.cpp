@@ -45,7 +45,7 @@ quint32 crc32(const QByteArray& content)
     return ~crc;
 }
 
-/// Without what zlib and Qt put around it.
+/// The deflated bytes, without what zlib and Qt put around them.
 QByteArray deflatedBytes(const QByteArray& content)
 {
     constexpr int head = 6; // Qt's length and zlib's header

@@ -5,8 +5,8 @@
 
 #include <QByteArray>
 
-/// A ZIP archive in the making (PKWARE's APPNOTE 6.3, without extensions). It is the same for the
-/// same content, whenever it is made.
+/// Builds a ZIP archive (PKWARE's APPNOTE 6.3, without extensions). The same content always gives
+/// the same bytes.
 class ZipArchive
 {
 public:
@@ -15,7 +15,7 @@ public:
     /// Names are ASCII.
     void add(const QByteArray& name, const QByteArray& content, Packing packing);
 
-    /// The archive with all that was added.
+    /// The archive with all files added so far.
     QByteArray finished() const;
 
 private:

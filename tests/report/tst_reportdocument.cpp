@@ -67,7 +67,7 @@ private slots:
         row("no letters", QString("a%1b%2").arg(QChar(1)).arg(QChar(0xffff)), "a b ");
         row("pair", QString::fromUtf8("\xf0\x9f\x98\x80"), QString::fromUtf8("\xf0\x9f\x98\x80"));
         row("half a pair", QString(QChar(0xd83d)) + "b", QString(QChar(0xfffd)) + "b");
-        row("long", QString(1000000, 'x'), QString(4000, 'x') + "... (1000000 letters in all)");
+        row("long", QString(1000000, 'x'), QString(4000, 'x') + "... (1000000 characters in all)");
     }
     void makesTextsFit()
     {

@@ -64,7 +64,7 @@ private slots:
         const Rows<Act, QStringList, bool> row("act", "parts", "onFirstPage");
         row(
             "nothing", [] {},
-            {"\nNo data\n", "\nNo dose was selected and no probability calculated.\n"}, true);
+            {"\nNo data\n", "\nNo dose was selected and no probability was calculated.\n"}, true);
         // Of two samples: 26.8941 % of the first one's weight and all of the second one's hit at
         // dose 2, half of all weight at dose 0.1; in data set 1 all hits at dose 0.1.
         row(
@@ -77,8 +77,8 @@ private slots:
             false);
         row(
             "stale", [this] { calculateStale(); },
-            {"\nStale: The doses were selected for 1.05 < endpoint <= 10, model average; ",
-             "\nStale: The curve was calculated for ", "; since changed: interval.\n"},
+            {"\nOut of date: The doses were selected for 1.05 < endpoint <= 10, model average; ",
+             "\nOut of date: The curve was calculated for ", "; since changed: interval.\n"},
             true);
         row(
             "given up",
@@ -95,8 +95,8 @@ private slots:
         row(
             "several data sets", [this] { calculateDoses(1); },
             {"\nDoses were selected for 2 data sets. At 40 % the median dose is 0.1. At 60 % ",
-             " the median dose is 2, and 1 has no dose.\n", "\n40|0.1|0.1|2|0|", "\n60|2|2|1|1|",
-             "|Model Selection, using individual ofv (chosen)|"},
+             " the median dose is 2, and 1 data set has no dose.\n", "\n40|0.1|0.1|2|0|",
+             "\n60|2|2|1|1|", "|Model Selection, using individual ofv (chosen)|"},
             true);
         row(
             "truth",
@@ -107,7 +107,7 @@ private slots:
             {"\n40|1|1|0|2|0.8|0 to 2|yes|0.1|\n60|1|0|1|1|1.2|0 to 2|yes|2|\n"}, false);
         row(
             "project", [this] { calculateAndReopen(); },
-            {"\nThe doses are those of the project that was opened; how firm they are is not ",
+            {"\nThe doses come from the opened project. How certain they are is not known.\n",
              "\nNot known: the doses come from a project, ", "\nproject|project|"},
             false);
         row(
@@ -149,11 +149,10 @@ private slots:
             QVERIFY2(text.contains(line), qPrintable(line));
         }
         for (const char* const part :
-             {"\nTypical curves are left out where individuals would have to be simulated anew or "
-              "there are no results: model 0, model 1.\n",
-              " Of 8 individuals ",
-              " were really simulated. The sequence of random numbers stood "
-              "at 1 before.\n"}) {
+             {"\nTypical curves are left out for models that would need newly simulated "
+              "individuals or have no results: model 0, model 1.\n",
+              " Of 8 individuals, ",
+              " were actually simulated. Before, the sequence of random numbers stood at 1.\n"}) {
             QVERIFY2(text.contains(part), part);
         }
         QCOMPARE(differing(before, results()), QString());
