@@ -22,14 +22,14 @@ DataSetRange rangeOf(const CommandLine& line, int dataSetCount)
 {
     const DataSetRange range = line.dataSets.value_or(DataSetRange{0, dataSetCount});
     if (range.end > dataSetCount) {
-        rejectUsage(QString("--data-sets ends at %1 where there are %2 data sets.")
+        rejectUsage(QString("--data-sets ends at %1, but the number of data sets is %2.")
                         .arg(range.end)
                         .arg(dataSetCount));
     }
     return range;
 }
 
-/// The draws that the place of a range in the random sequence depends on.
+/// The draws that decide where a range begins in the random sequence.
 Draws drawsBefore(RunInputs& inputs, const CommandLine& line, const DataSetRange& range)
 {
     const bool isShard = line.dataSets.has_value();
@@ -64,7 +64,7 @@ void print(const char* text)
     }
 }
 
-/// Shows the findings. Gives the code that the program ends with.
+/// Shows the findings. Returns the exit code of the program.
 ExitCode showFindings(const QStringList& findings, const CommandLine& line)
 {
     if (!line.isQuiet) {
@@ -75,7 +75,7 @@ ExitCode showFindings(const QStringList& findings, const CommandLine& line)
     return line.isStrict && !findings.isEmpty() ? ExitCode::Findings : ExitCode::Done;
 }
 
-/// Those of a complete run; none of a shard, which keeps them for the merge.
+/// The findings of a complete run; none of a shard, which keeps them for the merge.
 QStringList findingsOf(const QString& folder)
 {
     QFile file(folder + '/' + ResultFile::findings);

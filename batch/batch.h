@@ -6,7 +6,7 @@
 #include "batch/commandline.h"
 #include "batch/error.h"
 
-/// Does what is asked for. What cannot be done ends the run by a BatchError.
+/// Does what the command line asks for. Throws a BatchError if it cannot.
 ExitCode performTask(const CommandLine& line);
 
 #endif

@@ -23,37 +23,37 @@ const char* const usage =
     "       velmora-batch [options] --models FILE...\n"
     "       velmora-batch [options] --folder DIR\n"
     "       velmora-batch merge SHARD... -o DIR\n\n"
-    "Runs an analysis without a window and writes what the window would show.";
+    "Runs an analysis without a window and writes to files what the window would show.";
 
 void addOptions(QCommandLineParser& parser)
 {
     for (const SettingDefinition& definition : settingDefinitions()) {
         if (!definition.isOption() || QLatin1String(definition.name) == QLatin1String("project")) {
-            continue; // for files alone, and the argument
+            continue; // settings only for files, and the argument
         }
         QCommandLineOption option(QString(definition.name), definition.description);
         option.setValueName(definition.value);
         parser.addOption(option);
     }
-    parser.addOption({"settings", "Take settings from a file; - is standard input.", "FILE"});
+    parser.addOption({"settings", "read settings from FILE; - is standard input", "FILE"});
     parser.addOption(
-        {"data-sets", "Calculate the data sets from A to before B alone, as a shard.", "A:B"});
+        {"data-sets", "calculate only the data sets from A to before B, as a shard", "A:B"});
     parser.addOption({"plan",
-                      "Count the random numbers of all data sets and write them to FILE; "
-                      "with --data-sets take them from it.",
+                      "count the random numbers of all data sets and write the counts to FILE; "
+                      "with --output, read them from FILE",
                       "FILE"});
-    parser.addOption({{"o", "output"}, "Write results to this folder, new or empty.", "DIR"});
-    parser.addOption({"resume", "Do what is not complete in the folder; skip what is."});
-    parser.addOption({"save-project", "Write a project that the window opens.", "FILE"});
-    parser.addOption({"strict", "End with code 3 if there are findings."});
-    parser.addOption({"dry-run", "Check the inputs, print all settings, and calculate nothing."});
-    parser.addOption({"quiet", "Show neither progress nor findings."});
-    parser.addOption({{"h", "help"}, "Show this text."});
-    parser.addOption({"version", "Show the version."});
+    parser.addOption({{"o", "output"}, "write results to this folder, new or empty", "DIR"});
+    parser.addOption({"resume", "complete an earlier run in the folder; skip what is complete"});
+    parser.addOption({"save-project", "write a project that the window can open", "FILE"});
+    parser.addOption({"strict", "exit with code 3 if there are findings"});
+    parser.addOption({"dry-run", "check the inputs, print all settings, and calculate nothing"});
+    parser.addOption({"quiet", "show neither progress nor findings"});
+    parser.addOption({{"h", "help"}, "show this text"});
+    parser.addOption({"version", "show the version"});
 }
 
-/// Gives every value of an option that takes several a name of its own: --models a b becomes
-/// --models=a --models=b.
+/// Puts the name of an option before each of its values: --models a b becomes --models=a
+/// --models=b.
 QStringList withSingleValues(const QStringList& arguments)
 {
     QStringList single;
@@ -67,7 +67,7 @@ QStringList withSingleValues(const QStringList& arguments)
             continue;
         }
         if (isMissing) {
-            single.append(option); // the parser says so
+            single.append(option); // the parser reports it
         }
         isMissing = argument == "--models" || argument == "--true-models";
         option = isMissing ? argument : QString();
@@ -102,7 +102,8 @@ BatchSettings readSettings(const QCommandLineParser& parser)
         if (QLatin1String(definition.name) == QLatin1String("project")) {
             const QStringList names = parser.positionalArguments();
             if (names.size() > 1) {
-                rejectUsage(QString("One project at a time: what is %1?").arg(names.at(1)));
+                rejectUsage(
+                    QString("Only one project at a time; %1 is one too many.").arg(names.at(1)));
             }
             if (!names.isEmpty()) {
                 options.add(definition, names);
@@ -130,14 +131,14 @@ DataSetRange readRange(const QString& text)
     return range;
 }
 
-/// A merge has the settings of its shards.
+/// A merge uses the settings of its shards, and so takes few options.
 void demandMergeOptions(const QCommandLineParser& parser)
 {
     const QStringList known{"o", "output", "resume", "strict", "quiet"};
     for (const QString& name : parser.optionNames()) {
         if (!known.contains(name)) {
             rejectUsage(
-                QString("merge takes no --%1: it has the settings of its shards.").arg(name));
+                QString("merge takes no --%1: it uses the settings of its shards.").arg(name));
         }
     }
 }
@@ -185,7 +186,7 @@ CommandLine readCommandLine(const QStringList& arguments)
     if (parser.isSet("data-sets")) {
         line.dataSets = readRange(parser.value("data-sets"));
         if (!line.project.isEmpty()) {
-            rejectUsage("--save-project takes all data sets: leave out --data-sets.");
+            rejectUsage("--save-project needs all data sets: leave out --data-sets.");
         }
         if (line.output.isEmpty() && !line.isDryRun) {
             rejectUsage("--data-sets needs a folder for the shard: give --output DIR.");

@@ -15,19 +15,19 @@ struct CommandLine
 
     Task task = Task::Run;
     QString helpText;
-    BatchSettings settings;               ///< of the settings file and, beating it, of the options
+    BatchSettings settings;               ///< of the options, then of the settings file
     QStringList shards;                   ///< folders to merge
     QString output;                       ///< folder; empty for none
-    std::optional<DataSetRange> dataSets; ///< of a shard
+    std::optional<DataSetRange> dataSets; ///< of a shard; none for the whole run
     QString plan;
-    QString project; ///< to save
+    QString project; ///< the project file to save
     bool resumes = false;
     bool isStrict = false;
     bool isDryRun = false;
     bool isQuiet = false;
 };
 
-/// Reads the arguments, the program's name first. What makes no sense ends the run.
+/// Reads the arguments; the first one is the program's name. Wrong usage ends the run.
 CommandLine readCommandLine(const QStringList& arguments);
 
 #endif

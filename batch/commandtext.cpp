@@ -14,7 +14,7 @@ constexpr int longestLine = 4000;
 
 const char* const outputOption = " --output results";
 
-/// In quotes where a shell would not take it as it stands.
+/// The text, in quotes if a shell would read it in another way.
 QString quoted(const QString& text)
 {
     static const QRegularExpression harmless("^[A-Za-z0-9_./:=,+-]+$");
@@ -51,14 +51,14 @@ QString optionsOf(const BatchSettings& settings, const SettingDefinition& defini
         return texts;
     }
     default:
-        // The project is no option, but what the program works on.
+        // The project is the argument, not an option.
         return QLatin1String(name) == QLatin1String("project")
                    ? ' ' + quoted(settings.textOf(name))
                    : option(name, settings.textOf(name));
     }
 }
 
-/// Whether a model's name would be cut at its first equals sign.
+/// True if the name of a model would be cut at its first equals sign.
 bool hasUnfitName(const BatchSettings& settings)
 {
     for (const SettingDefinition& definition : settingDefinitions()) {

@@ -5,8 +5,8 @@
 
 #include "batch/settings.h"
 
-/// The line for a shell (POSIX) that runs velmora-batch with these settings. Where they hold
-/// line breaks or are too long for a line, they follow as the text of a settings file.
+/// The line for a POSIX shell that runs velmora-batch with these settings. Settings that contain
+/// line breaks or are too long for a line follow it as the text of a settings file.
 QString commandText(const BatchSettings& settings);
 
 #endif

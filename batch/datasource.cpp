@@ -12,7 +12,7 @@
 
 namespace {
 
-/// The names of a folder's files, as the window proposes them.
+/// The names of the files in a folder, as the window proposes them.
 QString fileName(int model, const QString& dataSet)
 {
     return QString("raw_results_estimation_model%1_data%2.csv").arg(model).arg(dataSet);
@@ -60,12 +60,11 @@ void demandFile(const QString& path, const QString& option)
         fail(QString("%1 does not exist.").arg(what));
     }
     if (!info.isFile()) {
-        fail(QString(info.isDir() ? "%1 is a folder where a file is wanted."
-                                  : "%1 is no regular file.")
+        fail(QString(info.isDir() ? "%1 is a folder, not a file." : "%1 is not a regular file.")
                  .arg(what));
     }
     if (!info.isReadable()) {
-        fail(QString("%1 may not be read.").arg(what));
+        fail(QString("%1 cannot be read: permission denied.").arg(what));
     }
 }
 
@@ -74,9 +73,8 @@ DataSource::DataSource(const BatchSettings& settings)
     const int given =
         int(settings.has("project")) + int(settings.has("models")) + int(settings.has("folder"));
     if (given != 1) {
-        rejectUsage(given == 0
-                        ? "Nothing to work on: name a project, or give --models or --folder."
-                        : "Name either a project or --models or --folder, not several of them.");
+        rejectUsage(given == 0 ? "There are no data: name a project, or give --models or --folder."
+                               : "Give only one of a project, --models and --folder.");
     }
     if (settings.has("project")) {
         readProject(settings.textOf("project"));
@@ -107,7 +105,7 @@ void DataSource::findFolder(const QString& folder)
 {
     placeName = folder;
     if (!QFileInfo(folder).isDir()) {
-        fail(QString("--folder: %1 is no folder.").arg(folder));
+        fail(QString("--folder: %1 is not a folder.").arg(folder));
     }
     int count = 0;
     while (QFile::exists(filePath(folder, 0, count))) {
@@ -134,7 +132,8 @@ void DataSource::findFolder(const QString& folder)
             return headingOfFile(path) != headingPieces.constFirst();
         });
     if (other != paths.first().end()) {
-        fail(QString("%1 has another heading than data set 0 of its model.").arg(*other));
+        fail(QString("The headings of %1 differ from those of data set 0 of its model.")
+                 .arg(*other));
     }
 }
 
@@ -158,7 +157,7 @@ void DataSource::readProject(const QString& path)
         fail(QString("%1 cannot be read: %2.").arg(path, file.errorString()));
     }
     if (decoded.items.rawResults.isEmpty()) {
-        fail(QString("%1 is no project with bootstrap results.").arg(path));
+        fail(QString("%1 is not a project with bootstrap results.").arg(path));
     }
     headingPieces = decoded.items.rawResultsHeaders;
     projectDataSets = decoded.items.rawResults.first().size();

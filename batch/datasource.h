@@ -8,13 +8,13 @@
 #include "io/projectfile.h"
 #include "io/sourcefile.h"
 
-/// Where the bootstrap results of a run come from: files of one data set, a folder with many, or
-/// a project. Files are read when their data set has its turn, and let go.
+/// The source of a run's bootstrap results: files of one data set, a folder with many data sets,
+/// or a project. Files are in memory only while the run works on their data set.
 class DataSource
 {
 public:
-    /// Looks for the files that the settings name, and reads headings, or the project. What is
-    /// missing or does not fit ends the run.
+    /// Looks for the files that the settings name and reads their headings, or the project. Files
+    /// that are missing or do not fit end the run.
     explicit DataSource(const BatchSettings& settings);
 
     int dataSetCount() const { return paths.isEmpty() ? projectDataSets : paths.first().size(); }
@@ -22,22 +22,22 @@ public:
     const QStringList& modelNames() const { return names; }
     const QVector<QStringList>& headings() const { return headingPieces; }
 
-    /// The folder or the project, for reports.
+    /// The path of the folder or the project, for reports.
     const QString& place() const { return placeName; }
 
-    /// Names of the models' files for reports, with * for the number of the data set.
+    /// The names of the models' files, with * for the number of the data set, for reports.
     const QStringList& fileNames() const { return templates; }
 
-    /// The items of the project; none of other sources.
+    /// The items of the project; none for other sources.
     const DecodedProject& project() const { return decoded; }
     bool isProject() const { return paths.isEmpty(); }
 
-    /// The files that a data set is read from, [model]; without path where a model repeats its
-    /// data set before. Of a project the file itself, with each data set.
+    /// The files that a data set is read from, [model]; without path if a model repeats its data
+    /// set before. For a project: the project file, for each data set.
     QVector<SourceFile> files(int dataSet) const;
 
-    /// Puts a data set's tables into the study, or takes them out of it. Those of a project are
-    /// always there. A file that cannot be read to its end ends the run.
+    /// Puts a data set's tables into the study, or takes them out. Those of a project are always
+    /// there. A file that cannot be read to its end ends the run.
     void load(Study& study, int dataSet) const;
     void release(Study& study, int dataSet) const;
 
@@ -52,7 +52,7 @@ private:
 
     QStringList names;
     QVector<QStringList> headingPieces;
-    QVector<QStringList> paths; ///< [model][dataSet]; empty of a project
+    QVector<QStringList> paths; ///< [model][dataSet]; empty for a project
     QStringList templates;
     QString placeName;
     DecodedProject decoded;
@@ -60,7 +60,7 @@ private:
     int projectDataSets = 0;
 };
 
-/// Ends the run unless the path is a file that can be read. option is what named it.
+/// Ends the run unless the path is a readable file. option is the option that names it.
 void demandFile(const QString& path, const QString& option);
 
 #endif

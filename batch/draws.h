@@ -8,29 +8,30 @@
 
 #include <functional>
 
-/// Random numbers that the parts of a run draw. With them a part begins where it would in the
-/// whole run.
+/// How many random numbers the parts of a run draw. From these counts a part knows where the
+/// whole run would begin it.
 struct Draws
 {
     QVector<qint64> ofDataSets; ///< [dataSet]
     QVector<qint64> ofTruth;    ///< [dataSet] that is compared with a true model
 };
 
-/// Whether the data sets of a study draw any.
+/// True if the data sets of a study draw random numbers.
 bool drawsNumbers(const Study& study);
 
-/// The numbers of a data set, whose tables are loaded.
+/// The number of draws of a data set. Its tables must be loaded.
 qint64 drawsOf(const RunInputs& inputs, int dataSet);
 
-/// Those of the true models; nothing is read for them.
+/// The number of draws of the true models, without reading a file.
 QVector<qint64> drawsOfTruth(const RunInputs& inputs);
 
-/// Counts the numbers of all data sets up to one, whose files are read for it, one after another;
-/// files gets those that were. goesOn is told how many data sets are done.
+/// Counts the draws of all data sets before endDataSet and reads their files, one after another.
+/// files receives what was read. goesOn receives how many data sets are done.
 Draws countDraws(RunInputs& inputs, int endDataSet, QVector<ReportedFile>* files,
                  const std::function<void(int done)>& goesOn);
 
-/// The position before a data set, and before its true model, all draws up to it being known.
+/// The random position before a data set, and before its true model. All draws up to it must be
+/// known.
 quint32 positionBefore(const RunInputs& inputs, const Draws& draws, int dataSet);
 quint32 positionBeforeTruth(const RunInputs& inputs, const Draws& draws, int dataSet);
 

@@ -11,12 +11,12 @@
 enum class ExitCode {
     Done = 0,
     Failed = 1,  ///< something could not be read, calculated or written
-    Usage = 2,   ///< what was asked for makes no sense
-    Findings = 3 ///< done, and asked to tell that there are findings
+    Usage = 2,   ///< wrong options or settings
+    Findings = 3 ///< done with findings, and --strict was given
 };
 
-/// Why a run ends early, in one line that says what is wrong and what to do about it. Nothing is
-/// left behind that looks finished.
+/// Why a run ends early: one line that says what is wrong and what to do. Nothing that looks
+/// complete is left behind.
 class BatchError : public std::exception
 {
 public:
@@ -35,7 +35,7 @@ private:
     QString line;
 };
 
-/// Ends the run as one that was asked for in a wrong way, or that failed.
+/// Ends the run because of wrong usage, or because it failed.
 [[noreturn]] inline void rejectUsage(const QString& text)
 {
     throw BatchError(ExitCode::Usage, text);

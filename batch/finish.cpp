@@ -51,7 +51,7 @@ DoseSelection selectionOf(const RunInputs& inputs, const RangeResults& results)
         selection.evaluations.first() = results.first;
     }
     for (int dataSet = 1; dataSet < selection.evaluations.size(); ++dataSet) {
-        selection.evaluations[dataSet].missing = "only those of data set 0 are kept";
+        selection.evaluations[dataSet].missing = "only the endpoints of data set 0 are kept";
     }
     selection.before = {inputs.randomPosition, inputs.processors};
     return selection;
@@ -72,7 +72,7 @@ TruthComparison truthOf(const RunInputs& inputs, const RangeResults& results, co
     return truth;
 }
 
-/// Random numbers of the data sets.
+/// The number of random numbers that each data set drew.
 QVector<double> drawsOf(const RangeResults& results)
 {
     QVector<double> draws;

@@ -5,14 +5,14 @@
 
 #include "batch/rangerun.h"
 
-// What a run gives when all of its data sets are done, however many machines they were done on.
+// The last steps of a run, when all its data sets are done, on one machine or on many.
 
 /// Writes the comparison with the truth, findings and reports of the whole study. The tables of
-/// data set 0 have to be loaded. Gives the findings, a line each, those of the run itself first.
+/// data set 0 must be loaded. Returns the findings, one line each, those of the run first.
 QStringList writeStudyFiles(const RunInputs& inputs, const RangeResults& results,
                             const QStringList& runFindings, OutputFolder& output);
 
-/// The project of the study with the doses chosen. Reads all data sets.
+/// Writes the study and its doses to a project file. Reads all data sets.
 void saveProject(RunInputs& inputs, const QVector<DataSetResult>& dataSets, const QString& path);
 
 #endif

@@ -8,11 +8,11 @@
 
 #include <future>
 
-/// The file with its hash. One that changes meanwhile ends the run.
+/// The file with its hash. A file that changes meanwhile ends the run.
 ReportedFile hashedFile(const QString& use, const SourceFile& file);
 
-/// Hashes the files of a data set in a thread of their own, while they are read and calculated
-/// with; none of a project. A file that changes meanwhile ends the run.
+/// Hashes the files of a data set in another thread while the run reads them and calculates; does
+/// nothing for a project. A file that changes meanwhile ends the run.
 class FileHashes
 {
 public:

@@ -13,7 +13,7 @@
 
 namespace {
 
-/// Of the tables that a run has now and then, for provenances to compare: they stay the same.
+/// The fingerprint in all provenances of a run: its tables come and go, but never change.
 constexpr quint64 anyFingerprint = 1;
 
 struct NamedSummary
@@ -34,7 +34,7 @@ QVector<double> readNumbers(const BatchSettings& settings, const char* name, con
     return numbers;
 }
 
-/// The text is what the number was put in for, if it was.
+/// Reads a bound. Its text is what stood in its place if the program put in the number.
 Bound readBound(const BatchSettings& settings, const char* name, const char* textName,
                 const Bound& before)
 {
@@ -51,7 +51,7 @@ Bound readBound(const BatchSettings& settings, const char* name, const char* tex
                                   : Bound{text, false, number};
 }
 
-/// Notes what the number of a bound was put in for, if it was.
+/// Notes the text in whose place the number of a bound was put in, if there was one.
 void setBoundText(BatchSettings& used, const char* textName, const Bound& bound)
 {
     bool isNumber = false;
@@ -95,7 +95,7 @@ void applyChoices(Study& study, const BatchSettings& settings)
     }
 }
 
-/// Expressions and omega; the weights that nobody gave are those that the window proposes.
+/// Sets expressions and omega. Weights that were not given are those that the window proposes.
 void applyDefinitions(RunInputs& inputs, const BatchSettings& settings)
 {
     const QStringList& names = inputs.source.modelNames();
@@ -127,7 +127,7 @@ void applyDefinitions(RunInputs& inputs, const BatchSettings& settings)
     forEach("omega", [&](int model, const QString& text) { readOmega(models[model], text); });
 }
 
-/// The study before anything is typed: that of the project or of models without definitions.
+/// Starts with the study of the project, or with models without definitions.
 void startStudy(RunInputs& inputs, const BatchSettings& settings)
 {
     const DataSource& source = inputs.source;
@@ -168,7 +168,7 @@ QStringList readReports(const BatchSettings& settings)
     return reports;
 }
 
-/// Adds where the data come from, and what else the run depends on.
+/// All settings of the study, with the source of the data and all else that the run depends on.
 BatchSettings usedSettings(const RunInputs& inputs, const BatchSettings& given)
 {
     BatchSettings used = studySettings(inputs.study, inputs.doses, inputs.levels);

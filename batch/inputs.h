@@ -10,7 +10,7 @@
 /// Everything that a run works with.
 struct RunInputs
 {
-    /// Finds the data, with nothing else set.
+    /// Finds the data and sets nothing else.
     explicit RunInputs(const BatchSettings& settings)
         : source(settings)
     {
@@ -19,24 +19,24 @@ struct RunInputs
     DataSource source;
     Study study;    ///< with definitions that are up to date; tables are loaded later
     QString doses;  ///< as typed
-    QString levels; ///< the same
+    QString levels; ///< as typed
     Bound lower;
     Bound upper;
     TruthInputs truth;
-    QStringList reports; ///< endings of the reports that are wanted
+    QStringList reports; ///< endings of the reports to write
     bool writesEndpoints = false;
     bool usesCache = false;
     quint32 randomPosition = 0; ///< before the first data set
-    quint32 truthPosition = 0;  ///< before the first true model; 0 to follow the doses
-    int processors = 0;         ///< that individuals are spread over
-    BatchSettings used;         ///< every setting, as it is used
+    quint32 truthPosition = 0;  ///< before the first true model; 0: where the doses end
+    int processors = 0;         ///< processors that share the individuals
+    BatchSettings used;         ///< all settings as used
 };
 
-/// Reads what the settings name, but no data set, and sets the number of processors. What does
-/// not fit ends the run.
+/// Reads what the settings name, except data sets, and sets the number of processors. Settings
+/// that do not fit end the run.
 RunInputs runInputs(const BatchSettings& settings);
 
-/// Every setting of a study, as a run is asked for it, without where its data come from.
+/// All settings of a study as a run takes them, except the source of its data.
 BatchSettings studySettings(const Study& study, const QString& doses, const QString& levels);
 
 #endif

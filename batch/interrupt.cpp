@@ -19,13 +19,13 @@ void endNow(int /*signal*/)
 {
     const char text[] = "velmora-batch: Interrupted.\n";
     const auto written = write(STDERR_FILENO, text, sizeof text - 1);
-    static_cast<void>(written); // nobody is left to be told
+    static_cast<void>(written); // there is no other way to report it
     _exit(int(ExitCode::Failed));
 }
 
 void interrupt(int /*signal*/)
 {
-    if (!interrupted.exchange(true)) { // a further one is not to put the end off
+    if (!interrupted.exchange(true)) { // further signals do not delay the end
         alarm(secondsToWait);
     }
 }

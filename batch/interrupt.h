@@ -3,8 +3,8 @@
 #ifndef VELMORA_BATCH_INTERRUPT_H
 #define VELMORA_BATCH_INTERRUPT_H
 
-/// Lets Ctrl+C and SIGTERM end the run: at the next place where it asks, and within a second in
-/// any case, which may leave files velmora-*.tmp.
+/// Lets Ctrl+C and SIGTERM end the run at the next call of endIfInterrupted, and after a second in
+/// any case. The latter may leave files velmora-*.tmp.
 void watchInterrupts();
 
 bool isInterrupted();

@@ -15,7 +15,7 @@
 
 namespace {
 
-/// Whether reports may be written. They need fonts and pictures, but no display.
+/// True if the run may write reports. They need fonts and pictures, but no display.
 bool mayWriteReports(const QStringList& arguments)
 {
     return std::any_of(arguments.begin(), arguments.end(), [](const QString& argument) {
@@ -36,9 +36,8 @@ std::unique_ptr<QCoreApplication> makeApplication(const QStringList& arguments, 
     return std::make_unique<QApplication>(argc, argv);
 }
 
-/// The platform's remarks on what it lacks are nobody's concern here, but for that without which
-/// there is no application.
-void tellWhatIsFatal(QtMsgType type, const QMessageLogContext& /*context*/, const QString& text)
+/// Shows only Qt's fatal messages; remarks on what the platform lacks do not matter here.
+void showFatalMessages(QtMsgType type, const QMessageLogContext& /*context*/, const QString& text)
 {
     if (type == QtFatalMsg) {
         std::fprintf(stderr, "velmora-batch: %s\n", qUtf8Printable(text));
@@ -52,8 +51,8 @@ void tellWhatIsFatal(QtMsgType type, const QMessageLogContext& /*context*/, cons
 /// velmora-batch [options] PROJECT
 int main(int argc, char** argv)
 {
-    std::setlocale(LC_ALL, ""); // as names are read before there is an application
-    qInstallMessageHandler(tellWhatIsFatal);
+    std::setlocale(LC_ALL, ""); // as names are read before the application exists
+    qInstallMessageHandler(showFatalMessages);
     watchInterrupts();
     QStringList arguments;
     for (int i = 0; i < argc; ++i) {
@@ -66,7 +65,7 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "velmora-batch: %s\n", qUtf8Printable(error.text()));
         return int(error.code());
     } catch (const std::bad_alloc&) {
-        std::fputs("velmora-batch: Memory does not suffice.\n", stderr);
+        std::fputs("velmora-batch: There is not enough memory.\n", stderr);
         return int(ExitCode::Failed);
     }
 }

@@ -52,7 +52,7 @@ void readOmega(endPoint& definition, const QString& text)
     };
     const QStringList rows = text.split(';');
     if (rows.size() < definition.highestEta || rows.size() > highestEtaNumber) {
-        reject(QString("%1 rows where the endpoint has ETA%2")
+        reject(QString("%1 rows, but the endpoint has ETA%2")
                    .arg(rows.size())
                    .arg(definition.highestEta));
     }
@@ -61,7 +61,7 @@ void readOmega(endPoint& definition, const QString& text)
     for (int row = 0; row < rows.size(); ++row) {
         const QStringList elements = rows.at(row).split(',');
         if (elements.size() != rows.size()) {
-            reject(QString("row %1 has %2 elements in place of %3")
+            reject(QString("row %1 has %2 elements instead of %3")
                        .arg(row + 1)
                        .arg(elements.size())
                        .arg(rows.size()));

@@ -9,18 +9,18 @@
 
 // How settings name models and write numbers and covariances.
 
-/// The number with as few digits as tell it from every other.
+/// The number with as few digits as distinguish it from every other.
 QString exactText(double number);
 
-/// The number of the model that a text names: by its name, or by its number, which a # may tell
-/// from a name. A text that names none, or several, ends the run.
+/// The number of the model that a text names, by name or by number; a # before it marks a number.
+/// A text that names no model, or several, ends the run.
 int modelNamed(const QStringList& names, const QString& text, const char* option);
 
-/// What names a model so that modelNamed finds it.
+/// A text by which modelNamed finds the model.
 QString modelKey(const QStringList& names, int model);
 
-/// Omega from rows with ; between, of elements with , between. What is no covariance matrix of
-/// the endpoint's ETAs ends the run.
+/// Reads omega: rows separated by ; of elements separated by commas. A text that is no covariance
+/// matrix of the endpoint's ETAs ends the run.
 void readOmega(endPoint& definition, const QString& text);
 
 /// The text that readOmega reads.

@@ -18,7 +18,7 @@
 namespace {
 
 constexpr int bytesAtATime = 1 << 20;
-/// What a run that was killed leaves behind.
+/// The files that a killed run leaves behind.
 const char unfinishedFiles[] = "velmora-*.tmp";
 
 } // namespace
@@ -27,7 +27,7 @@ TableFile::TableFile(const QString& filePath)
     : path(filePath)
     , file(filePath)
 {
-    // Unbuffered, so that a full disk is noticed by the write that it concerns.
+    // Unbuffered, so that a write to a full disk fails at once.
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
         check();
         fail(QString("%1 cannot be written.").arg(path));
@@ -84,19 +84,18 @@ OutputFolder::OutputFolder(const QString& folderPath, bool resumes)
 {
     const QFileInfo info(path);
     if (info.exists() && !info.isDir()) {
-        fail(QString("--output: %1 is no folder.").arg(path));
+        fail(QString("--output: %1 is not a folder.").arg(path));
     }
     for (QString folder = QDir::cleanPath(path); !QFileInfo::exists(folder);
          folder = QFileInfo(folder).path()) {
         made.append(folder);
     }
     if (!QDir().mkpath(path)) {
-        fail(QString("--output: %1 cannot be made; does its parent folder exist, and may it be "
-                     "written to?")
+        fail(QString("--output: %1 cannot be created; check that its parent folder is writable.")
                  .arg(path));
     }
     if (!QFileInfo(path).isWritable()) {
-        fail(QString("--output: %1 may not be written to.").arg(path));
+        fail(QString("--output: %1 is not writable.").arg(path));
     }
     takeForThisRun();
     const QDir::Filters all = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
@@ -106,14 +105,15 @@ OutputFolder::OutputFolder(const QString& folderPath, bool resumes)
             QString("--output: %1 is not empty; name another folder, or give --resume.").arg(path));
     }
     if (resumes) {
-        QFile::remove(pathOf(recordName)); // what stands there is not complete any more
+        QFile::remove(pathOf(recordName)); // the results are no longer complete
         for (const QString& name : QDir(path).entryList({unfinishedFiles}, QDir::Files)) {
             QFile::remove(pathOf(name));
         }
     }
 }
 
-/// Ends the run if another one writes to the folder. A file system without locks lets both do so.
+/// Ends the run if another one writes to the folder. A file system without locks does not
+/// prevent that.
 void OutputFolder::takeForThisRun()
 {
     lock = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);

@@ -11,21 +11,21 @@
 #include <memory>
 #include <vector>
 
-/// A file of comma-separated lines (RFC 4180) that is written bit by bit and put in its place
-/// when everything is done. A write that fails ends the run.
+/// A file of comma-separated lines (RFC 4180), written piece by piece. It appears in its place
+/// when the run is done. A write that fails ends the run.
 class TableFile
 {
 public:
     TableFile(const QString& filePath, const QStringList& headings);
 
-    /// For lines that others write.
+    /// A file whose lines include the headings.
     explicit TableFile(const QString& filePath);
 
     void addRow(const QByteArrayList& fields);
     void addLines(const QByteArray& lines);
     QIODevice& device() { return file; }
 
-    /// Tells what went wrong at the device, if anything did.
+    /// Ends the run if the device has an error.
     void check() const;
     void commit();
 
@@ -37,15 +37,15 @@ private:
     QByteArray buffer;
 };
 
-/// The folder that results go to. Files take their places together, when everything is done;
-/// a folder that was made for them goes if that does not come to pass.
+/// The folder for results. All files appear in their places together, when the run is done. If
+/// the run fails, a folder that was created for them is removed.
 class OutputFolder
 {
 public:
-    /// The name of the file that is written last and tells that the folder is complete.
+    /// The name of the file that is written last. It marks the folder as complete.
     static constexpr char recordName[] = "run.json";
 
-    /// Makes the folder, or takes one that is empty or that an earlier run is to be resumed in.
+    /// Creates the folder, or takes one that is empty or whose earlier run is resumed.
     OutputFolder(const QString& folderPath, bool resumes);
     ~OutputFolder();
     OutputFolder(const OutputFolder&) = delete;
@@ -64,11 +64,11 @@ private:
     void removeAll();
 
     QString path;
-    int lock = -1;    ///< of the open folder, as long as the run writes to it
-    QStringList made; ///< folders that did not exist before, the deepest first
+    int lock = -1;    ///< descriptor of the folder, locked while the run writes to it
+    QStringList made; ///< created folders, the deepest first
     QStringList names;
     std::vector<std::unique_ptr<TableFile>> files;
-    QStringList placed; ///< paths of files that are in their places
+    QStringList placed; ///< paths of the files that are in their places
     bool isFinished = false;
 };
 

@@ -68,7 +68,7 @@ Plan readPlan(const QString& path, const RunRecord& record)
 {
     RunRecord planned = readRecordFile(path);
     RunRecord wanted = record;
-    for (const char* const name : {"report", "endpoints"}) { // that draw nothing
+    for (const char* const name : {"report", "endpoints"}) { // these draw nothing
         planned.settings.remove(name);
         wanted.settings.remove(name);
     }
@@ -97,7 +97,7 @@ void demandSameFiles(const QVector<ReportedFile>& files, const QVector<ReportedF
     for (const ReportedFile& file : files) {
         const ReportedFile* other = known.value(file.use);
         if (other != nullptr && other->check.sha256 != file.check.sha256) {
-            fail(QString("%1, the file of %2, is not the one of %3: the SHA-256 differs.")
+            fail(QString("%1, the file of %2, differs from that of %3: other SHA-256.")
                      .arg(file.file.path, file.use, name));
         }
     }

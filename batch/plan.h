@@ -5,8 +5,8 @@
 
 #include "batch/draws.h"
 
-/// What shards need to know of the whole run: the random numbers of every data set, and the
-/// files with their hashes.
+/// What shards must know of the whole run: the number of draws of every data set, and the files
+/// with their hashes.
 struct Plan
 {
     Draws draws;
@@ -16,15 +16,15 @@ struct Plan
 /// Reads every file once and writes the plan.
 void writePlan(RunInputs& inputs, const QString& path, bool isQuiet);
 
-/// Reads a plan. One that was made by another version or for other settings ends the run.
+/// Reads a plan. A plan of another version or for other settings ends the run.
 Plan readPlan(const QString& path, const RunRecord& record);
 
-/// Ends the run where a file is not the one of the plan or of the record of that name.
+/// Ends the run if a file differs from the planned one. name is the plan's name for messages.
 void demandSameFiles(const QVector<ReportedFile>& files, const QVector<ReportedFile>& planned,
                      const QString& name);
 
-/// Ends the run unless both were made by the same version and for the same settings and data
-/// sets. Names what differs.
+/// Ends the run unless both have the same version, settings and number of data sets, and reports
+/// what differs.
 void demandSameRun(const RunRecord& first, const QString& firstName, const RunRecord& second,
                    const QString& secondName);
 

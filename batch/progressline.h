@@ -6,7 +6,7 @@
 #include <QElapsedTimer>
 #include <QString>
 
-/// One line on a terminal that tells how far a run is; nothing where stderr is something else.
+/// A line on a terminal that shows how far a run is; nothing if stderr is not a terminal.
 class ProgressLine
 {
 public:

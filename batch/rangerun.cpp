@@ -26,7 +26,7 @@ bool goesOn()
     return !isInterrupted();
 }
 
-/// The tables that have lines for each data set.
+/// The files with lines for each data set.
 class RangeTables
 {
 public:
@@ -75,7 +75,7 @@ private:
         return names;
     }
 
-    /// As page "2" shows them, whatever the method.
+    /// Adds the relative weights that page "2" shows, whatever the method.
     void addWeights(const Study& study, int dataSet, const Evaluation& evaluation)
     {
         const Table relative =
@@ -97,7 +97,7 @@ private:
     TableFile* endpoints;
 };
 
-/// Calculates a data set whose tables are loaded.
+/// Calculates a data set. Its tables must be loaded.
 DataSetResult calculate(const RunInputs& inputs, int dataSet, Evaluation& evaluation)
 {
     const Study& study = inputs.study;
@@ -163,7 +163,7 @@ QStringList RangeResults::findings() const
 {
     QStringList lines;
     for (const DataSetResult& result : dataSets) {
-        lines += result.findings; // which name their data set
+        lines += result.findings; // each names its data set
     }
     return lines;
 }
@@ -219,8 +219,8 @@ void repeatFirstDataSet(RunInputs& inputs, RangeResults& results)
     const DataSetResult repeated = calculate(inputs, 0, evaluation);
     if (repeated.probability != results.dataSets.first().probability) {
         results.dataSets.first().findings.append(
-            "Data set 0, calculated again for the report, has other probabilities: its files have "
-            "changed, or this machine calculates otherwise.");
+            "Data set 0 was calculated again for the report and has other probabilities: its "
+            "files have changed, or this machine calculates differently.");
     }
     results.first = evaluation;
 }

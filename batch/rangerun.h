@@ -8,19 +8,19 @@
 #include "batch/draws.h"
 #include "batch/outputfolder.h"
 
-/// What a data set gives beside the lines that are written at once.
+/// The results of a data set, in addition to the lines that are written at once.
 struct DataSetResult
 {
     QVector<double> probability;      ///< in percent, [dose]
     QVector<double> errors;           ///< Monte Carlo errors in percent points, [dose]
     QVector<double> meds;             ///< [level]; NaN for none
-    QVector<DoseStability> stability; ///< [level]; empty where there are no samples
-    MethodMeds otherMeds;             ///< of all methods, where a report is wanted
-    double draws = 0.0;               ///< random numbers that were drawn
+    QVector<DoseStability> stability; ///< [level]; empty if there are no samples
+    MethodMeds otherMeds;             ///< of all methods, if the run writes reports
+    double draws = 0.0;               ///< number of random numbers drawn
     QStringList findings;
 };
 
-/// The names of the files that results go to.
+/// The names of the files of results.
 namespace ResultFile {
 constexpr char probability[] = "probability.csv";
 constexpr char doses[] = "doses.csv";
@@ -31,7 +31,7 @@ constexpr char comparison[] = "comparison.csv";
 constexpr char findings[] = "findings.txt";
 } // namespace ResultFile
 
-/// What the data sets of a range give.
+/// The results of the data sets of a range.
 struct RangeResults
 {
     explicit RangeResults(const RunInputs& inputs);
@@ -39,21 +39,21 @@ struct RangeResults
     DataSetRange range;
     QVector<DataSetResult> dataSets; ///< [dataSet - range.first]
     CheckUpRun checkUp;              ///< of their tables
-    QVector<double> theoreticalMeds; ///< the same, as far as there are true ones
-    QVector<ReportedFile> files;     ///< that were read
-    quint32 positionAfter = 0;       ///< in the sequence of random numbers
-    Evaluation first;                ///< what data set 0 was judged by, if it is in the range
+    QVector<double> theoreticalMeds; ///< [dataSet - range.first], as far as there is a truth
+    QVector<ReportedFile> files;     ///< the files that were read
+    quint32 positionAfter = 0;       ///< in the random sequence
+    Evaluation first;                ///< of data set 0, if it is in the range
 
-    /// What is found in the data sets, a line each.
+    /// The findings of the data sets, one line each.
     QStringList findings() const;
 };
 
-/// Told how many data sets of a range are done.
+/// Receives how many data sets of a range are done.
 using Progress = std::function<void(int done)>;
 
-/// Calculates the data sets of a range one after another, each with the random numbers that it
-/// would have in the whole run, and writes what has a line for each of them. Ends the run if it
-/// is interrupted.
+/// Calculates the data sets of a range one after another, with the random numbers that the whole
+/// run would give them, and writes the files that have lines for each. Ends the run if it is
+/// interrupted.
 RangeResults runRange(RunInputs& inputs, const DataSetRange& range, OutputFolder& output,
                       const Draws& draws, const Progress& progress);
 

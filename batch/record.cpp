@@ -45,7 +45,7 @@ Machine thisMachine()
             machine.features.append(name);
         }
     };
-    // By these the C library chooses its mathematical functions.
+    // The C library chooses its mathematical functions by these.
     add(__builtin_cpu_supports("avx") != 0, "avx");
     add(__builtin_cpu_supports("avx2") != 0, "avx2");
     add(__builtin_cpu_supports("fma") != 0, "fma");

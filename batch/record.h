@@ -6,11 +6,11 @@
 #include "batch/settings.h"
 #include "report/content.h"
 
-/// What the last bits of expressions depend on, as far as a machine tells.
+/// What the last bits of expressions depend on, as far as the machine reports it.
 struct Machine
 {
     QString architecture;
-    QStringList features; ///< of the processor that mathematical functions may use
+    QStringList features; ///< processor features that mathematical functions may use
     QString cLibrary;     ///< name and version
 
     bool operator==(const Machine& other) const
@@ -20,7 +20,7 @@ struct Machine
     }
 };
 
-/// This one.
+/// The machine that the program runs on.
 Machine thisMachine();
 
 /// "x86_64 with avx avx2 fma, glibc 2.36".
@@ -35,15 +35,15 @@ struct DataSetRange
     int count() const { return end - first; }
 };
 
-/// What a run was: the file run.json, which is complete when everything else is.
+/// The record of a run, in the file run.json. It is written when everything else is complete.
 struct RunRecord
 {
     QString program; ///< name and version
     BatchSettings settings;
-    int dataSetCount = 0; ///< of the study
+    int dataSetCount = 0; ///< number of data sets of the study
     DataSetRange dataSets;
-    QVector<ReportedFile> files; ///< that were read, with their hashes
-    quint32 positionBefore = 0;  ///< in the sequence of random numbers, before data set 0
+    QVector<ReportedFile> files; ///< the files that were read, with their hashes
+    quint32 positionBefore = 0;  ///< in the random sequence, before data set 0
     quint32 positionAfter = 0;
     Machine machine;
     double seconds = 0.0;
@@ -54,13 +54,13 @@ struct RunRecord
 QJsonObject recordObject(const RunRecord& record);
 QByteArray recordText(const RunRecord& record);
 
-/// A record. One that is missing or damaged ends the run.
+/// Reads a record. A record that is missing or damaged ends the run.
 RunRecord readRecordFile(const QString& path);
 
-/// The record in a folder, which is not complete without it.
+/// Reads the record of a folder. A folder without record is not complete and ends the run.
 RunRecord readRecord(const QString& folder);
 
-/// Whether a folder has a record, and thus all that the run was to give.
+/// True if a folder has a record, and so all results of its run.
 bool hasRecord(const QString& folder);
 
 /// The name of this program with its version, for records and reports.

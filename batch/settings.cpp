@@ -67,7 +67,7 @@ QString absolutePath(const QString& path, const QString& folder)
     return QDir::cleanPath(QDir(folder).absoluteFilePath(path));
 }
 
-/// Numbers may stand as such in JSON, and lists of them as arrays.
+/// The value as text. In JSON, numbers may be numbers, and lists of them arrays.
 QString jsonText(const SettingDefinition& definition, const QJsonValue& value)
 {
     if (value.isString()) {
@@ -75,7 +75,7 @@ QString jsonText(const SettingDefinition& definition, const QJsonValue& value)
     }
     if (value.isDouble()) {
         const double number = value.toDouble();
-        // In full where it could be whole: 1e+06 is no whole number to a reader of text.
+        // Without exponent where it could be whole: readers do not take 1e+06 for a whole number.
         return QString::number(number, std::fabs(number) < largestWritten ? 'f' : 'g',
                                QLocale::FloatingPointShortest);
     }
@@ -86,10 +86,10 @@ QString jsonText(const SettingDefinition& definition, const QJsonValue& value)
         }
         return parts.join(',');
     }
-    rejectUsage(QString("The setting \"%1\" has to be a text.").arg(definition.name));
+    rejectUsage(QString("The setting \"%1\" must be a text.").arg(definition.name));
 }
 
-/// The elements of a list, or the one value that stands for it; none of a missing one.
+/// The elements of a list, or the one value instead of a list; none of a missing value.
 QJsonArray listOf(const QJsonValue& value)
 {
     return value.isArray()       ? value.toArray()
@@ -103,7 +103,7 @@ QStringList jsonTexts(const SettingDefinition& definition, const QJsonValue& val
     for (const QJsonValue text : listOf(value)) {
         if (!text.isString()) {
             rejectUsage(
-                QString("The setting \"%1\" has to be a list of files.").arg(definition.name));
+                QString("The setting \"%1\" must be a list of files.").arg(definition.name));
         }
         texts.append(text.toString());
     }
@@ -117,42 +117,46 @@ const QVector<SettingDefinition>& settingDefinitions()
     using Kind = SettingKind;
     static const QVector<SettingDefinition> definitions{
         {"project", Kind::File, "FILE", "project to start from"},
-        {"models", Kind::Files, "FILE...", "raw_results files of one data set, a model each"},
+        {"models", Kind::Files, "FILE...", "raw_results files of one data set, one per model"},
         {"folder", Kind::File, "DIR",
-         "folder with raw_results_estimation_model0_data0.csv and so on, for many data sets"},
+         "folder with many data sets: raw_results_estimation_model0_data0.csv and so on"},
         {"doses", Kind::Text, "LIST", "candidate doses, such as 0,5,10 or 0:1:10"},
-        {"endpoint", Kind::ByModel, "MODEL=EXPR", "endpoint of a model, by its name or number"},
-        {"weight", Kind::ByModel, "MODEL=EXPR", "weight of a model; proposed where not given"},
+        {"endpoint", Kind::ByModel, "MODEL=EXPR",
+         "endpoint expression of a model; MODEL is its name or number"},
+        {"weight", Kind::ByModel, "MODEL=EXPR",
+         "weight expression of a model; by default the one that the window proposes"},
         {"omega", Kind::ByModel, "MODEL=ROWS",
-         "covariance of a model's ETAs: rows with ; between, of numbers and columns such as COL24 "
-         "with , between"},
+         "covariance matrix of a model's ETAs, by rows of numbers and columns, such as "
+         "0.1,0.02;0.02,COL26"},
         {"log-scale", Kind::YesNo, "yes|no", "whether weights are natural logarithms"},
-        {"lower", Kind::Text, "NUMBER", "the endpoint has to be above it, or -inf"},
-        {"upper", Kind::Text, "NUMBER", "the endpoint has to be at most this, or inf"},
-        // What stood where these bounds were put in, for the findings of a run from its record.
+        {"lower", Kind::Text, "NUMBER", "bound that the endpoint must exceed; -inf for none"},
+        {"upper", Kind::Text, "NUMBER", "bound that the endpoint must not exceed; inf for none"},
+        // The texts in whose place the program put in bounds, for findings of a repeated run.
         {"lower-text", Kind::Text, "", ""},
         {"upper-text", Kind::Text, "", ""},
-        {"levels", Kind::Text, "LIST", "target probability levels in percent"},
-        {"method", Kind::Choice, "average|selection", "how the models come together"},
+        {"levels", Kind::Text, "LIST", "probability levels in percent"},
+        {"method", Kind::Choice, "average|selection", "how to combine the models"},
         {"ofv", Kind::Choice, "one|individual",
-         "weights of the first sample for all, or those of each sample"},
-        {"summary", Kind::Choice, "mean|median|75|25", "what stands for a simulated population"},
+         "weights of the first sample for all samples, or those of each sample"},
+        {"summary", Kind::Choice, "mean|median|75|25",
+         "summary of a simulated population; 75 and 25 are percentiles"},
         {"individuals", Kind::Number, "N", "simulated individuals per dose", 0, mostIndividuals},
-        {"ofv-column", Kind::Number, "N", "column of the OFV, from 1", 1, mostColumns},
-        {"theta1-column", Kind::Number, "N", "column of THETA1, from 1", 1, mostColumns},
+        {"ofv-column", Kind::Number, "N", "column of the OFV, counted from 1", 1, mostColumns},
+        {"theta1-column", Kind::Number, "N", "column of THETA1, counted from 1", 1, mostColumns},
         {"cache", Kind::YesNo, "yes|no",
          "whether selection evaluates all models, as the window does with its cache"},
         {"true-meds", Kind::File, "FILE", "true model and true MED of each data set"},
         {"true-models", Kind::Files, "FILE...", "raw_results files of the simulation models"},
-        {"true-model-numbers", Kind::File, "FILE", "numbers of the true models, from 0"},
-        {"processors", Kind::Number, "N", "processors that individuals are spread over", 1,
+        {"true-model-numbers", Kind::File, "FILE", "numbers of the true models, counted from 0"},
+        {"processors", Kind::Number, "N", "processors that share the individuals", 1,
          mostProcessors},
-        {"random-position", Kind::Number, "N", "where the sequence of random numbers starts", 1,
+        {"random-position", Kind::Number, "N", "start of the random sequence", 1,
          lastRandomPosition},
         {"truth-position", Kind::Number, "N",
-         "where it starts for the true models, if not where the doses end", 1, lastRandomPosition},
-        {"report", Kind::Text, "LIST", "reports to write, of html, pdf, odt"},
-        {"endpoints", Kind::Switch, "", "write the endpoint values, too"},
+         "start of the random sequence for the true models; by default where the doses end", 1,
+         lastRandomPosition},
+        {"report", Kind::Text, "LIST", "reports to write, such as html or html,pdf,odt"},
+        {"endpoints", Kind::Switch, "", "also write the endpoint values"},
     };
     return definitions;
 }
@@ -163,14 +167,15 @@ BatchSettings BatchSettings::fromJson(const QByteArray& text, const QString& nam
     QJsonParseError error{};
     const QJsonDocument document = QJsonDocument::fromJson(text, &error);
     if (!document.isObject()) {
-        rejectUsage(QString("%1 is no settings file: %2 at byte %3.")
-                        .arg(name, error.error == QJsonParseError::NoError ? QString("no object")
-                                                                           : error.errorString())
+        rejectUsage(QString("%1 is not a settings file: %2 at byte %3.")
+                        .arg(name, error.error == QJsonParseError::NoError
+                                       ? QString("not an object")
+                                       : error.errorString())
                         .arg(error.offset));
     }
     QJsonObject object = document.object();
     if (object.value("settings").isObject()) {
-        object = object.value("settings").toObject(); // of the record of a run
+        object = object.value("settings").toObject(); // the record of a run
     }
     BatchSettings settings;
     for (auto entry = object.constBegin(); entry != object.constEnd(); ++entry) {
@@ -179,8 +184,8 @@ BatchSettings BatchSettings::fromJson(const QByteArray& text, const QString& nam
             return entry.key() == QLatin1String(known.name);
         });
         if (definition == all.end()) {
-            rejectUsage(QString("%1 has the setting \"%2\", which does not exist; see --help.")
-                            .arg(name, entry.key()));
+            rejectUsage(
+                QString("%1 has the unknown setting \"%2\"; see --help.").arg(name, entry.key()));
         }
         settings.addJson(*definition, entry.value(), folder);
     }
@@ -194,16 +199,14 @@ void BatchSettings::addJson(const SettingDefinition& definition, const QJsonValu
     case SettingKind::YesNo:
     case SettingKind::Switch:
         if (!value.isBool()) {
-            rejectUsage(
-                QString("The setting \"%1\" has to be true or false.").arg(definition.name));
+            rejectUsage(QString("The setting \"%1\" must be true or false.").arg(definition.name));
         }
         set(definition.name, value);
         break;
     case SettingKind::ByModel:
         if (!value.isObject()) {
-            rejectUsage(
-                QString("The setting \"%1\" has to be an object with a text for each model.")
-                    .arg(definition.name));
+            rejectUsage(QString("The setting \"%1\" must be an object with a text for each model.")
+                            .arg(definition.name));
         }
         {
             const QJsonObject given = value.toObject();
@@ -224,7 +227,7 @@ void BatchSettings::addJson(const SettingDefinition& definition, const QJsonValu
             rejectUsage(QString("The setting \"%1\" names no file.").arg(definition.name));
         }
         if (definition.kind == SettingKind::File && paths.size() > 1) {
-            rejectUsage(QString("The setting \"%1\" takes one file.").arg(definition.name));
+            rejectUsage(QString("The setting \"%1\" takes only one file.").arg(definition.name));
         }
         add(definition, paths);
         break;
@@ -282,7 +285,7 @@ void BatchSettings::add(const SettingDefinition& definition, const QStringList& 
 
 void BatchSettings::beatenBy(const BatchSettings& other)
 {
-    // Of these, others are not meant beside the one that is given.
+    // Giving one of these replaces the others.
     for (const auto& alternatives :
          {QVector<const char*>{"project", "models", "folder"},
           QVector<const char*>{"lower", "lower-text"}, QVector<const char*>{"upper", "upper-text"},
@@ -300,7 +303,7 @@ void BatchSettings::beatenBy(const BatchSettings& other)
         }
         QJsonValue value = other.values.value(definition.name);
         if (definition.kind == SettingKind::ByModel) {
-            // Either may name a model by its name or its number, so that both are kept.
+            // Both are kept: one may give the model's name, the other its number.
             QJsonArray texts = listOf(values.value(definition.name));
             for (const QJsonValue text : listOf(value)) {
                 texts.append(text);

@@ -7,16 +7,16 @@
 #include <QStringList>
 #include <QVector>
 
-/// What the value of a setting is.
+/// The kind of value that a setting has.
 enum class SettingKind {
     Text,
     Number, ///< a whole number between the limits
     YesNo,
-    Switch, ///< yes where it is given
+    Switch, ///< yes if given
     Choice, ///< one of the choices
     File,
     Files,
-    ByModel ///< a text for each of some models
+    ByModel ///< texts for some models
 };
 
 /// A setting: its name on the command line and in settings files.
@@ -24,43 +24,43 @@ struct SettingDefinition
 {
     const char* name;
     SettingKind kind;
-    const char* value; ///< what stands for the value in the help, or the choices with | between
+    const char* value; ///< name of the value in the help, or the choices separated by |
     const char* description;
     int lowest = 0;
     int highest = 0;
 
     QStringList choices() const { return QString(value).split('|'); }
-    /// Whether it is an option of the command line, too.
+    /// True if the setting is also an option of the command line.
     bool isOption() const { return *description != '\0'; }
 };
 
 /// Everything that a run depends on, in the order of the help.
 const QVector<SettingDefinition>& settingDefinitions();
 
-/// What is said of one model.
+/// The text of a setting for one model.
 struct ModelText
 {
-    QString model; ///< its name, or its number
+    QString model; ///< its name or its number
     QString text;
 };
 
-/// What a run is asked for: the settings that were given. What is missing has the value of the
-/// project, or the one that the program starts with.
+/// The settings that were given. A missing setting has the value of the project, or the one that
+/// the program starts with.
 ///
-/// A setting that makes no sense ends the run as wrong usage.
+/// A wrong setting ends the run as wrong usage.
 class BatchSettings
 {
 public:
     BatchSettings() = default;
 
-    /// From a settings file or the record of a run. Paths in it are relative to the folder.
+    /// Reads a settings file or the record of a run. Its paths are relative to the folder.
     static BatchSettings fromJson(const QByteArray& text, const QString& name,
                                   const QString& folder);
 
-    /// Adds the values of a setting as they were typed on the command line.
+    /// Adds the values of a setting as typed on the command line.
     void add(const SettingDefinition& definition, const QStringList& given);
 
-    /// Takes over what other settings say, which beats what these say.
+    /// Takes over other settings; these replace the ones that are here.
     void beatenBy(const BatchSettings& other);
 
     bool has(const char* name) const { return values.contains(name); }
@@ -68,7 +68,8 @@ public:
     int number(const char* name) const { return values.value(name).toInt(); }
     bool isYes(const char* name) const { return values.value(name).toBool(); }
     QStringList files(const char* name) const;
-    /// In the order in which they were given: what comes later beats what a model had before.
+    /// The texts in the order in which they were given. A later one replaces an earlier one of the
+    /// same model.
     QVector<ModelText> byModel(const char* name) const;
 
     void set(const char* name, const QJsonValue& value) { values.insert(name, value); }

@@ -72,7 +72,7 @@ struct Shard
     RunRecord record;
 };
 
-/// The shards in the order of their data sets, of one run, without gap or overlap.
+/// The shards of one run in the order of their data sets. A gap or overlap ends the run.
 QVector<Shard> orderedShards(const QStringList& folders)
 {
     QVector<Shard> shards;
@@ -91,30 +91,30 @@ QVector<Shard> orderedShards(const QStringList& folders)
         files += shard.record.files;
         const DataSetRange& range = shard.record.dataSets;
         if (range.first != next) {
-            fail(range.first > next ? QString("The data sets %1 to %2 are in none of the shards.")
-                                          .arg(next)
-                                          .arg(range.first - 1)
-                                    : QString("%1 has data set %2, which another shard has, too.")
-                                          .arg(shard.folder)
-                                          .arg(range.first));
+            fail(
+                range.first > next
+                    ? QString("No shard has the data sets %1 to %2.").arg(next).arg(range.first - 1)
+                    : QString("%1 and another shard both have data set %2.")
+                          .arg(shard.folder)
+                          .arg(range.first));
         }
         next = range.end;
     }
     if (next != first.record.dataSetCount) {
-        fail(QString("The data sets %1 to %2 are in none of the shards.")
+        fail(QString("No shard has the data sets %1 to %2.")
                  .arg(next)
                  .arg(first.record.dataSetCount - 1));
     }
     return shards;
 }
 
-/// Appends what a shard holds beside its tables.
+/// Appends what a shard holds in addition to its tables.
 void appendShard(const Shard& shard, RangeResults& results, CheckUpRun& checkUp)
 {
     const QString path = shard.folder + '/' + shardName;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        fail(QString("%1 is no shard: %2 cannot be read.").arg(shard.folder, shardName));
+        fail(QString("%1 is not a shard: %2 cannot be read.").arg(shard.folder, shardName));
     }
     QDataStream stream(&file);
     stream.setVersion(QDataStream::Qt_5_15);
@@ -134,7 +134,7 @@ void appendShard(const Shard& shard, RangeResults& results, CheckUpRun& checkUp)
     results.theoreticalMeds += meds;
 }
 
-/// The tables that have lines for each data set.
+/// The files with lines for each data set.
 QStringList tablesOfDataSets(const BatchSettings& settings)
 {
     QStringList tables{ResultFile::probability, ResultFile::doses, ResultFile::weights};
@@ -147,7 +147,7 @@ QStringList tablesOfDataSets(const BatchSettings& settings)
     return tables;
 }
 
-/// Puts the lines of a table of all shards below one heading.
+/// Joins the lines of a table from all shards below one line of headings.
 void joinTable(const QVector<Shard>& shards, const QString& name, OutputFolder& output)
 {
     TableFile& joined = output.addFile(name);
@@ -171,7 +171,7 @@ void joinTable(const QVector<Shard>& shards, const QString& name, OutputFolder& 
     }
 }
 
-/// The files of all shards, those of their data sets before those that all share.
+/// The files of all shards: first those of their data sets, then those that all shards share.
 QVector<ReportedFile> joinedFiles(const QVector<Shard>& shards, int sharedAtEnd)
 {
     QVector<ReportedFile> files;
@@ -188,7 +188,7 @@ QVector<ReportedFile> joinedFiles(const QVector<Shard>& shards, int sharedAtEnd)
     return files + read.mid(qMax(0, read.size() - sharedAtEnd));
 }
 
-/// That every shard took its random numbers from where the whole run would have had it.
+/// Ends the run unless every shard used the random numbers that the whole run would have used.
 void demandOneSequence(const RunInputs& inputs, const QVector<Shard>& shards,
                        const RangeResults& results)
 {
@@ -202,14 +202,14 @@ void demandOneSequence(const RunInputs& inputs, const QVector<Shard>& shards,
         const quint32 position = inputs.truth.byModels ? positionBeforeTruth(inputs, draws, end)
                                                        : positionBefore(inputs, draws, end);
         if (shard.record.positionAfter != position) {
-            fail(QString("%1 does not have the random numbers of the whole run: files of other "
-                         "data sets or the plan were others; calculate it again.")
+            fail(QString("%1 does not have the random numbers of the whole run: the plan or files "
+                         "of other data sets have changed; calculate it again.")
                      .arg(shard.folder));
         }
     }
 }
 
-/// That the shards were calculated on machines that may differ in last bits.
+/// A finding if the shards were calculated on machines whose results may differ in the last bits.
 QStringList machineFindings(const QVector<Shard>& shards)
 {
     QStringList machines;
@@ -257,7 +257,7 @@ bool isComplete(const QString& folder, const RunRecord& record)
     if (!std::all_of(tables.begin(), tables.end(), exists)) {
         return false;
     }
-    // A file that is another by now has to be calculated with again.
+    // A file that has changed since means another calculation.
     return std::all_of(found.files.begin(), found.files.end(), [](const ReportedFile& file) {
         const SourceFile now = sourceFile(file.file.path);
         return now.size == file.file.size
@@ -268,7 +268,7 @@ bool isComplete(const QString& folder, const RunRecord& record)
 QStringList mergeShards(const QStringList& folders, const QString& outputPath, bool resumes)
 {
     if (folders.isEmpty() || outputPath.isEmpty()) {
-        rejectUsage("merge takes the folders of shards and --output DIR.");
+        rejectUsage("merge needs the folders of shards and --output DIR.");
     }
     const QVector<Shard> shards = orderedShards(folders);
     const RunRecord& first = shards.constFirst().record;

@@ -5,21 +5,21 @@
 
 #include "batch/rangerun.h"
 
-// Parts of a run, on one machine or many, and how they become the whole.
+// Shards: parts of a run, on one machine or on many, and how to merge them.
 
 QDataStream& operator<<(QDataStream& stream, const DataSetResult& result);
 QDataStream& operator>>(QDataStream& stream, DataSetResult& result);
 
-/// Writes what merging needs beside the tables: the results of each data set with all bits.
+/// Writes what merging needs in addition to the tables: the results of each data set, bit for bit.
 void writeShard(const RangeResults& results, OutputFolder& output);
 
-/// Whether the folder has the complete results of this run and range. Those of another run end
+/// True if the folder has the complete results of this run and range. Results of another run end
 /// this one.
 bool isComplete(const QString& folder, const RunRecord& record);
 
-/// Makes of shards, in any order, the folder that the whole run would have given, byte for byte
-/// but for times. Gaps, overlaps, shards that are not complete, and shards of other settings,
-/// files or versions end the run. Gives the findings.
+/// Merges shards, in any order, into the folder that the whole run would have written, byte for
+/// byte except times. Gaps, overlaps, incomplete shards, and shards of other settings, files or
+/// versions end the run. Returns the findings.
 QStringList mergeShards(const QStringList& folders, const QString& outputPath, bool resumes);
 
 #endif

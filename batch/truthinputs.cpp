@@ -28,7 +28,7 @@ TruthInputs readTrueMeds(const QString& path, int dataSets, const QVector<double
     const Table table = csvReadToDouble(path, &unread);
     demandReadToEnd(unread);
     if (table.size() != dataSets || table.value(0).size() <= medColumn) {
-        fail(QString("--true-meds: %1 has to have a row with the true model and the true MED for "
+        fail(QString("--true-meds: %1 must have a row with the true model and the true MED for "
                      "each of the %2 data sets.")
                  .arg(path)
                  .arg(dataSets));
@@ -66,8 +66,8 @@ TruthInputs readTrueModels(const QStringList& paths, const QString& numbersPath,
         trueModelNumbers(csvReadToDouble(numbersPath, &unread), dataSets, modelCount);
     demandReadToEnd(unread);
     if (!read.isValid) {
-        fail(QString("--true-model-numbers: %1 has to have one row or one column with the number "
-                     "of a model, 0 to %2, for each of the %3 data sets.")
+        fail(QString("--true-model-numbers: %1 must have one row or one column with the number of "
+                     "a model, 0 to %2, for each of the %3 data sets.")
                  .arg(numbersPath)
                  .arg(modelCount - 1)
                  .arg(dataSets));

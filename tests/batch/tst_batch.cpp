@@ -251,20 +251,20 @@ void TestBatch::refusesWrongUsage_data()
         add(qPrintable(arguments), arguments, code, message);
     };
     addWrongValues(row);
-    row("-o new", 2, "Nothing to work on: name a project, or give --models or --folder.");
+    row("-o new", 2, "There are no data: name a project, or give --models or --folder.");
     row("--folder study --doses 1", 2, "Results need a folder: give --output DIR.");
     row("STUDY --dose 1", 2, "Unknown option 'dose'; see --help.");
-    row("a b -o new", 2, "One project at a time: what is b?");
-    row("STUDY --models meds", 2, "Name either a project or --models or --folder, not *.");
+    row("a b -o new", 2, "Only one project at a time; b is one too many.");
+    row("STUDY --models meds", 2, "Give only one of a project, --models and --folder.");
     row("--models absent -o new", 1, "--models: absent does not exist.");
-    row("--models one -o new", 1, "--models: one is a folder where a file is wanted.");
+    row("--models one -o new", 1, "--models: one is a folder, not a file.");
     if (geteuid() != 0) { // who may read everything
-        row("--models secret -o new", 1, "--models: secret may not be read.");
+        row("--models secret -o new", 1, "--models: secret cannot be read: permission denied.");
     }
     row("--models meds ./meds -o new", 2, "--models names meds twice.");
     row("absent -o new", 1, "project: absent does not exist.");
-    row("meds -o new", 1, "meds is no project with bootstrap results.");
-    row("--folder absent -o new", 1, "--folder: absent is no folder.");
+    row("meds -o new", 1, "meds is not a project with bootstrap results.");
+    row("--folder absent -o new", 1, "--folder: absent is not a folder.");
     row("--folder empty -o new", 1, "--folder: empty/raw_*_model0_data0.csv does not exist.");
     row("--folder study -o new", 2, "There are no candidate doses: give --doses, such as 0:1:10.");
     row("STUDY --endpoint a=1", 2, "--endpoint: there is no model \"a\"; the models are model 0.");
@@ -273,24 +273,24 @@ void TestBatch::refusesWrongUsage_data()
         "--endpoint: several models have the name \"a\"; use their numbers, #0 to #1.");
     row("STUDY --omega '0=1,2;3,4'", 2, "--omega of model 0: the elements 2,1 and 1,2 differ.");
     row("STUDY --omega 0=COL", 2, "*: \"COL\" is neither a number nor a column such as COL24.");
-    row("STUDY --endpoint 0=ETA2 --omega 0=1", 2, "*: 1 rows where the endpoint has ETA2.");
+    row("STUDY --endpoint 0=ETA2 --omega 0=1", 2, "*: 1 rows, but the endpoint has ETA2.");
     row("STUDY --true-models meds", 2, "--true-models * belong together: give both.");
     const QString numbers = " --true-model-numbers meds";
     row("STUDY --true-meds meds --true-models meds" + numbers, 2, "Give either *, not both.");
     row("STUDY --true-models a b c" + numbers, 2, "--true-models names 3 files; it takes 1, or *.");
-    row("STUDY --true-models meds" + numbers, 1, "--true-model-numbers: meds has to have *.");
-    row("STUDY --true-meds damaged", 1, "--true-meds: damaged has to have a row with *.");
+    row("STUDY --true-models meds" + numbers, 1, "--true-model-numbers: meds must have *.");
+    row("STUDY --true-meds damaged", 1, "--true-meds: damaged must have a row with *.");
     row("STUDY --settings absent", 1, "--settings: absent does not exist.");
-    row("STUDY --settings damaged", 2, "damaged is no settings file: * at byte *.");
-    row("STUDY --settings unknown", 2, "unknown has the setting \"dosis\", which * see --help.");
-    row("STUDY --settings kind", 2, "The setting \"log-scale\" has to be true or false.");
-    row("STUDY -o meds", 1, "--output: meds is no folder.");
+    row("STUDY --settings damaged", 2, "damaged is not a settings file: * at byte *.");
+    row("STUDY --settings unknown", 2, "unknown has the unknown setting \"dosis\"; see --help.");
+    row("STUDY --settings kind", 2, "The setting \"log-scale\" must be true or false.");
+    row("STUDY -o meds", 1, "--output: meds is not a folder.");
     row("STUDY -o study", 1, "--output: study is not empty; name another folder, or *.");
-    row("STUDY -o meds/new", 1, "--output: meds/new cannot be made; *");
+    row("STUDY -o meds/new", 1, "--output: meds/new cannot be created; *");
     row("--folder study --doses 1 --plan one", 1, "--plan: one cannot be written.");
     row("STUDY --save-project one", 1, "--save-project: one cannot be written: *.");
     row("STUDY --save-project p --data-sets 0:1", 2, "--save-project *: leave out --data-sets.");
-    row("merge -o new", 2, "merge takes the folders of shards and --output DIR.");
+    row("merge -o new", 2, "merge needs the folders of shards and --output DIR.");
     row("merge study -o new --doses 1", 2, "merge takes no --doses: *.");
 }
 
@@ -298,9 +298,9 @@ void TestBatch::refusesWhatDoesNotFit_data()
 {
     const Rows<QString, QString, QString> row("fault", "arguments", "message");
     const QString merge = "merge bad half-0";
-    row("gap", "", "merge bad", "The data sets 0 to 9 are in none of the shards.");
-    row("no end", "", "merge half-0", "The data sets 10 to 19 are in none of the shards.");
-    row("overlap", "", merge + " half-1", "* has data set 10, which another shard has, too.");
+    row("gap", "", "merge bad", "No shard has the data sets 0 to 9.");
+    row("no end", "", "merge half-0", "No shard has the data sets 10 to 19.");
+    row("overlap", "", merge + " half-1", "* and another shard both have data set 10.");
     row("unfinished", "rm run.json", merge, "bad is not complete: it has no run.json.");
     row("damaged", "echo >shard.dat", merge,
         "bad/shard.dat is damaged; calculate this shard again.");
@@ -309,7 +309,7 @@ void TestBatch::refusesWhatDoesNotFit_data()
     row("version", "sed -i 's/Velmora /&1/' run.json", merge, differs.arg("program"));
     row("method", "sed -i s/average/selection/ run.json", merge, differs.arg("method"));
     row("omega", "sed -i s/COL24/COL25/ run.json", merge, differs.arg("omega"));
-    const QString others = ", the file of %1, is not the one of %2: the SHA-256 differs.";
+    const QString others = ", the file of %1, differs from that of %2: other SHA-256.";
     row("truth", "sed -i '/csv\"/{n;s/: \"/&0/}' run.json", merge,
         "raw_*.csv" + others.arg("simulation model 0", "the other shards"));
     const QString part = "--data-sets 0:2 --plan bad/plan.json";
