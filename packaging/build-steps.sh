@@ -1,14 +1,14 @@
 # SPDX-FileCopyrightText: Velmora contributors
 # SPDX-License-Identifier: GPL-3.0-or-later
-# For sourcing by run.sh, test.sh and bench.sh, which run from the project's root.
+# Functions for run.sh, test.sh and bench.sh, which source this in the project's root.
 # shellcheck shell=bash
 
-# Installs what is missing of a list of packages, that for building if none is given;
-# asks nothing: ensure_packages [LIST]
+# Installs the missing packages of a list (by default those for building) without asking:
+# ensure_packages [LIST]
 ensure_packages() {
     local list=${1:-packaging/debian-packages.txt} line missing=()
     if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
-        echo "Not a Debian system: $list lists what has to be there." >&2
+        echo "Not a Debian system: install the packages of $list yourself." >&2
         return 0
     fi
     while read -r line || [ -n "$line" ]; do
@@ -33,13 +33,13 @@ ensure_packages() {
         apt-get install -y -q --no-install-recommends "${missing[@]}"
 }
 
-# Installs what is missing for building a preset: ensure_preset_packages PRESET
+# Installs the missing packages for building a preset: ensure_preset_packages PRESET
 ensure_preset_packages() {
     ensure_packages packaging/debian-packages.txt
     case "$1" in qt6-*) ensure_packages packaging/debian-packages-qt6.txt ;; esac
 }
 
-# Configures a preset and builds the given targets, or all of them:
+# Configures a preset and builds the given targets, or all:
 # build_preset PRESET [TARGET...]
 build_preset() {
     local preset=$1 options=()

@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # SPDX-FileCopyrightText: Velmora contributors
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Makes the Debian package, build/package/velmora_VERSION_ARCHITECTURE.deb, and checks
-# it: desktop entry, metadata, versions, policy, manual pages, completion, and that what it
-# installs starts.
+# Builds the Debian package, build/package/velmora_VERSION_ARCHITECTURE.deb, and checks it:
+# desktop entry, metadata, versions, policy, manual pages, completion, and that the installed
+# programs start.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -17,7 +17,7 @@ fail() {
     exit 1
 }
 
-# The version stands in six places.
+# Six files must have the same version.
 check_versions() {
     local version
     version=$(sed -n 's/^project(velmora VERSION \([0-9.]*\) .*/\1/p' CMakeLists.txt)
@@ -42,7 +42,7 @@ check_manual_pages() {
     done
 }
 
-# What the guide shows and links to has to be beside it.
+# The pictures and examples of the guide must be next to it.
 check_links() {
     local folder=$1 link
     grep -o '](\(images\|examples\)/[^)#]*' "$folder/user-guide.md" | cut -c 3- \
@@ -57,14 +57,14 @@ check_start() {
     [ "$status" -eq 124 ] || fail "the installed program ends by itself, with status $status"
 }
 
-# What a shell offers after these words: complete FILE WORD...
+# Prints what a shell offers after these words: complete FILE WORD...
 complete() {
-    # shellcheck disable=SC2016 # expanded by the other shell
+    # shellcheck disable=SC2016 # the other shell expands it
     bash -c 'source "$1"; COMP_WORDS=("${@:2}"); COMP_CWORD=$(($# - 2)); _velmora_batch
         echo "${COMPREPLY[*]}"' - "$@"
 }
 
-# The program without a window starts, and manual page and completion have all of its options.
+# The program without a window starts; manual page and completion have all its options.
 check_batch() {
     local program=$1/usr/bin/velmora-batch version option offered
     local completion=$1/usr/share/bash-completion/completions/velmora-batch
@@ -92,7 +92,7 @@ rm -rf build/package
 cpack -G DEB --config build/release/CPackConfig.cmake -B "$PWD/build/package"
 package=$(echo build/package/velmora_*.deb)
 
-# The contributors have no address together.
+# The contributors have no common address.
 lintian --fail-on error \
     --suppress-tags malformed-contact,bogus-mail-host-in-debian-changelog "$package"
 
@@ -100,4 +100,4 @@ dpkg-deb -x "$package" build/package/root
 check_links build/package/root/usr/share/doc/velmora
 check_start build/package/root
 check_batch build/package/root
-echo "$package is good."
+echo "$package passed all checks."

@@ -3,25 +3,25 @@
 # Completes options, the choices of options, files and folders of velmora-batch.
 # shellcheck shell=bash
 
-# Options that take a value.
+# The options that take a value.
 _velmora_batch_valued='--models --folder --doses --endpoint --weight --omega --log-scale --lower
     --upper --levels --method --ofv --summary --individuals --ofv-column --theta1-column --cache
     --true-meds --true-models --true-model-numbers --processors --random-position --truth-position
     --report --settings --data-sets --plan --output --save-project'
 _velmora_batch_plain='--endpoints --resume --strict --dry-run --quiet --help --version'
 
-# The words given that begin with the text: _velmora_batch_words TEXT WORD...
+# Offers the words that begin with the text: _velmora_batch_words TEXT WORD...
 _velmora_batch_words() {
     mapfile -t COMPREPLY < <(compgen -W "${*:2}" -- "$1")
 }
 
-# Files or directories that begin with the text: _velmora_batch_paths file|directory TEXT
+# Offers files or folders that begin with the text: _velmora_batch_paths file|directory TEXT
 _velmora_batch_paths() {
-    compopt -o filenames 2>/dev/null # not where a script calls this
+    compopt -o filenames 2>/dev/null # fails if a script calls this
     mapfile -t COMPREPLY < <(compgen -A "$1" -- "$2")
 }
 
-# What stands for the value of an option: _velmora_batch_value OPTION TEXT
+# Offers values of an option that begin with the text: _velmora_batch_value OPTION TEXT
 _velmora_batch_value() {
     case "$1" in
         --log-scale | --cache) _velmora_batch_words "$2" yes no ;;
@@ -36,8 +36,8 @@ _velmora_batch_value() {
     esac
 }
 
-# The option that the word at the cursor is a value of, if any. Of --models and --true-models
-# all words up to the next option are values.
+# The option whose value is at the cursor, if any. All words after --models and --true-models, up
+# to the next option, are their values.
 _velmora_batch_option() {
     local place=$((COMP_CWORD - 1))
     [ "${COMP_WORDS[place]}" != '=' ] || place=$((place - 1)) # --option=value is three words
