@@ -9,18 +9,19 @@ usage() {
 Usage: ./bench.sh [--benchmark_...] [SUBJECT...]
        ./bench.sh --renew
 
-Installs missing packages (Debian, as root or with sudo), builds Velmora below
-build/release and measures how long its work takes beside the same work written by
-hand. No display is needed. It takes up to ten minutes after the build, on a busy
-machine up to twenty, and writes build/bench/ratios.csv; docs/performance.md explains
-the rows.
+Installs missing packages (Debian, as root or with sudo), builds Velmora in
+build/release, and benchmarks it against hand-written code. It needs no display.
+After the build it takes up to ten minutes, on a busy machine up to twenty. It
+writes build/bench/ratios.csv; docs/performance.md explains the rows.
 
-The exit code is 1 if a row misses its bar. What is undecided is no failure.
+The exit code is 1 if a row misses its bar. An undecided row is no failure.
 
-  SUBJECT          measure this only: expressions, probability, certainty, recalculation,
-                   growth, csv, folder, project, batch, editing, start or pages
-  --benchmark_...  options of the benchmark library, as --benchmark_filter=REGEX
-  --renew          measure all and renew the rows in docs/performance.md
+  SUBJECT          measure only this: expressions, probability, certainty,
+                   recalculation, growth, csv, folder, project, batch, editing,
+                   start or pages
+  --benchmark_...  an option of the benchmark library, such as
+                   --benchmark_filter=REGEX
+  --renew          measure everything and renew the rows in docs/performance.md
   --help           show this text
 TEXT
 }
@@ -40,8 +41,8 @@ if $renewing && [ "$#" -gt 1 ]; then
     exit 2
 fi
 
-# The rows as a table for docs/performance.md, below what they were measured on. Fails if a row
-# lacks its ratio or the ends of its interval.
+# Prints the machine and the rows as a table for docs/performance.md. Fails if a row lacks its
+# ratio or the ends of its interval.
 rows_of() {
     local processor system
     processor=$(sed -n 's/^model name[^:]*: *//p' /proc/cpuinfo | head -n 1)
@@ -55,7 +56,7 @@ ${system:-unknown system}, $(c++ --version | head -n 1), load $(cut -d ' ' -f 1 
         END { exit lacking || NR < 2 }' "$1"
 }
 
-# Puts a file between the markers of docs/performance.md.
+# Replaces the text between the markers of docs/performance.md with a file.
 replace_rows() {
     sed -i -e '/^<!-- rows -->$/,/^<!-- end of rows -->$/ {' \
         -e "/^<!-- rows -->\$/ r $1" -e '/^<!--/! d' -e '}' docs/performance.md

@@ -8,14 +8,14 @@ usage() {
     cat <<'TEXT'
 Usage: ./run.sh [--empty] [--qt6]
 
-Installs missing packages (Debian, as root or with sudo), builds Velmora below
-build/release and plays a guided tour through two example studies: a trial, and a
-simulation study compared with the truth. The tour leaves pictures of every page,
-the results as CSV files and a project file in build/tour. With a display one can
-watch it, and the windows stay open with the results.
+Installs missing packages (Debian, as root or with sudo), builds Velmora in
+build/release, and plays a guided tour through two example studies: a trial, and
+a simulation study that is compared with the truth. The tour saves pictures of
+every page, results as CSV files, reports and project files in build/tour. With a
+display you can watch it; the windows stay open with the results.
 
-  --empty   start the program without any data instead of the tour
-  --qt6     build with Qt 6 instead of Qt 5, below build/qt6-release
+  --empty   start the program without data instead of the tour
+  --qt6     build with Qt 6 instead of Qt 5, in build/qt6-release
   --help    show this text
 TEXT
 }

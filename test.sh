@@ -8,13 +8,13 @@ usage() {
     cat <<'TEXT'
 Usage: ./test.sh [--preset PRESET]
 
-Installs missing packages (Debian, as root or with sudo), builds everything below
-build/PRESET and runs all tests; no display is needed.
+Installs missing packages (Debian, as root or with sudo), builds everything in
+build/PRESET, and runs all tests. It needs no display.
 
-  --preset PRESET   dev (the default: a debug build, in which Qt checks every
-                    access to a container and warnings are errors), release,
-                    asan (address and undefined behaviour sanitizers), tsan
-                    (thread sanitizer), or qt6-dev and qt6-release, with Qt 6
+  --preset PRESET   dev (default: a debug build in which warnings are errors and
+                    Qt checks every access to a container), release, asan
+                    (address and undefined behaviour sanitizers), tsan (thread
+                    sanitizer), or qt6-dev and qt6-release, with Qt 6
   --help            show this text
 TEXT
 }
@@ -39,8 +39,8 @@ ensure_preset_packages "$preset"
 build_preset "$preset"
 launcher=()
 if [ "$preset" = tsan ] && setarch -R true 2>/dev/null; then
-    # Addresses that a kernel spreads widely (vm.mmap_rnd_bits above 28) end the thread
-    # sanitizer of gcc 12 with "unexpected memory mapping".
+    # The thread sanitizer of gcc 12 ends with "unexpected memory mapping" where the kernel
+    # spreads addresses widely (vm.mmap_rnd_bits above 28).
     launcher=(setarch -R)
 fi
 "${launcher[@]}" ctest --preset "$preset" --parallel "$(nproc)"

@@ -4,8 +4,8 @@
 # Compiler settings shared by every target; nothing is set globally.
 add_library(velmora_options INTERFACE)
 
-# Results are those of the written arithmetic, bit for bit: no contraction into
-# fused multiply-add. Message contexts are wanted in release builds too.
+# Results follow the written arithmetic bit for bit: no contraction into fused
+# multiply-add. Release builds have message contexts, too.
 target_compile_options(velmora_options INTERFACE -ffp-contract=off)
 target_compile_definitions(velmora_options INTERFACE QT_MESSAGELOGCONTEXT)
 
@@ -23,8 +23,8 @@ if(VELMORA_SANITIZE)
   target_link_options(velmora_options INTERFACE -fsanitize=${VELMORA_SANITIZE})
 endif()
 
-# A library of the project: its sources, the shared settings, the project's root
-# as include path. Static, unless BUILD_SHARED_LIBS is set to build only a part anew.
+# A library of the project: its sources, the shared settings, and the project's root as
+# include path. It is static unless BUILD_SHARED_LIBS is set.
 function(velmora_add_library name)
   add_library(${name} ${ARGN})
   target_link_libraries(${name} PRIVATE velmora_options)

@@ -1,8 +1,8 @@
 # SPDX-FileCopyrightText: Velmora contributors
 # SPDX-License-Identifier: GPL-3.0-or-later
 
-# Qt, and the QCustomPlot that was built with it. Everything else names Qt::Core and its like, and
-# QCustomPlot::QCustomPlot, whichever version they are.
+# Finds Qt, and the QCustomPlot built with it. All other files use Qt::Core and the like, and
+# QCustomPlot::QCustomPlot, for every version.
 set(VELMORA_QT 5 CACHE STRING "Major version of Qt, 5 or 6")
 set_property(CACHE VELMORA_QT PROPERTY STRINGS 5 6)
 

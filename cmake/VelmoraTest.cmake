@@ -1,8 +1,8 @@
 # SPDX-FileCopyrightText: Velmora contributors
 # SPDX-License-Identifier: GPL-3.0-or-later
 
-# What every test gets: no display, the user's own settings left alone, and a time limit, the
-# longer one under the thread sanitizer.
+# Every test runs without a display, leaves the user's settings alone, and has a time limit,
+# which is longer under the thread sanitizer.
 function(velmora_set_up_test name)
   set(timeout 120)
   if(VELMORA_SANITIZE MATCHES "thread")

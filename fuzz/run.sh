@@ -8,15 +8,15 @@ usage() {
     cat <<'TEXT'
 Usage: fuzz/run.sh SECONDS [TARGET...]
 
-Installs missing packages (Debian, as root or with sudo), builds the fuzzers with
-clang below build/fuzz and runs all of them, or the given ones, for SECONDS each,
+Installs missing packages (Debian, as root or with sudo), builds the fuzzers in
+build/fuzz with clang, and runs all of them, or the given ones, for SECONDS each,
 two at a time. Fails if one finds a fault.
 
 Targets: expression csv numbers project window
 
-The inputs of fuzz/corpus start the search. What is found on the way is kept in
-build/fuzz/corpus and used again; an input that shows a fault, in
-build/fuzz/findings. To see it again: build/fuzz/fuzz_TARGET FILE
+The search starts from the inputs in fuzz/corpus. It keeps new inputs in
+build/fuzz/corpus for later runs, and inputs that show a fault in
+build/fuzz/findings. To repeat a fault: build/fuzz/fuzz_TARGET FILE
 TEXT
 }
 
@@ -40,7 +40,7 @@ run_target() {
         "$(sed -n 's/.*DONE *cov: \([0-9]*\) .*/\1/p' "$log") edges covered"
 }
 
-if [ "${1-}" = --one ]; then # how this script calls itself, once for each target
+if [ "${1-}" = --one ]; then # this script calls itself once for each target
     run_target "$2" "$3"
     exit
 fi
@@ -62,5 +62,5 @@ export QT_QPA_PLATFORM=offscreen LC_ALL=C
 export XDG_CONFIG_HOME="$PWD/build/fuzz/settings"
 export LSAN_OPTIONS="suppressions=$PWD/tests/lsan.supp:print_suppressions=0"
 export UBSAN_OPTIONS=print_stacktrace=1
-[ ! -d /dev/shm ] || export TMPDIR=/dev/shm # the files of each input need no disk
+[ ! -d /dev/shm ] || export TMPDIR=/dev/shm # keeps the files of each input off the disk
 printf '%s\n' "$@" | xargs -P 2 -n 1 "$0" --one "$seconds"

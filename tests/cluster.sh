@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-FileCopyrightText: Velmora contributors
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Runs the simulation study in shards by examples/cluster/gnu-parallel.sh, kills a shard in the
-# middle, starts again, and compares the results with those of one run, all in build/cluster.
+# Runs the simulation study in shards with examples/cluster/gnu-parallel.sh, kills a shard while
+# it runs, starts again, and compares the results with those of one run, all in build/cluster.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -24,7 +24,7 @@ options=(--folder "$examples/simulation" --doses 0:0.1:1 --levels 10:10:90 --low
     --true-model-numbers "$examples/simulation/true_models.csv" --report html)
 velmora-batch "${options[@]}" --quiet --output "$folder/whole"
 
-# The second of four shards is killed when it has begun to write.
+# Kills the second of four shards when it has begun to write.
 "$examples/cluster/gnu-parallel.sh" "$folder/parts" 4 "${options[@]}" 2>"$folder/killed.txt" &
 script=$!
 until compgen -G "$folder/parts/shards/1/*" >"$folder/begun.txt"; do
@@ -38,11 +38,11 @@ if wait "$script" || [ -e "$folder/parts/results" ]; then
 fi
 [ ! -e "$folder/parts/shards/1/run.json" ] && [ -e "$folder/parts/shards/0/run.json" ]
 
-# Again: the complete shards are left alone, the other is calculated.
+# Starts again, which keeps the complete shards and calculates the others.
 before=$(stat -c %y "$folder/parts/shards/0/run.json")
 "$examples/cluster/gnu-parallel.sh" "$folder/parts" 4 "${options[@]}"
 [ "$before" = "$(stat -c %y "$folder/parts/shards/0/run.json")" ]
 sed -i "/\"seconds\":/d" "$folder"/{whole,parts/results}/run.json
 sed -i 's/20[0-9]*-[0-9]*-[0-9]*[T ][0-9:]*//g' "$folder"/{whole,parts/results}/report.html
 diff -r "$folder/whole" "$folder/parts/results"
-echo "A shard was killed and calculated again; the merged results are those of one run."
+echo "A shard was killed and calculated again; the merged results equal those of one run."

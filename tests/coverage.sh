@@ -8,16 +8,16 @@ usage() {
     cat <<'TEXT'
 Usage: tests/coverage.sh
 
-Installs missing packages (Debian, as root or with sudo), builds everything below
+Installs missing packages (Debian, as root or with sudo), builds everything in
 build/coverage with clang, runs all tests, and prints how many lines and branches
-of expr/, model/, io/, analysis/, report/, batch/ and app/ they reach; no display is
-needed.
+of expr/, model/, io/, analysis/, report/, batch/ and app/ they reach. It needs no
+display.
 
-Every outcome of a condition is a branch, those within && and || included. Of the
-instantiations of a template, the one that is reached best counts.
+Every outcome of a condition is a branch, including those within && and ||. For a
+template, the instantiation that the tests reach best counts.
 
-What is not reached is listed in build/coverage/unreached.txt; the sources with
-all counts are in build/coverage/html.
+build/coverage/unreached.txt lists what the tests do not reach; build/coverage/html
+shows the sources with all counts.
 TEXT
 }
 
@@ -32,7 +32,7 @@ source packaging/build-steps.sh
 ensure_packages packaging/debian-packages.txt
 ensure_packages packaging/coverage-packages.txt
 
-# The counters name the sources by full paths, which ccache would make relative.
+# The counters need full paths of the sources, which ccache would make relative.
 unset CCACHE_BASEDIR CCACHE_NOHASHDIR
 build_preset coverage
 
@@ -45,7 +45,7 @@ programs=()
 while read -r program; do
     programs+=(-object "$program")
 done < <(find "$folder/tests" -type f -name 'tst_*' -perm -u+x | sort
-    echo "$folder/velmora-batch") # which tests start
+    echo "$folder/velmora-batch") # tests start it
 
 sources=("$PWD"/{expr,model,io,analysis,report,batch,app})
 
@@ -54,7 +54,7 @@ sources=("$PWD"/{expr,model,io,analysis,report,batch,app})
 of_tests() {
     local command=$1
     shift
-    # "Mismatched" are inline functions that some of the programs do not call.
+    # Mismatched functions are inline ones that some of the programs do not call.
     llvm-cov "$command" "-instr-profile=$folder/tests.profdata" "${programs[@]:1}" "$@" \
         2> >(grep -v 'functions have mismatched data' >&2)
 }

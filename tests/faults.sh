@@ -9,13 +9,13 @@ usage() {
 Usage: tests/faults.sh [--write | ACT]
 
 Installs missing packages (Debian, as root or with sudo), builds the program of
-faults below build/dev, and lets every call of the system that a save, an open,
-an import or an export makes fail, one after another; no display is needed.
-Prints how many calls there were to fail. Ends with an error where a file or the
-analysis is lost, or where the user is not told.
+faults in build/dev, and lets every system call of a save, an open, an import or
+an export fail, one after another. It needs no display. Prints how many calls
+there were. Ends with an error if a file or the analysis is lost, or if the
+program does not report the fault to the user.
 
   --write   renew the numbers in docs/reliability.md
-  ACT       try one act alone, as the table names it, or "exports", "imports", "kills"
+  ACT       try only this act of the table, or "exports", "imports" or "kills"
 TEXT
 }
 
@@ -40,7 +40,7 @@ if [ -z "${TMPDIR-}" ] && [ -w /dev/shm ]; then
 fi
 
 log=build/dev/faults
-# What a word tells the program to try, into a file of its own.
+# Runs the program for a word, with a log file of its own.
 try() {
     QT_QPA_PLATFORM=offscreen LC_ALL=C QT_LOGGING_RULES='*=false' \
         LD_PRELOAD="$PWD/build/dev/libvelmora_faults.so" \

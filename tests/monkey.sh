@@ -8,13 +8,13 @@ usage() {
     cat <<'TEXT'
 Usage: tests/monkey.sh [--seed N] [--actions N]
 
-Installs missing packages (Debian, as root or with sudo), builds the monkey with
-the address and undefined behaviour sanitizers below build/asan, and lets it act
-on the window at random; no display is needed. Fails on a crash, a warning, a
-wait of more than 5 seconds or memory that grows.
+Installs missing packages (Debian, as root or with sudo), builds the monkey in
+build/asan with the address and undefined behaviour sanitizers, and lets it act on
+the window at random. It needs no display. Fails on a crash, a warning, a wait of
+more than 5 seconds, or growing memory.
 
-  --seed N      repeats a run; the default is 1
-  --actions N   the default is 300
+  --seed N      seed, to repeat a run (default: 1)
+  --actions N   number of actions (default: 300)
 TEXT
 }
 

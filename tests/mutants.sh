@@ -10,24 +10,26 @@ Usage: tests/mutants.sh [--seed N] [--count N] [--folder FOLDER]... [--jobs N] [
        tests/mutants.sh --only NAME...
 
 Installs missing packages (Debian, as root or with sudo), plants faults in a copy
-of the sources, one at a time, and tells which of them the tests catch; no display
-is needed. Faults are drawn by rule over all folders of the product, in proportion
-to the lines that can be changed: a comparison, an operator, a number, a condition,
-a name or two arguments exchanged, a returned value replaced, a statement left out.
+of the sources, one at a time, and reports which of them the tests catch. It needs
+no display. The faults are drawn at random over all folders of the product, in
+proportion to the lines that can be changed: a comparison, an operator, a number,
+a condition, a name or two arguments exchanged, a returned value replaced, a
+statement left out.
 
-Tests near the fault run first, and the first that fails or takes far too long
-catches it. A fault that does not compile, or that the compiler takes for the same
-program, is dropped for another one.
+Tests near the fault run first. The first test that fails or takes far too long
+catches it. A fault that does not compile, or that compiles to the same program,
+is replaced by another one.
 
-  --seed N         repeats a trial; the default is 1
-  --count N        the default is 100; some hundred take an hour on two processors
-  --folder FOLDER  of these folders alone, such as analysis or app/window
-  --only NAME...   these faults alone, such as analysis:7
-  --list           shows the faults and plants none
-  --jobs N         at the same time; the default is the number of processors
+  --seed N         seed, to repeat a draw (default: 1)
+  --count N        number of faults (default: 100); a few hundred take an hour on
+                   two processors
+  --folder FOLDER  only this folder, such as analysis or app/window
+  --only NAME...   only these faults, such as analysis:7
+  --list           list the faults and plant none
+  --jobs N         faults at a time (default: the number of processors)
 
-Faults that no test caught are in build/mutants/survivors.diff. The faults that are
-drawn are others where the sources are others.
+build/mutants/survivors.diff has the faults that no test caught. Other sources give
+other faults.
 TEXT
 }
 

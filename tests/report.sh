@@ -8,10 +8,11 @@ usage() {
     cat <<'TEXT'
 Usage: tests/report.sh
 
-Installs missing packages (Debian, as root or with sudo), lets the tour write the reports of
-both example studies and opens them with other programs: HTML with a browser that has no
-network and with tidy, PDF with poppler, OpenDocument with LibreOffice. Compares numbers and
-hashes with what the tour saved of the pages and with the files themselves.
+Installs missing packages (Debian, as root or with sudo), lets the tour write the
+reports of both example studies, and opens them with other programs: HTML with a
+browser without network and with tidy, PDF with poppler, OpenDocument with
+LibreOffice. Compares their numbers with what the tour saved from the pages, and
+their hashes with the files.
 TEXT
 }
 
@@ -37,17 +38,17 @@ fail() {
     exit 1
 }
 
-# The words of a text in one line, each blank one of ASCII.
+# The words of a text in one line, separated by ASCII blanks.
 words() {
     sed 's/\xc2\xa0/ /g' | tr -s ' \n\f' ' '
 }
 
-# The headings of a page, a line each.
+# The headings of a page, one per line.
 headings() {
     sed -n 's/^<h[123]>\(.*\)<\/h[123]>$/\1/p' "$1"
 }
 
-# Every heading of the page is in the text: has_headings PAGE TEXT
+# Checks that the text has every heading of the page: has_headings PAGE TEXT
 has_headings() {
     local heading text
     text=$(words <"$2")
