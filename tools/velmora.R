@@ -1,14 +1,14 @@
 # SPDX-FileCopyrightText: Velmora contributors
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Reads files of Velmora into data frames, with base R alone:
+# Reads files of Velmora into data frames; needs only base R:
 #
 #   source("velmora.R")
 #   values <- read_velmora_endpoints("endpoints.csv")
 #   project <- read_velmora_project("study.velmora")
 
-# The file of "Save endpoint values as CSV...": one row for each data set, model, sample and dose
-# that was evaluated. data_set and sample count from 0, selected and in_target are logical, and
-# an endpoint or a weight that is no number is NA.
+# Reads the file of "Save endpoint values as CSV...": one row for each data set, model, sample and
+# dose that was evaluated. data_set and sample count from 0. selected and in_target are logical.
+# An endpoint or a weight that is not a number is NA.
 read_velmora_endpoints <- function(path) {
   values <- read.csv(path, encoding = "UTF-8", colClasses = c(
     data_set = "integer", model = "character", sample = "integer", dose = "numeric",
@@ -19,17 +19,17 @@ read_velmora_endpoints <- function(path) {
   values
 }
 
-# A project, as project-file.md describes it: a list of
+# Reads a project, as project-file.md describes it: a list of
 #   settings  one row: doses, lower and upper bound as typed, population, log_scale, method, ofv
 #   models    model, endpoint, weight: the expressions
-#   omega     model, row, column, value, file_column: covariances of the ETAs; where file_column
-#             is not 0, COL<file_column> counts in place of the value
-#   chosen    data_set, level, dose: the doses chosen, NaN for none
-#   cache     data_set, model, sample, dose_number, endpoint: the endpoints that are cached
-#   results   of each model a data frame: data_set, sample and the columns of its raw_results
-#             files, COL<n> where a name is missing or used twice
+#   omega     model, row, column, value, file_column: covariances of the ETAs; if file_column is
+#             not 0, COL<file_column> replaces the value
+#   chosen    data_set, level, dose: the minimum effective doses, NaN for none
+#   cache     data_set, model, sample, dose_number, endpoint: the cached endpoints
+#   results   one data frame per model: data_set, sample and the columns of its raw_results
+#             files, COL<n> if a name is missing or used twice
 # Models, data sets, samples and dose numbers count from 0, rows and columns of omega from 1.
-# A file that ends early gives the parts that are complete.
+# From a file that ends early, the list has the complete parts.
 read_velmora_project <- function(path) {
   item <- .velmora_items(path)
   project <- list()
@@ -67,7 +67,7 @@ read_velmora_project <- function(path) {
   project
 }
 
-# The items of a project up to the first that is not complete.
+# The items of a project before the first incomplete one.
 .velmora_items <- function(path) {
   file <- file(path, "rb")
   on.exit(close(file))
@@ -107,7 +107,7 @@ read_velmora_project <- function(path) {
   item
 }
 
-# Nested lists of numbers as one data frame: the place at each depth, and the number.
+# Nested lists of numbers as one data frame: the index at each depth, and the number.
 .velmora_rows <- function(nested, places, value) {
   rows <- list(seq_along(nested) - 1L)
   for (depth in seq_along(places)[-1]) {
@@ -119,8 +119,8 @@ read_velmora_project <- function(path) {
   as.data.frame(setNames(rows, c(places, value)))
 }
 
-# The results of a model, list(data set)(sample), with the pieces of its heading, which names
-# with commas were cut into.
+# The results of a model, list(data set)(sample). Its heading comes in pieces, as names that
+# contain commas were cut there.
 .velmora_results <- function(results, heading) {
   samples <- unlist(results, recursive = FALSE)
   width <- max(0L, lengths(samples))

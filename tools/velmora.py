@@ -18,7 +18,7 @@ def read_endpoints(path):
     """Reads the file of "Save endpoint values as CSV...": a dict of its columns as arrays.
 
     There is one row for each data set, model, sample and dose that was evaluated. data_set and
-    sample count from 0, selected and in_target are bool, and an endpoint or a weight that is no
+    sample count from 0. selected and in_target are bool. An endpoint or a weight that is not a
     number is NaN.
     """
     def number(text):
@@ -48,16 +48,16 @@ def read_project(path):
 
     settings  doses, lower and upper bound as typed, population, log_scale, method, ofv
     models    model, endpoint, weight: the expressions
-    omega     model, row, column, value, file_column: covariances of the ETAs; where file_column
-              is not 0, COL<file_column> counts in place of the value
-    chosen    data_set, level, dose: the doses chosen, NaN for none
-    cache     data_set, model, sample, dose_number, endpoint: the endpoints that are cached
-    results   list, of each model: data_set, sample and the columns of its raw_results files,
-              COL<n> where a name is missing or used twice
+    omega     model, row, column, value, file_column: covariances of the ETAs; if file_column is
+              not 0, COL<file_column> replaces the value
+    chosen    data_set, level, dose: the minimum effective doses, NaN for none
+    cache     data_set, model, sample, dose_number, endpoint: the cached endpoints
+    results   a list with, for each model, data_set, sample and the columns of its raw_results
+              files, COL<n> if a name is missing or used twice
 
-    Each is a dict of arrays of one length, settings one of values. Models, data sets, samples and
-    dose numbers count from 0, rows and columns of omega from 1. A file that ends early gives the
-    parts that are complete.
+    Each is a dict of arrays of the same length; settings is a dict of values. Models, data sets,
+    samples and dose numbers count from 0, rows and columns of omega from 1. From a file that ends
+    early, the dict has the complete parts.
     """
     item = _items(path)
     project = {}
@@ -92,7 +92,7 @@ def read_project(path):
 
 
 def _items(path):
-    """The items of a project up to the first that is not complete."""
+    """The items of a project before the first incomplete one."""
     with open(path, "rb") as file:
         data = file.read()
     place = 0
@@ -141,7 +141,7 @@ def _items(path):
 
 
 def _rows(nested, places, value):
-    """Nested lists of arrays as columns: the place at each depth, and the number."""
+    """Nested lists of arrays as columns: the index at each depth, and the number."""
     columns = {places[0]: np.arange(len(nested))}
     for depth, name in enumerate(places[1:], 2):
         counts = [len(part) for part in nested]
@@ -154,8 +154,8 @@ def _rows(nested, places, value):
 
 
 def _results(results, heading):
-    """The results of a model, [data set][sample], with the pieces of its heading, which names
-    with commas were cut into."""
+    """The results of a model, [data set][sample]. Its heading comes in pieces, as names that
+    contain commas were cut there."""
     counts = [len(data_set) for data_set in results]
     columns = {"data_set": np.repeat(np.arange(len(counts)), counts),
                "sample": np.concatenate([np.arange(0)] + [np.arange(count) for count in counts])}
