@@ -11,10 +11,10 @@
 #include <memory>
 #include <random>
 
-// What Qt 5 and Qt 6 do differently and Velmora must not. No other file asks for the version.
+// Qt 5 and Qt 6 do this differently, but Velmora must not. No other file asks for the version.
 
-/// The whole number that the text is, as QString::toInt of Qt 5 reads it: that of Qt 6 takes no
-/// blanks and signs beyond ASCII, but a text that ends with a null character.
+/// The text as a whole number, as QString::toInt of Qt 5 reads it. That of Qt 6 refuses blanks and
+/// signs beyond ASCII, and accepts a text that ends with a null character.
 inline int wholeNumber(const QString& text, bool* isNumber)
 {
     static const QLocale ungrouped = [] {
@@ -25,8 +25,8 @@ inline int wholeNumber(const QString& text, bool* isNumber)
     return ungrouped.toInt(text, isNumber);
 }
 
-/// A number with so many significant digits, or without loss for QLocale::FloatingPointShortest.
-/// Where Qt 6 then writes 3e+05 and 3e-04, it is 300000 and 0.0003, as with Qt 5.
+/// A number with this many significant digits, or without loss for QLocale::FloatingPointShortest.
+/// Qt 6 would then write 3e+05 and 3e-04; this function writes 300000 and 0.0003, as Qt 5 does.
 inline QString significantDigits(double number, int digits)
 {
     QString text = QString::number(number, 'g', digits);
@@ -39,10 +39,10 @@ inline QString significantDigits(double number, int digits)
 
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
 
-/// Whether a QTextStream loses the byte behind a damaged character that two of its pieces share.
+/// True if a QTextStream loses the byte after a damaged character that two of its pieces share.
 constexpr bool streamsLoseBytes = false;
 
-/// What QTextStream gets to write a text: with Qt 6 half a surrogate pair would not become '?'.
+/// The text to give to a QTextStream: with Qt 6, half a surrogate pair would not become '?'.
 inline const QString& streamedText(const QString& text)
 {
     return text;

@@ -30,13 +30,13 @@ enum OperatorCode {
     ATanFunction = 113
 };
 
-/// A token's code as an integer; -1, which has no meaning, for any other number.
+/// The code of a token as an integer; -1, which has no meaning, for any other number.
 inline int operatorCode(double value)
 {
     return value >= 0 && value <= ATanFunction ? static_cast<int>(value) : -1;
 }
 
-/// Hands the function of a binary operator, double(double, double), to the visitor.
+/// Calls the visitor with the function of a binary operator, double(double, double).
 /// Codes without a meaning give 0.0 for all operands.
 template <typename Visitor>
 auto visitBinaryOperator(int code, Visitor visitor)
@@ -57,7 +57,7 @@ auto visitBinaryOperator(int code, Visitor visitor)
     }
 }
 
-/// Hands the function of a one-operand operator, double(double), to the visitor.
+/// Calls the visitor with the function of a one-operand operator, double(double).
 /// Codes without a meaning give 0.0 for all operands.
 template <typename Visitor>
 auto visitUnaryOperator(int code, Visitor visitor)
@@ -70,13 +70,13 @@ auto visitUnaryOperator(int code, Visitor visitor)
     case LogFunction:
         return visitor([](double x) { return std::log(x); });
     case Log10Function:
-        // A quotient of natural logarithms by intent: log10(1000) is just below 3.
+        // Deliberately a quotient of natural logarithms: log10(1000) is just below 3.
         return visitor([](double x) { return std::log(x) / 2.302585092994046; });
     case AbsFunction:
         // Keeps -0.0, unlike fabs.
         return visitor([](double x) { return x < 0 ? -x : x; });
     case SignFunction:
-        // 0 and NaN count as positive by intent.
+        // Deliberately positive for 0 and NaN.
         return visitor([](double x) { return x < 0 ? -1.0 : 1.0; });
     case SqrtFunction:
         // pow and sqrt differ in the last bit, at -0.0 and at minus infinity.

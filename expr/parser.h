@@ -22,11 +22,11 @@ enum ReservedSlot { TimeSlot = 0, ConcentrationSlot = 1, DoseSlot = 2, FirstFree
 /// to names; its callers bind them. Text becomes postfix order by the shunting-yard method
 /// (Dijkstra 1961), evaluated from left to right.
 ///
-/// Peculiarities to know: there are no signs ("-x" is 0.0, write "(0-x)"), a lone name
-/// gives its slot and not its value ("(DOSE)" gives the dose), blanks belong to names, and
-/// malformed text gives 0.0 without an error.
+/// Peculiarities: there are no signs ("-x" is 0.0, write "(0-x)"), a lone name gives its
+/// slot and not its value ("(DOSE)" gives the dose), blanks belong to names, and malformed
+/// text gives 0.0 without an error.
 ///
-/// evaluate_tree may run in several threads on one parser that nobody changes.
+/// evaluate_tree may run in several threads on one parser while nothing changes it.
 class parser
 {
 public:
@@ -41,43 +41,43 @@ public:
     parser();
     explicit parser(QString expressionText);
 
-    /// Lists the names of the expression in value-vector order, in variables too.
+    /// Returns the names of the expression in value-vector order and stores them in variables.
     QStringList extract_variables();
 
-    /// Extracts the variables and compiles the expression; to be called again whenever the
+    /// Extracts the variables and compiles the expression. Call it again whenever the
     /// expression has changed.
     void generate_tree();
 
-    /// Whether tree belongs to the expression as it reads now.
+    /// True if tree belongs to the present text of the expression.
     bool treeIsCurrent() const;
 
-    /// Whether a well-formed expression is compiled, for value vectors of so many numbers, so
-    /// that an evaluation reports nothing.
+    /// True if a well-formed expression is compiled for value vectors of this length, so that
+    /// an evaluation reports nothing.
     bool isCompiledFor(int slotCount) const { return programFits(slotCount); }
 
-    /// About how many operations of a well-formed expression an evaluation takes the time of.
-    /// Without a program, as for malformed expressions, it is counted as 100 times as slow:
-    /// the tree is walked, and may report each time. Needs a current tree.
+    /// The approximate time of an evaluation, in operations of a well-formed expression.
+    /// Without a program, as for malformed expressions, it counts as 100 times as slow: the
+    /// evaluation walks the tree and may report each time. Needs a current tree.
     int operationCount() const;
 
     /// The value of the expression for a value vector. 0.0 for malformed expressions and
-    /// without a tree; the debug log tells why. A variable beyond values counts as 0.0.
+    /// without a tree; the debug log says why. A variable beyond values counts as 0.0.
     double evaluate_tree(QVector<double> values);
 
-    /// Writes the value for every individual of the block, as evaluate_tree gives it.
+    /// Writes the value of evaluate_tree for every individual of the block.
     void evaluateBlock(const ValueBlock& block, double* results);
 
-    /// Writes the value at every value of one slot, [individual][value], as evaluate_tree gives
-    /// it. The block's varying slots must not include this slot, which its vectors have.
+    /// Writes the value of evaluate_tree at every value of one slot, [individual][value]. The
+    /// block's vectors must have this slot, but not as a varying one.
     void evaluateBlock(const ValueBlock& block, int slot, const QVector<double>& slotValues,
                        double* results);
 
-    /// What gives the same as evaluateBlock for many blocks with these varying slots, one after
-    /// the other, in less time. None unless the expression is compiled for so many slots.
+    /// Returns an evaluator with the results of evaluateBlock, which is faster for many blocks
+    /// with these varying slots. None unless the expression is compiled for this many slots.
     std::optional<BlockEvaluator> blockEvaluator(int slotCount,
                                                  const QVector<int>& varyingSlots) const;
 
-    /// The value for every value vector, as evaluate_tree gives it.
+    /// The value of evaluate_tree for every value vector.
     QVector<double> evaluateAll(const QVector<QVector<double>>& valueVectors);
 
 private:

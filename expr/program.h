@@ -13,13 +13,13 @@ struct ValueBlock
     QVector<double> common; ///< [slot]: one value vector; its numbers in varying slots are ignored
     QVector<int> varyingSlots; ///< slots that differ between the individuals, each once
     QVector<double> varying;   ///< [varying slot][individual], column after column
-    int count = 0;             ///< individuals
+    int count = 0;             ///< number of individuals
 };
 
 /// A postfix token sequence compiled for evaluation without strings and allocations.
 /// Values are numbered: the slots that the expression reads, its constants, then the
-/// result of each instruction. Equal subexpressions are computed once; every operation
-/// is that of the token walk on the same operands, so results agree in every bit.
+/// result of each instruction. Equal subexpressions are computed once. Every operation
+/// equals that of the token walk on the same operands, so results agree in every bit.
 class Program
 {
 public:
@@ -63,9 +63,9 @@ private:
 };
 
 /// Evaluates a program over the individuals of value blocks with the same varying slots, at one or
-/// several values of a slot that all individuals share, such as the dose. What does not vary is
-/// computed once per block, and what does not depend on the shared slot once for all its values.
-/// Keeps scratch memory, so each thread needs its own.
+/// several values of a slot that all individuals share, such as the dose. It computes what does
+/// not vary once per block, and what does not depend on the shared slot once for all its values.
+/// It keeps scratch memory, so each thread needs its own.
 class BlockEvaluator
 {
 public:
@@ -107,13 +107,13 @@ private:
     Program program;
     int sharedValue;         ///< value number of the shared slot, -1 if it is not read
     Stage once;              ///< what does not depend on the shared slot
-    Stage perShared;         ///< what does
+    Stage perShared;         ///< what depends on the shared slot
     QVector<int> inputs;     ///< indices into the block's varying slots that are read
     int columnCount = 0;     ///< columns 0 .. inputs.size()-1 are the block's own
     int resultReference = 0; ///< column number, or ~value number of a scalar
     int chunkSize = 0;       ///< individuals per pass
     QVector<double> scalars; ///< [value number]
-    QVector<double> columns; ///< [column behind the inputs][individual of the chunk]
+    QVector<double> columns; ///< [column after the inputs][individual of the chunk]
 };
 
 #endif

@@ -15,25 +15,25 @@ class QTableWidget;
 // field that is no number (QString::toDouble) is NaN.
 
 // A reader adds the name of a file that cannot be read to its end, without folders, to unread.
-// A file that is missing is none of these.
+// A missing file does not count as such.
 
 /// Every line of the file as a row of numbers.
-/// An empty line is a row of one NaN. Empty when the file cannot be read to its end, is none,
-/// such as a pipe, or has a line of 268 million characters.
+/// An empty line is a row of one NaN. Empty if the file cannot be read to its end, is not a
+/// regular file, such as a pipe, or has a line of 268 million characters.
 QVector<QVector<double>> csvReadToDouble(QString path, QStringList* unread = nullptr);
 
-/// The same without the first line, the heading.
+/// The same without the first line, which has the headings.
 QVector<QVector<double>> csvWithHeaderReadToDouble(QString path, QStringList* unread = nullptr);
 
-/// The fields of the first line as they stand, quotes included.
-/// Empty when the line cannot be read or the file has no content.
+/// The fields of the first line unchanged, including quotes.
+/// Empty if the line cannot be read or the file has no content.
 QStringList csvWithHeaderReadHeader(QString path, QStringList* unread = nullptr);
 
 /// Writes the table, one line per row, numbers with at most 6 significant digits.
-/// A file that cannot be opened is reported on the debug log only; so for all writers.
+/// Like all writers, it reports a file that cannot be opened only on the debug log.
 void csvwrite(QString path, QVector<QVector<double>> table);
 
-/// The same below a heading line that holds the last name of the header alone.
+/// The same below a heading line that has only the last name of the header.
 /// An empty table writes nothing, not even the heading.
 void csvwrite(QString path, QVector<QVector<double>> table, QStringList header);
 
@@ -42,32 +42,32 @@ void csvwrite(QString path, QVector<QVector<double>> table, QStringList header);
 /// file.
 void csvwrite(QString path, QTableWidget* widget);
 
-/// The same from row firstRow on, 0 if negative; the last row is always written.
+/// The same from row firstRow on (0 if negative). It always writes the last row.
 void csvwrite(QString path, QTableWidget* widget, int firstRow);
 
 /// Shows the table, each number with 6 significant digits and "NaN" where a row is short.
 /// The column count starts at the length of the last row and grows with longer rows, so
-/// that rows above such a row keep cells without an item. An empty table removes the rows
-/// and leaves the columns. The current cell stays current where it still exists.
-/// Of a table of more than a million cells a part is shown, of all rows if possible.
+/// rows above such a row keep cells without an item. An empty table removes the rows and
+/// leaves the columns. The current cell stays current if it still exists.
+/// It shows only a part of a table of more than a million cells, with all rows if possible.
 void csvDisplay(QTableWidget* widget, QVector<QVector<double>> table);
 
-/// The same with the names of the header as column headings; widens the table to hold
-/// every name. Of a name at most longestName characters are shown.
-/// The cells of a table of more than a million have no items; csvCellText gives their texts.
-/// Beyond 20 million rows, 200,000 columns or 134 million cells, or if most of more than a
-/// million cells have no number, a part is shown.
+/// The same with the names of the header as column headings. It widens the table to show
+/// every name, and shows at most longestName characters of a name.
+/// Beyond a million cells, cells have no items; csvCellText returns their texts. It shows only
+/// a part beyond 20 million rows, 200,000 columns or 134 million cells, or if most of more than
+/// a million cells have no number.
 void csvDisplay(QTableWidget* widget, QVector<QVector<double>> table, QStringList header);
 
 constexpr int longestName = 1000;
 
-/// Adds one row below the others, as csvDisplay with a header would show it.
+/// Adds a row below the others, as csvDisplay with a header would show it.
 void csvDisplayAppend(QTableWidget* widget, const QVector<double>& row);
 
 /// The text that a cell shows; null if it has none.
 QString csvCellText(const QTableWidget* widget, int row, int column);
 
-/// The columns and rows of the table that the widget shows in part; invalid if in full.
+/// The columns and rows of the whole table if the widget shows only a part; otherwise invalid.
 QSize csvFullSize(const QTableWidget* widget);
 
 #endif

@@ -7,8 +7,8 @@
 
 #include <csignal>
 
-/// While it lives, a write beyond the limit of file sizes (ulimit -f) fails like one on a
-/// full disk. Otherwise the system would end the program, and the analysis with it.
+/// While it exists, a write beyond the limit of file sizes (ulimit -f) fails as on a full disk.
+/// Otherwise the system would end the program, and the analysis would be lost.
 class FileSizeSignalIgnored
 {
 public:

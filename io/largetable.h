@@ -11,41 +11,41 @@
 
 class QTableWidget;
 
-/// Shows numbers in those cells of a table widget that have no items, and keeps how large the
-/// table is of which the widget shows a part. It is the delegate of the widget, which owns it.
+/// Shows numbers in the cells of a table widget that have no items, and keeps the size of the whole
+/// table if the widget shows only a part. It is the delegate of the widget, which owns it.
 class LargeTable : public QStyledItemDelegate
 {
 public:
-    /// The one that shows the widget's cells; null if none does.
+    /// The object that shows the widget's cells; null if there is none.
     static LargeTable* of(const QTableWidget& widget);
 
-    /// The same; from now on there is one.
+    /// The same; creates the object if there is none.
     static LargeTable& addedTo(QTableWidget& widget);
 
-    /// Shows the numbers, [row][column], and "NaN" where a row is short: its cells reach as far
-    /// as the longest row down to it, at least startColumns. Shares the table's memory. Rows or
-    /// columns that the widget loses take all numbers with them.
+    /// Shows the numbers, [row][column], and "NaN" where a row is short. The cells of a row reach
+    /// as far as the longest row down to it, at least startColumns. Shares the table's memory. If
+    /// the widget loses rows or columns, all numbers go.
     void setNumbers(const QVector<QVector<double>>& table, int startColumns);
 
-    /// Leaves all cells to their items.
+    /// Removes all numbers; cells then show only their items.
     void clearNumbers() { setNumbers({}, 0); }
 
-    /// Shows values in a row of so many columns. Rows above it keep their numbers or none, and
-    /// are then left to their items; those below it lose theirs.
+    /// Shows values in a row of this many columns. Rows above it keep their numbers, or show their
+    /// items if they have none; rows below it lose their numbers.
     void setRow(int row, const QVector<double>& values, int columns);
 
     /// The text shown in a cell without an item; null if there is no such number.
     QString text(int row, int column) const;
 
-    /// Columns and rows of the table that is shown in part; invalid if the whole is.
+    /// Columns and rows of the whole table if only a part is shown; otherwise invalid.
     QSize fullSize() const { return full; }
     void setFullSize(const QSize& size) { full = size; }
 
-    /// Decides by its column whether a cell can be edited; without one all can.
+    /// Decides by its column whether a cell can be edited. Without a rule all cells can.
     using EditRule = std::function<bool(int column)>;
     void setEditRule(const EditRule& newRule) { editRule = newRule; }
 
-    /// None against the rule, and none for a cell without an item while numbers are shown.
+    /// No editor against the rule, and none for a cell without an item while numbers are shown.
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const override;
 

@@ -12,7 +12,7 @@ class QFile;
 class QIODevice;
 
 // Project files. A file is 17 items one after another, with nothing before, between or
-// behind them: no magic number, no version.
+// after them: no magic number, no version.
 //
 //     item  type                       content
 //        1  table of numbers, depth 4  rawResults, [model][dataSet][sample][column]
@@ -30,7 +30,7 @@ class QIODevice;
 //       13  text                       upper bound of the target interval as typed
 //       14  table of numbers, depth 2  doseChoice, [row][column] as displayed
 //       15  list of texts              doseChoiceLabels, [column] of item 14
-//       16  list of numbers            doseChoiceVector, target levels in percent
+//       16  list of numbers            doseChoiceVector, probability levels in percent
 //       17  table of numbers, depth 4  doseChoiceCash, [dataSet][model][sample][dose]
 //
 // The bytes are those of a QDataStream of version 15 (Qt_5_2). All is big-endian. A list
@@ -38,7 +38,7 @@ class QIODevice;
 // integer has 32 bits and a sign, a flag is a byte. A text is its length in bytes, 32 bits,
 // and its UTF-16 units; the length of a null text is 0xffffffff, of an empty one 0.
 
-/// What a project file holds, in the order of the file.
+/// The content of a project file, in the order of the file.
 struct ProjectItems
 {
     QVector<QVector<QVector<QVector<double>>>> rawResults; ///< [model][dataSet][sample][column]
@@ -56,7 +56,7 @@ struct ProjectItems
     QString upperBound;            ///< as typed
     QVector<QVector<double>> doseChoice;
     QStringList doseChoiceLabels;                              ///< [column of doseChoice]
-    QVector<double> doseChoiceVector;                          ///< target levels in percent
+    QVector<double> doseChoiceVector;                          ///< probability levels in percent
     QVector<QVector<QVector<QVector<double>>>> doseChoiceCash; ///< [dataSet][model][sample][dose]
 };
 
@@ -65,24 +65,24 @@ struct DecodedProject
 {
     ProjectItems items;
     int completeItems = 0;       ///< items 1 to completeItems were read, the others are default
-    bool endsInsideItem = false; ///< the item after these was begun, but is cut short or damaged
+    bool endsInsideItem = false; ///< the next item has begun but is cut short or damaged
 };
 
 /// Writes the items to the open device and flushes it if it is a file.
-/// False when not every byte could be written.
+/// False if not every byte could be written.
 bool writeProject(const ProjectItems& items, QIODevice* device);
 
 /// Reads the items from the content of a project file, which may be cut anywhere: an item
-/// that is cut short or damaged counts as absent, and so do all after it. Bytes after the
-/// last item are ignored. Any bytes are safe to read; a list never claims more elements
-/// than the bytes that are left can hold, so memory stays within ten times the size.
+/// that is cut short or damaged counts as absent, and so do all items after it. Bytes after
+/// the last item are ignored. Any bytes are safe to read; a list never takes more elements
+/// than the remaining bytes can hold, so memory stays within ten times the size.
 DecodedProject readProject(const uchar* data, qint64 size);
 
-/// The same of an open file, whose error tells if it cannot be read.
+/// The same for an open file. If it cannot be read, the file has an error.
 DecodedProject readProject(QFile& file);
 
-/// Whether a file of this size that starts with these bytes can be a project: whether the
-/// counts at the start of item 1 are such as the size allows. No text starts like that.
+/// True if a file of this size that starts with these bytes can be a project: the counts at the
+/// start of item 1 must fit into the size. No text starts like that.
 bool startsAsProject(const QByteArray& start, qint64 size);
 
 #endif

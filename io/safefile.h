@@ -12,30 +12,29 @@
 #include <QByteArray>
 #include <QIODevice>
 
-/// Writes a file that takes the place of an older one only when it is complete and on the disk.
-/// Until then it stands beside that as velmora-*.tmp, which is all that a program leaves that is
-/// killed.
+/// Writes a file that replaces an older one only when it is complete and on the disk. Until then
+/// it is next to the older one as velmora-*.tmp; a killed program leaves nothing else.
 ///
-/// The older file's permissions are kept. Symbolic links are followed to the file that they
-/// lead to; further names of that file (hard links) keep the older content. What is no file,
-/// such as a folder, a device or a pipe, is left alone, and so is a file that is not writable.
+/// The new file has the older file's permissions. Symbolic links are followed to their file; other
+/// names of that file (hard links) keep the older content. Folders, devices, pipes and files that
+/// are not writable stay as they are.
 class SafeFile : public QIODevice
 {
 public:
     explicit SafeFile(const QString& path);
     Q_DISABLE_COPY(SafeFile)
 
-    /// Gives up what was not committed.
+    /// Drops what was not committed.
     ~SafeFile() override;
 
-    /// For writing only. Whatever fails, here or later, leaves the older file as it was, and
-    /// errorString tells why.
+    /// Opens the file, only for writing. Any failure, here or later, leaves the older file as it
+    /// was, and errorString says why.
     bool open(OpenMode mode) override;
     bool isSequential() const override { return true; }
 
-    /// Puts the file in its place; false if that fails or a write has failed. If only the
-    /// folder cannot be written to the disk, the new file stands in its place all the same,
-    /// but may not outlast a power cut.
+    /// Puts the file in its place. False if that fails or a write has failed. If only the
+    /// folder cannot be written to the disk, the new file is in its place but may not survive a
+    /// power cut.
     bool commit();
 
 protected:
@@ -49,11 +48,11 @@ private:
     bool fail(const QString& reason = qt_error_string());
     void giveUp();
 
-    QByteArray target;    ///< the file behind all links
+    QByteArray target;    ///< the file that all links lead to
     QByteArray temporary; ///< empty unless it exists
     int permissions = -1; ///< of the older file; -1 if there is none
     int file = -1;
-    int folder = -1; ///< of both; -1 if it may not be read
+    int folder = -1; ///< the folder of both; -1 if it cannot be read
     bool hasFailed = false;
     const FileSizeSignalIgnored noSignal;
 };

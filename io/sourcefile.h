@@ -8,28 +8,28 @@
 
 #include <functional>
 
-/// A file that results were read from, as it was then.
+/// A file that results were read from, in its state at that time.
 struct SourceFile
 {
-    QString path;       ///< empty where there was none
-    qint64 size = -1;   ///< in bytes; -1 where it does not exist
-    QDateTime modified; ///< the last time
+    QString path;       ///< empty if there was none
+    qint64 size = -1;   ///< in bytes; -1 if it does not exist
+    QDateTime modified; ///< time of the last change
 };
 
-/// The file as it is now.
+/// The file in its present state.
 SourceFile sourceFile(const QString& path);
 
-/// What has become of a file that was read.
+/// The present state of a file that was read earlier.
 struct FileCheck
 {
     enum class State { Same, Changed, Gone, Unreadable };
     State state = State::Gone;
-    QByteArray sha256; ///< of its content, as hexadecimal digits; only where it is the same
+    QByteArray sha256; ///< of its content, as hexadecimal digits; only if it is the same
 };
 
-/// Looks at a file that was read, and reads it once more, a piece at a time, if its size and
-/// time are those of then. goesOn is told how many bytes have been read and gives it up by
-/// false; the file is unreadable then, as is what is no file.
+/// Checks a file that was read earlier. If its size and time are unchanged, reads it again, a
+/// piece at a time. goesOn receives how many bytes have been read and returns false to abort; the
+/// file is then unreadable, as is anything other than a regular file.
 FileCheck checkFile(const SourceFile& noted, const std::function<bool(qint64 bytes)>& goesOn);
 
 #endif

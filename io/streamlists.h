@@ -6,7 +6,7 @@
 #include <QDataStream>
 #include <QVector>
 
-// Lists in streams whose bytes may be damaged, as Qt's own lists must not be.
+// Lists in streams whose bytes may be damaged. Qt's own lists do not allow that.
 
 /// Writes the count of the elements, then each of them.
 template <typename Element>
@@ -18,8 +18,8 @@ void writeList(QDataStream& stream, const QVector<Element>& list)
     }
 }
 
-/// Reads what writeList wrote. A count that is wrong takes no more memory than the elements that
-/// the bytes hold; the status then tells that the stream ended.
+/// Reads what writeList wrote. A wrong count takes no more memory than the elements that the
+/// bytes hold; the status then says that the stream ended.
 template <typename Element>
 void readList(QDataStream& stream, QVector<Element>& list)
 {

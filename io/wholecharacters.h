@@ -6,13 +6,13 @@
 #include <QByteArray>
 #include <QFile>
 
-/// An open file for a QTextStream, which gets no UTF-8 character in two pieces: where such a
-/// character is damaged, the QTextStream of Qt 6 loses the byte behind it, be it a comma.
-/// It has to be read by some thousand bytes at a time, as a QTextStream does.
+/// An open file for a QTextStream that never gives it a UTF-8 character in two pieces: if such a
+/// character is damaged, the QTextStream of Qt 6 loses the byte after it, even a comma. Readers
+/// must take some thousand bytes at a time, as a QTextStream does.
 class WholeCharacters : public QIODevice
 {
 public:
-    /// Reads on from where the file stands.
+    /// Reads from the present position of the file.
     explicit WholeCharacters(QFile& source);
 
     bool isSequential() const override { return true; }
@@ -24,7 +24,7 @@ protected:
 
 private:
     QFile& file;
-    QByteArray held; ///< read from the file, the begin of a character and damaged ones before it
+    QByteArray held; ///< bytes read: the begin of a character, and damaged ones before it
 };
 
 #endif

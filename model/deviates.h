@@ -5,16 +5,16 @@
 
 #include <QVector>
 
-// Standard normal deviates by the cosine branch of Box & Muller (1958): each takes two random
-// numbers of qrand(), 0 to 2147483647, which stand for 0 to 1 as first and second uniform number.
-// Logarithm and cosine are SLEEF's, to one unit in the last place (Shibata & Petrogalli 2020), in
-// the functions that give the same bits on every processor.
+// Standard normal deviates by the cosine branch of Box & Muller (1958). Each takes two random
+// numbers of qrand(), 0 to 2147483647, as first and second uniform number between 0 and 1.
+// Logarithm and cosine are SLEEF's functions with an error of one unit in the last place (Shibata &
+// Petrogalli 2020) that give the same bits on every processor.
 
 /// One deviate. Infinite for a first number of 0; 0 for a first number of 2147483647.
 double normalDeviate(int firstNumber, int secondNumber);
 
-/// As many deviates as count from twice as many numbers, in the fastest form that this processor
-/// has. The bits are those of normalDeviate.
+/// Writes count deviates from twice as many numbers, in the fastest form that this processor has.
+/// The bits are those of normalDeviate.
 void fillNormalDeviates(const int* numbers, int count, double* deviates);
 
 /// A way to compute deviates, for some processors.

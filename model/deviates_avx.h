@@ -3,10 +3,10 @@
 #ifndef VELMORA_MODEL_DEVIATES_AVX_H
 #define VELMORA_MODEL_DEVIATES_AVX_H
 
-// fillNormalDeviates for x86 processors with wider registers. Each stands in a source file of its
-// own, compiled for these processors: nothing but the instructions' and SLEEF's headers is included
-// there, as the linker might else choose such a file's copy of an inline function for the whole
-// program, which older processors could not run.
+// fillNormalDeviates for x86 processors with wider registers. Each form has a source file of its
+// own, compiled for these processors. Such a file includes only the headers of the instructions
+// and of SLEEF: otherwise the linker might choose its copy of an inline function for the whole
+// program, and older processors could not run that.
 
 /// Needs AVX.
 void fillNormalDeviatesAvx(const int* numbers, int count, double* deviates);

@@ -5,20 +5,19 @@
 
 #include "expr/diagnosis.h"
 
-/// What diagnoses need to know of a model's bootstrap rows.
+/// What a diagnosis needs to know about a model's bootstrap rows.
 struct RowColumns
 {
-    int count;        ///< columns of a row; 0 for no data: then nothing is said to be beyond it
+    int count;        ///< columns of a row; 0 without data, which reports no column as beyond it
     int colNumTHETA1; ///< 1-based
     int colNumOFV;    ///< 1-based
 };
 
-/// What is wrong with an endpoint expression: its form, and names that get no value, or
-/// another than one would think.
+/// Returns what is wrong with an endpoint expression: its form, and names that get no value or
+/// an unexpected one.
 QVector<Diagnosis> diagnoseEndpoint(const QString& expression, const RowColumns& columns);
 
-/// The same for a weight expression. Nothing is wrong with a blank one, which excludes the
-/// model.
+/// The same for a weight expression. A blank one is right; it excludes the model.
 QVector<Diagnosis> diagnoseWeight(const QString& expression, const RowColumns& columns);
 
 #endif

@@ -8,29 +8,28 @@
 
 #include <QVector>
 
-/// What an ETA of an individual costs: logarithm, root and cosine.
+/// The cost of an ETA of an individual: logarithm, root and cosine.
 constexpr int operationsPerEta = 10;
 
-/// Individuals simulated at several doses. Their random numbers are taken out of the sequence
-/// beforehand; numbers, ETAs and individual values are made dose by dose during the evaluation.
+/// Individuals simulated at several doses. Their random numbers leave the sequence beforehand;
+/// the evaluation makes numbers, ETAs and individual values dose by dose.
 struct SimulatedPopulation
 {
     QVector<double> values;     ///< value vector; dose and ETAs are filled in
     QVector<double> doses;      ///< [dose]
     int individuals = 0;        ///< per dose
-    int countedIndividuals = 0; ///< that the summary counts, at least as many
-    int summary = -1;           ///< percentile of the individuals, negative for the mean
+    int countedIndividuals = 0; ///< individuals that the summary counts, at least as many
+    int summary = -1;           ///< percentile of the individuals; negative for the mean
     QVector<int> etaSlots;      ///< slots that ETAs fill
     QVector<int> etaRows;       ///< the ETA of each, as 0-based row of omega
     MultiNormalSampler sampler; ///< of omega
-    RandomNumbers numbers;      ///< those of the first dose's individuals, and so on
-    QVector<double> endpoints;  ///< [dose], by the evaluation
+    RandomNumbers numbers;      ///< of the first dose's individuals, then of the next dose's
+    QVector<double> endpoints;  ///< [dose], filled by the evaluation
 };
 
-/// One work item of a parallel evaluation: an expression and the individuals on which it
-/// is evaluated. Owns all its data, so that any number of items run at once.
-/// Individuals are given as single value vectors, or as a simulated population, of which only
-/// the endpoints are kept.
+/// A work item of a parallel evaluation: an expression and its individuals. It owns all its data,
+/// so any number of items can run at once. The individuals are single value vectors, or a
+/// simulated population, of which only the endpoints are kept.
 class endPointParserContainer
 {
 public:
@@ -51,7 +50,7 @@ public:
 /// Evaluates the container's expression on all its individuals.
 void evaluateEPParser(endPointParserContainer& c);
 
-/// Evaluates all containers, on the global thread pool where that takes less time.
+/// Evaluates all containers, on the global thread pool if that takes less time.
 /// Returns when all are done.
 void evaluateContainers(QVector<endPointParserContainer>& containers);
 

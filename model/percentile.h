@@ -7,19 +7,19 @@
 
 #include <cmath>
 
-/// Ascending order with NaN after every number; the order of all sorting of doubles.
+/// Ascending order with NaN after every number. All sorting of doubles uses it.
 inline bool ascendingNanLast(double first, double second)
 {
     return first < second || (std::isnan(second) && !std::isnan(first));
 }
 
-/// The element at index floor(individuals * percentile / 100) of the sorted values, NaN
-/// after every number. NaN if the index lies outside the values: individuals may exceed
-/// their count, and the 100th percentile is never reached; this is intended.
+/// The element at index floor(individuals * percentile / 100) of the sorted values, with NaN
+/// after every number. NaN if the index lies outside the values. This is intended: individuals
+/// may exceed their count, and the 100th percentile is never reached.
 double percentileOfIndividuals(QVector<double> values, int individuals, int percentile);
 
-/// The endpoint of a population: a percentile of 0 to 100, or for a negative one the mean.
-/// individuals may exceed the count of the values, here too.
+/// The endpoint of a population: a percentile of 0 to 100, or the mean if it is negative. Here,
+/// too, individuals may exceed the count of the values.
 double summaryOfIndividuals(const QVector<double>& values, int individuals, int percentile);
 
 #endif

@@ -29,16 +29,17 @@ public:
     QVector<QVector<double>> choleskyDecomposition(QVector<QVector<double>> matrix);
 };
 
-/// Random numbers that are taken out of the calling thread's sequence at once, and made later, in
-/// any thread.
+/// Random numbers that leave the calling thread's sequence at once and are made later, in any
+/// thread.
 class RandomNumbers
 {
 public:
     /// No numbers.
     RandomNumbers() = default;
 
-    /// The next count numbers of the calling thread, whose sequence goes on behind them. Takes no
-    /// longer for many than for a few, and holds none where qrand() is the expected generator.
+    /// The next count numbers of the calling thread, whose sequence then continues after them. It
+    /// takes no longer for many than for a few, and holds none if qrand() is the expected
+    /// generator.
     explicit RandomNumbers(qint64 count);
 
     /// Writes the next count of these numbers, 0 to 2147483647.
@@ -46,8 +47,8 @@ public:
 
 private:
     quint32 position = 0; ///< before the next number
-    QVector<int> drawn;   ///< all numbers, where qrand() is another generator
-    int taken = 0;        ///< of drawn
+    QVector<int> drawn;   ///< all numbers, if qrand() is another generator
+    int taken = 0;        ///< numbers taken from drawn
 };
 
 /// Draws many vectors from one covariance matrix, which is factored once.
@@ -55,21 +56,21 @@ private:
 class MultiNormalSampler
 {
 public:
-    /// Of a matrix without rows.
+    /// A sampler for a matrix without rows.
     MultiNormalSampler() = default;
     explicit MultiNormalSampler(const QVector<QVector<double>>& covariance);
 
-    /// Random numbers that a vector takes.
+    /// The number of random numbers that a vector takes.
     int numbersPerVector() const { return 2 * keptRows.size(); }
 
-    /// The same for a covariance matrix, which is not factored for it.
+    /// The same for a covariance matrix, without factoring it.
     static int numbersPerVector(const QVector<QVector<double>>& covariance);
 
     /// The random numbers of the next count vectors, from the calling thread's sequence.
     RandomNumbers drawNumbers(qint64 count) const;
 
-    /// The given rows of the next count vectors that the random numbers make, [row][vector] in
-    /// one piece; NaN for rows that the matrix does not have. In any thread.
+    /// Writes the given rows of the next count vectors that the random numbers make, [row][vector]
+    /// in one piece; NaN for rows that the matrix does not have. It may run in any thread.
     void fillColumns(RandomNumbers& numbers, int count, const QVector<int>& rows,
                      double* columns) const;
 
@@ -81,19 +82,19 @@ private:
     QVector<QVector<double>> factor; ///< Cholesky factor of the kept rows and columns
 };
 
-/// Uniform numbers after which the sequence repeats: all states of the minimal standard generator
-/// (Park & Miller 1988), which qrand() is.
+/// The number of uniform numbers after which the sequence repeats: all states of the minimal
+/// standard generator (Park & Miller 1988), which qrand() is.
 constexpr int randomPeriod = 2147483646;
 
-/// The calling thread's place in its sequence of random numbers. None where the generator
-/// behind qrand() is not the expected one, so that its place cannot be told.
+/// The calling thread's position in its sequence of random numbers. None if the generator of
+/// qrand() is not the expected one, whose position cannot be read.
 std::optional<quint32> randomPosition();
 
-/// Goes back to a place in the sequence.
+/// Returns to a position in the sequence.
 void setRandomPosition(quint32 position);
 
-/// The place in the sequence behind so many uniform numbers from a place that randomPosition gave.
-/// Takes no longer for many than for a few.
+/// The position in the sequence that many uniform numbers after a position of randomPosition. It
+/// takes no longer for many than for a few.
 quint32 randomPositionAfter(quint32 position, quint64 numbers);
 
 #endif

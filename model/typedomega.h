@@ -7,16 +7,16 @@
 
 #include <optional>
 
-/// Changes the number of ETAs while a number is typed. Each digit acts at once, and the 1 of
-/// a 12 cuts omega down to one element: what is cut off comes back as the number grows
-/// again, until the typing ends or omega changes in another way.
+/// Changes the number of ETAs while a user types it. Each digit acts at once, and the 1 of a 12
+/// cuts omega down to one element. The cut part comes back when the number grows again, until
+/// the typing ends or omega changes in another way.
 class TypedOmega
 {
 public:
-    /// Resizes omega from what it was before the typing began.
+    /// Resizes omega as it was before the typing began.
     void resize(endPoint& definition, int size);
 
-    /// Ends the typing of a number: what is cut off is gone.
+    /// Ends the typing of a number and drops the cut part.
     void end() { typing.reset(); }
 
 private:
@@ -32,7 +32,7 @@ private:
     struct Typing
     {
         Omega before;
-        Omega given; ///< by the last digit
+        Omega given; ///< the result of the last digit
     };
     std::optional<Typing> typing;
 };
