@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Findings listed, the one that tells of more included.
+/// The most findings listed, including the one that says there are more.
 constexpr int findingsAtMost = 100;
 /// Characters of the expression that a message repeats.
 constexpr int charactersAtMost = 40;
@@ -28,7 +28,7 @@ QString quoted(const QString& text)
            + '"';
 }
 
-/// Whether the value is 0 whatever the operands are, because operands are missing or left.
+/// True if the value is 0 whatever the operands are, because operands are missing or left over.
 /// The tree must not be empty.
 bool isAlwaysZero(const QVector<parser_token>& tree)
 {
@@ -50,8 +50,8 @@ bool isAlwaysZero(const QVector<parser_token>& tree)
     return operands != 1;
 }
 
-/// Reads an expression from left to right: operands and binary operators take turns, and
-/// words are what stands between operators and parentheses.
+/// Reads an expression from left to right: operands and binary operators take turns. Words are
+/// the texts between operators and parentheses.
 class Reader
 {
 public:
@@ -181,8 +181,8 @@ private:
         }
     }
 
-    /// The function that the call is cut at, which is the whole call or its end; empty if none.
-    /// "ASin(" is no such function, as it is cut at "Sin(" before.
+    /// The function at which the call is cut: the whole call or its end; empty if none. "ASin("
+    /// is no such function, as "Sin(" cuts it before.
     QString functionAtEnd(const QString& call) const
     {
         const auto end = std::find_if(functions.begin(), functions.end(),
@@ -302,7 +302,7 @@ private:
         add(position, 0, "an operator is missing" + outcome() + ": write * for a product");
     }
 
-    /// Where an operand should have come, but a closing parenthesis or the end did.
+    /// A missing operand: a closing parenthesis or the end comes instead.
     void addMissingOperand()
     {
         const QChar before = at > 0 ? text.at(at - 1) : QChar();
@@ -315,7 +315,7 @@ private:
         }
     }
 
-    /// White space in a word that is no number.
+    /// White space in a word that is not a number.
     void addWhiteSpace(int start, const QString& word)
     {
         const auto first = std::find_if(word.begin(), word.end(), isSpace);
@@ -338,7 +338,7 @@ private:
         }
     }
 
-    /// A character that no name has; it is taken for part of one.
+    /// A character that no name has; the parser takes it for part of a name.
     void addStrangeCharacter(int start, const QString& word)
     {
         const auto strange = std::find_if_not(word.begin(), word.end(), isPartOfName);
@@ -357,7 +357,7 @@ private:
         add(start + offset, length, message);
     }
 
-    /// What is certain about the result where operands and operators do not take turns.
+    /// What is known about the result if operands and operators do not take turns.
     QString outcome()
     {
         if (compiled.tree.isEmpty()) {
@@ -374,12 +374,12 @@ private:
 
     const QString text;
     const std::function<QString(const QString&)>& nameFault;
-    parser compiled; ///< with its tree only if a finding asks for it
+    parser compiled; ///< with a tree only if a finding needs it
     QString certainResult;
     QStringList functions;
     QHash<QString, QString> nameFaults; ///< of the names so far
     QVector<Diagnosis> found;
-    QVector<int> open; ///< parentheses that are not closed so far
+    QVector<int> open; ///< parentheses that are still open
     int at = 0;
     bool wantsOperand = true;
 };

@@ -22,8 +22,8 @@ struct OperatorRow
     bool leftAssociative;
 };
 
-/// In cutting order. "Sin(", "Cos(" and "Tan(" come before their inverses and so cut
-/// them apart; this is kept.
+/// In cutting order. This is intended: "Sin(", "Cos(" and "Tan(" come before their inverses
+/// and so cut them apart.
 constexpr OperatorRow operatorTable[] = {
     {"^", PowerOperator, 4, false},       {"*", TimesOperator, 3, true},
     {"/", DivideOperator, 3, true},       {"+", PlusOperator, 2, true},
@@ -37,8 +37,8 @@ constexpr OperatorRow operatorTable[] = {
     {")", ClosingParenthesis, 100, true},
 };
 
-/// How many times as long the walk over a tree takes as its program: 10 to 20 times, and
-/// much more where it reports.
+/// How much longer the walk over a tree takes than its program: 10 to 20 times, and much more
+/// if it reports.
 constexpr int walkSlowness = 100;
 
 /// Moves the first alias of the group that is in the list to the front, or puts the
@@ -91,7 +91,7 @@ QVector<parser_token> postfixOrder(const QVector<parser_token>& sequence)
     return output;
 }
 
-/// What evaluation needs of a token: the texts would cost more than the arithmetic.
+/// What the evaluation needs of a token. Copying its texts would cost more than the arithmetic.
 parser_token withoutTexts(const parser_token& token)
 {
     parser_token bare;
@@ -100,14 +100,14 @@ parser_token withoutTexts(const parser_token& token)
     return bare;
 }
 
-/// Evaluates any token sequence, well-formed or not. The operands read so far are a stack,
-/// and each operator takes its operands from the top and leaves its result there.
+/// Evaluates any token sequence, well-formed or not. The operands so far are a stack; each
+/// operator takes its operands from the top and leaves its result there.
 double walk(const QVector<parser_token>& tree, const QVector<double>& values)
 {
     QVector<parser_token> stack;
     for (int next = 0; tree.size() > 1 && next < tree.size(); ++next) {
         parser_token token = withoutTexts(tree.at(next));
-        // With no operator left, the last token is taken for one, and refused.
+        // Without an operator left, the last token is tried as one, and fails.
         const bool isLast = next + 1 == tree.size();
         if (token.type != parser_token::Operator && !isLast) {
             stack.append(token);
@@ -132,7 +132,7 @@ double walk(const QVector<parser_token>& tree, const QVector<double>& values)
     return hasValue ? stack.constFirst().value : 0.0;
 }
 
-/// Tells 0.0 from -0.0, and is equal for equal NaNs.
+/// The bits of a number: they differ for 0.0 and -0.0, and are equal for equal NaNs.
 quint64 bitsOf(double number)
 {
     quint64 bits = 0;
@@ -191,11 +191,11 @@ QStringList parser::extract_variables()
     for (const QString& text : qAsConst(operatorTexts)) {
         QStringList pieces;
         for (const QString& name : qAsConst(names)) {
-            // Without regard to case by intent, unlike the cutting of the tree's tokens.
+            // Deliberately ignores case, unlike the cutting of the tree's tokens.
             pieces += name.split(text, Qt::SkipEmptyParts, Qt::CaseInsensitive);
         }
         names = pieces;
-        // Here already, so that a long expression of few names is cut fast.
+        // Done early, so that a long expression of few names is cut fast.
         names.removeDuplicates();
     }
     names.erase(std::remove_if(names.begin(), names.end(),
@@ -279,9 +279,9 @@ void parser::resolve(QVector<parser_token>& sequence) const
     }
 }
 
-/// Whether the program may stand in for the walk over the tree: it was compiled from the
-/// very data that tree shares (a change would have detached them), and the value vector
-/// holds every slot, so that the walk would have nothing to report.
+/// True if the program may replace the walk over the tree: it was compiled from the very data
+/// that tree shares (a change would have detached them), and the value vector has every slot,
+/// so the walk would have nothing to report.
 bool parser::programFits(int slotCount) const
 {
     return program.isValid() && tree.constData() == programTree.constData()

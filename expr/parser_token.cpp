@@ -84,7 +84,7 @@ QVector<parser_token> parser_token::split(QString op, int opType, double opCode)
 
 void parser_token::operate(parser_token operand, QVector<double> values)
 {
-    // Written so that a code of NaN passes, as every comparison with it is false.
+    // Written so that a code of NaN passes: every comparison with it is false.
     if (type != Operator || value < OpeningParenthesis || value == ClosingParenthesis) {
         qDebug("This token is not an operator");
         type = Error;

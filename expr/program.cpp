@@ -200,7 +200,7 @@ double Program::evaluate(const double* values) const
     return numbers.at(resultValue);
 }
 
-/// Fills in constants and results behind the slots' values.
+/// Fills in constants and results after the slots' values.
 void Program::run(double* values) const
 {
     std::copy(constants.begin(), constants.end(), values + variableSlots.size());
@@ -225,7 +225,7 @@ BlockEvaluator::BlockEvaluator(const Program& compiledProgram, const QVector<int
     columns.resize(ownColumns * chunkSize);
 }
 
-/// Of each value, whether it depends on the shared slot.
+/// For each value, true if it depends on the shared slot.
 QVector<bool> BlockEvaluator::dependOnShared() const
 {
     QVector<bool> onShared(scalars.size(), false);
@@ -240,7 +240,7 @@ QVector<bool> BlockEvaluator::dependOnShared() const
     return onShared;
 }
 
-/// Of each value, the last instruction that reads it, or the number of instructions if it is
+/// For each value, the last instruction that reads it. The number of instructions if the value is
 /// needed after the last one or, computed once, for several values of the shared slot.
 QVector<int> BlockEvaluator::lastUses(const QVector<bool>& onShared) const
 {

@@ -21,10 +21,9 @@
 namespace {
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-/// Bytes that are read at a time.
+/// Bytes read at a time.
 constexpr int pieceSize = 1 << 20;
-/// A file with a longer line is taken for none that can be read: its text would not fit into
-/// a QString.
+/// A file with a longer line counts as unreadable: the line would not fit into a QString.
 constexpr int longestLine = 1 << 28;
 
 enum class Heading { None, Skip };
@@ -37,8 +36,8 @@ double toNumber(const Text& field)
     return ok ? value : notANumber;
 }
 
-/// Reads a number in plain notation that fills the field at begin and gives the field's
-/// end; nullptr where QString::toDouble has to decide.
+/// Reads a number in plain notation that fills the field at begin, and returns the end of the
+/// field; nullptr if QString::toDouble must decide.
 const char* readPlainNumber(const char* begin, const char* end, double& value)
 {
     const char* digit = begin != end && *begin == '-' ? begin + 1 : begin;
@@ -49,7 +48,7 @@ const char* readPlainNumber(const char* begin, const char* end, double& value)
     if (error != std::errc() || (rest != end && *rest != ',')) {
         return nullptr;
     }
-    // Zero may be an underflow, which is no number to Qt; the one-digit zero is common.
+    // Zero may be an underflow, which Qt does not accept as a number; "0" is common.
     const bool plain = std::fpclassify(value) == FP_NORMAL || rest - begin == 1;
     return plain ? rest : nullptr;
 }
@@ -108,12 +107,12 @@ const char* afterLastFeed(const char* begin, const char* end)
 
 enum class Reading {
     Complete,
-    NotAscii, ///< has to be read by QTextStream
+    NotAscii, ///< QTextStream must read it
     Failed
 };
 
-/// Reads plain ASCII text a piece at a time, so that the text never stands in memory beside
-/// all of its numbers.
+/// Reads plain ASCII text a piece at a time, so that memory never holds the text together with
+/// all its numbers.
 Reading readAscii(QIODevice& file, Heading heading, QVector<QVector<double>>& table)
 {
     bool skip = heading == Heading::Skip;
@@ -126,7 +125,7 @@ Reading readAscii(QIODevice& file, Heading heading, QVector<QVector<double>>& ta
         appendAsciiRows(table, begin, end);
     };
     QByteArray piece(pieceSize, Qt::Uninitialized);
-    qint64 kept = 0; // bytes at the piece's begin, of a line whose end is still to be read
+    qint64 kept = 0; // bytes at the begin of the piece, from a line whose end is not read yet
     while (true) {
         const qint64 count = file.read(piece.data() + kept, piece.size() - kept);
         if (count < 0) {
@@ -156,8 +155,8 @@ Reading readAscii(QIODevice& file, Heading heading, QVector<QVector<double>>& ta
     return Reading::Complete;
 }
 
-/// The next line; nothing if it is too long or cannot be read. The stream itself takes what
-/// cannot be read for the end of a line, never for that of the file.
+/// The next line; nothing if it is too long or cannot be read. The stream itself would take a
+/// read error for the end of a line, never for the end of the file.
 std::optional<QString> readLine(QTextStream& stream, const QFile& file)
 {
     const QString line = stream.readLine(longestLine);
@@ -196,8 +195,8 @@ Reading readStream(QFile& file, Heading heading, QVector<QVector<double>>& table
     return Reading::Complete;
 }
 
-/// Regular files only: a pipe lets the program wait, and a device may never end. Qt warns
-/// when an empty name is opened, and a cancelled file dialog gives one.
+/// True for regular files: a pipe would make the program wait, and a device may never end. False
+/// for an empty name, which a cancelled file dialog gives and which Qt warns about.
 bool isReadable(const QString& path)
 {
     return QFileInfo(path).isFile();
@@ -299,7 +298,7 @@ void csvwrite(QString path, QVector<QVector<double>> table, QStringList header)
         return;
     }
     QTextStream stream(&file);
-    // Intended: the heading names the last column alone.
+    // Intended: the heading names only the last column.
     stream << streamedText(header.isEmpty() ? QString() : header.constLast()) << '\n';
     writeRows(stream, table);
 }

@@ -60,7 +60,7 @@ QByteArray commaSeparated(const TextRows& rows)
 
 bool writeFile(const QString& path, const QByteArray& content)
 {
-    // Unbuffered, so that a full disk is noticed by the write.
+    // Unbuffered, so that a write to a full disk fails at once.
     SafeFile file(path);
     return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)
            && file.write(content) == content.size() && file.commit();

@@ -17,7 +17,7 @@ namespace {
 
 using Table = QVector<QVector<double>>;
 
-/// Of the rows that stay while the number of columns changes.
+/// The most rows that stay while the number of columns changes.
 constexpr int mostRowsMoved = 1'000;
 constexpr qint64 mostCellsMoved = 100'000;
 
@@ -50,7 +50,7 @@ void fillRow(QTableWidget& widget, int row, const QVector<double>& values, int c
     }
 }
 
-/// Fills the cells that the widget has.
+/// Fills the cells of the widget.
 void fillWithItems(QTableWidget& widget, const Table& table, int startColumns)
 {
     int filledColumns = startColumns;
@@ -69,11 +69,11 @@ void removeItems(QTableWidget& widget)
     }
 }
 
-/// Sets the widget's size. Whatever was in its cells may stay or not.
+/// Sets the size of the widget. The content of its cells may be lost.
 void resizeTable(QTableWidget& widget, int startColumns, const QSize& size)
 {
-    // A change of columns moves all cells once per row, so it is made once for all, while
-    // there are no rows below the current cell, which must not get lost, or no rows at all.
+    // A change of columns moves all cells once per row. So it is made only once, while there are
+    // no rows below the current cell, which must not get lost, or no rows at all.
     const int currentRow = widget.currentRow();
     const int currentColumn = widget.currentColumn();
     if (size.width() != widget.columnCount() || size.width() != startColumns) {
@@ -82,7 +82,7 @@ void resizeTable(QTableWidget& widget, int startColumns, const QSize& size)
         const bool areFew = kept <= mostRowsMoved && qint64(kept) * columns <= mostCellsMoved;
         widget.setRowCount(areFew ? kept : 0);
     }
-    // The smaller number first drops the headings and items of the columns beyond it.
+    // First setting the smaller number drops the headings and items of the columns beyond it.
     widget.setColumnCount(startColumns);
     widget.setColumnCount(size.width());
     widget.setRowCount(size.height());
@@ -102,7 +102,7 @@ TableExtent extentOf(const Table& table, int lastLength, int namedColumns)
     return extent;
 }
 
-/// Keeps the size of a table that is shown in part.
+/// Keeps the size of a table of which only a part is shown.
 void setFullSize(QTableWidget& widget, const QSize& full)
 {
     if (full.isValid()) {
@@ -166,7 +166,7 @@ void csvDisplay(QTableWidget* widget, QVector<QVector<double>> table, QStringLis
         return;
     }
     {
-        // The heading lays itself out anew at each signal, of which one tells of all names.
+        // Each signal lays out the heading again; one signal suffices for all names.
         const QSignalBlocker quiet(widget->model());
         for (int column = 0; column < named; ++column) {
             auto* name = new QTableWidgetItem(header.at(column).left(longestName));

@@ -9,7 +9,7 @@
 LargeTable::LargeTable(QTableWidget* widget)
     : QStyledItemDelegate(widget)
 {
-    // What is removed by other means than csvDisplay must not come back.
+    // Rows and columns removed by other means than csvDisplay must not come back.
     const auto forget = [this] { clearNumbers(); };
     connect(widget->model(), &QAbstractItemModel::rowsRemoved, this, forget);
     connect(widget->model(), &QAbstractItemModel::columnsRemoved, this, forget);
@@ -60,7 +60,7 @@ QWidget* LargeTable::createEditor(QWidget* parent, const QStyleOptionViewItem& o
     if (editRule && !editRule(index.column())) {
         return nullptr;
     }
-    // An editor would leave an item with its own text, which starts empty.
+    // An editor would leave an item with the editor's text, which starts empty.
     const bool hasItem = numbers.isEmpty() || index.data().isValid();
     return hasItem ? QStyledItemDelegate::createEditor(parent, option, index) : nullptr;
 }

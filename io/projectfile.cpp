@@ -17,10 +17,10 @@ namespace {
 constexpr quint32 nullText = 0xffffffffU;
 constexpr int bufferSize = 1 << 20;
 
-/// Qt 5 aborts on containers of 2 GiB and more; their own header is included.
+/// Qt 5 aborts on containers of 2 GiB and more, including their header.
 constexpr qint64 largestContainer = std::numeric_limits<int>::max() - 64;
 
-/// Visits the items in the order of the file until a visit returns false; false then.
+/// Visits the items in the order of the file until a visit returns false, and then returns false.
 template <typename Items, typename Visit>
 bool visitItems(Items& items, Visit visit)
 {
@@ -33,7 +33,7 @@ bool visitItems(Items& items, Visit visit)
            && visit(items.doseChoiceVector) && visit(items.doseChoiceCash);
 }
 
-/// Collects the bytes in a large buffer. Every function is false once a write has failed.
+/// Collects the bytes in a large buffer. Every function returns false once a write has failed.
 class Writer
 {
 public:
@@ -46,7 +46,7 @@ public:
     bool flush()
     {
         const char* source = buffer.constData();
-        // A full disk takes a part, and tells why it takes no more only when asked again.
+        // A full disk takes a part, and gives the error only at the next write.
         for (qint64 left = std::exchange(used, 0); left > 0;) {
             const qint64 written = device->write(source, left);
             if (written <= 0) {
@@ -113,8 +113,8 @@ private:
     int used = 0;
 };
 
-/// Takes values from memory. Every read is false, and its target in any state, when the
-/// bytes that are left cannot hold the value.
+/// Takes values from memory. A read returns false, and leaves its target in any state, if the
+/// remaining bytes cannot hold the value.
 class Reader
 {
 public:
@@ -171,8 +171,8 @@ public:
     }
 
 private:
-    /// Reads the count of a list of elements; those that are no number begin with a count
-    /// or a length of their own, and may have no more than that.
+    /// Reads the count of a list of elements. Elements other than numbers begin with a count or
+    /// a length of their own, and may consist of only that.
     template <typename Element>
     bool readCount(int& count)
     {
@@ -195,7 +195,7 @@ private:
         if (!readCount<Element>(count)) {
             return false;
         }
-        // Reserved, not resized: a count that is wrong leaves the memory untouched.
+        // Reserved, not resized: a wrong count does not touch the memory.
         list.reserve(count);
         for (; count > 0; --count) {
             Element element;
@@ -238,7 +238,7 @@ bool writeProject(const ProjectItems& items, QIODevice* device)
         || !writer.flush()) {
         return false;
     }
-    // Files buffer the last bytes themselves, and a full disk shows only when they leave.
+    // Files buffer the last bytes themselves; a full disk shows only when they are flushed.
     auto* const file = qobject_cast<QFileDevice*>(device);
     return file == nullptr || file->flush();
 }
@@ -264,8 +264,8 @@ DecodedProject readProject(const uchar* data, qint64 size)
 
 DecodedProject readProject(QFile& file)
 {
-    // Through a copy in memory, as a mapped file that another program cuts short would end this
-    // one; mapped only where it is too large for a QByteArray.
+    // Read through a copy in memory: a mapped file that another program cuts short would end this
+    // one. Mapped only if it is too large for a QByteArray.
     if (file.size() < std::numeric_limits<int>::max() / 2) {
         const QByteArray bytes = file.readAll();
         return readProject(reinterpret_cast<const uchar*>(bytes.constData()), bytes.size());

@@ -22,7 +22,7 @@ constexpr int mostNames = 100;
 constexpr int hexadecimal = 16;
 constexpr mode_t permissionBits = 0777;
 
-/// The result of a call that is made anew whenever a signal interrupts it.
+/// The result of a call that is repeated whenever a signal interrupts it.
 template <typename Call>
 auto uninterrupted(Call call)
 {
@@ -33,20 +33,20 @@ auto uninterrupted(Call call)
     return result;
 }
 
-/// With the slash behind it; empty for the current one.
+/// The folder of a path, with its slash; empty for the current folder.
 QByteArray folderOf(const QByteArray& path)
 {
     return path.left(path.lastIndexOf('/') + 1);
 }
 
-/// Whether all is on the disk, as far as the file system can tell.
+/// True if everything is on the disk, as far as the file system reports it.
 bool sync(int file)
 {
     return uninterrupted([file] { return fsync(file); }) == 0 || errno == EINVAL || errno == ENOSYS
            || errno == ENOTSUP;
 }
 
-/// A file is closed even where this fails or is interrupted.
+/// Closes a file. It is closed even if this fails or is interrupted.
 bool closed(int& file)
 {
     return file == -1 || ::close(std::exchange(file, -1)) == 0 || errno == EINTR;
@@ -70,14 +70,14 @@ bool SafeFile::open(OpenMode mode)
     return findTarget() && create() && QIODevice::open(mode | Unbuffered);
 }
 
-/// Follows links to the file that is to be written.
+/// Follows links to the file to write.
 bool SafeFile::findTarget()
 {
     char link[PATH_MAX];
     for (int links = 0; links < mostLinks; ++links) {
         const ssize_t length = readlink(target.constData(), link, sizeof link);
         if (length < 0) {
-            // No link, or nothing at all.
+            // Not a link, or nothing at all.
             return errno == EINVAL ? isReplaceable()
                                    : (errno == ENOENT && !target.isEmpty()) || fail();
         }
@@ -108,7 +108,7 @@ bool SafeFile::create()
     if (folder == -1 && errno != EACCES) {
         return fail();
     }
-    // The name does not depend on the older file's, which may be as long as names can be.
+    // The name is independent of the older file's name, which may be as long as names can be.
     for (int names = 0; names < mostNames && (names == 0 || errno == EEXIST); ++names) {
         const QByteArray random =
             QByteArray::number(QRandomGenerator::global()->generate(), hexadecimal);
@@ -119,7 +119,7 @@ bool SafeFile::create()
         });
         if (file != -1) {
             if (permissions != -1) {
-                fchmod(file, mode_t(permissions)); // refused by file systems that have none
+                fchmod(file, mode_t(permissions)); // file systems without permissions refuse it
             }
             return true;
         }
@@ -166,7 +166,7 @@ qint64 SafeFile::writeData(const char* data, qint64 size)
     return hasFailed ? -1 : size;
 }
 
-/// Keeps the reason, by default that of the last call; false.
+/// Keeps the reason, by default that of the last call. Returns false.
 bool SafeFile::fail(const QString& reason)
 {
     setErrorString(reason);
@@ -175,7 +175,7 @@ bool SafeFile::fail(const QString& reason)
     return false;
 }
 
-/// Leaves nothing behind but what was put in its place.
+/// Leaves nothing behind except a file that was put in its place.
 void SafeFile::giveUp()
 {
     closed(file);

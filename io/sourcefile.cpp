@@ -18,7 +18,7 @@ constexpr qint64 pieceBytes = 1 << 20;
 
 #ifdef VELMORA_HAS_OPENSSL
 
-/// Ten times as fast as Qt's, by the instructions that processors have for it.
+/// Ten times as fast as Qt's hash, as it uses the processor's instructions for it.
 class Sha256
 {
 public:
@@ -31,7 +31,7 @@ public:
             && EVP_DigestUpdate(context.get(), bytes.constData(), std::size_t(bytes.size())) == 1;
     }
 
-    /// Empty where it failed.
+    /// The hash; empty if it failed.
     QByteArray result()
     {
         QByteArray hash(EVP_MAX_MD_SIZE, '\0');
@@ -71,7 +71,7 @@ bool isAsNoted(const SourceFile& noted)
 SourceFile sourceFile(const QString& path)
 {
     const QFileInfo info(path);
-    // A pipe or a device would be waited for.
+    // A pipe or a device would make the program wait.
     return info.isFile() ? SourceFile{path, info.size(), info.lastModified()}
                          : SourceFile{path, -1, {}};
 }
@@ -100,7 +100,7 @@ FileCheck checkFile(const SourceFile& noted, const std::function<bool(qint64 byt
         }
     }
     if (!isAsNoted(noted)) {
-        return {State::Changed, {}}; // meanwhile
+        return {State::Changed, {}}; // changed while it was read
     }
     const QByteArray found = hash.result().toHex();
     return done == noted.size && !found.isEmpty() ? FileCheck{State::Same, found}

@@ -7,7 +7,7 @@
 namespace {
 
 constexpr qint64 mostItems = 1'000'000;
-/// What a widget can hold; the positions of rows and columns are counted in pixels.
+/// The limits of a widget, which counts the positions of rows and columns in pixels.
 constexpr int mostColumns = 200'000;
 constexpr int mostRows = 20'000'000;
 constexpr qint64 mostCells = 1 << 27;

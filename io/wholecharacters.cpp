@@ -6,10 +6,10 @@
 
 namespace {
 
-/// About so many bytes at the end of a piece are given with the next one.
+/// Approximate number of bytes at the end of a piece that go with the next one.
 constexpr qint64 mostKept = 1000;
 
-/// Bytes at the end that begin a character of more bytes.
+/// The number of bytes at the end that begin a longer character; 0 if none do.
 qint64 begunAtEnd(const char* data, qint64 size)
 {
     for (qint64 count = 1; count <= std::min<qint64>(3, size); ++count) {
@@ -32,7 +32,7 @@ WholeCharacters::WholeCharacters(QFile& source)
 
 qint64 WholeCharacters::readData(char* data, qint64 maxSize)
 {
-    // QIODevice asks again to fill what was left, of which no character may take a part.
+    // QIODevice calls again to fill the rest, which must not cut a character.
     const qint64 begun = held.size();
     if (maxSize <= begun) {
         return 0;
@@ -45,12 +45,12 @@ qint64 WholeCharacters::readData(char* data, qint64 maxSize)
     }
     const qint64 count = begun + added;
     qint64 kept = begunAtEnd(data, count);
-    // A damaged character may stand before, with nothing but its begin.
+    // A damaged character, of which only the begin is there, may precede.
     for (qint64 more = kept; more > 0 && kept < mostKept;) {
         more = begunAtEnd(data, count - kept);
         kept += more;
     }
-    // At the end all is given at once, or a line would seem to follow.
+    // At the end everything is given at once; otherwise a line would seem to follow.
     if (kept < count && !file.atEnd()) {
         held.append(data + count - kept, int(kept));
         return count - kept;

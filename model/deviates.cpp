@@ -26,7 +26,7 @@ void fillPortably(const int* numbers, int count, double* deviates)
 
 #ifdef __x86_64__
 
-/// Two at a time, as every processor of this architecture can.
+/// Two deviates at a time, which every processor of this architecture can do.
 void fillNormalDeviatesSse2(const int* numbers, int count, double* deviates)
 {
     const __m128d largest = _mm_set1_pd(largestNumber);

@@ -15,7 +15,7 @@ __m128 fourNumbers(const int* numbers)
     return _mm_castsi128_ps(_mm_loadu_si128(reinterpret_cast<const __m128i*>(numbers)));
 }
 
-/// From pairs of numbers.
+/// Deviates from pairs of numbers.
 __m256d fourDeviates(const int* numbers)
 {
     const __m128 low = fourNumbers(numbers);

@@ -10,7 +10,7 @@ namespace {
 constexpr int width = 8;
 constexpr int pairsWidth = 2 * width;
 
-/// From pairs of numbers.
+/// Deviates from pairs of numbers.
 __m512d eightDeviates(const int* numbers)
 {
     const __m512i pairs = _mm512_loadu_si512(numbers);

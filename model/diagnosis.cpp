@@ -9,13 +9,13 @@
 
 namespace {
 
-/// A reserved slot if the name is one of time, concentration or dose.
+/// The reserved slot of the name if it means time, concentration or dose.
 int slotOf(const QString& name)
 {
     return parser(name).extract_variables().indexOf(name);
 }
 
-/// Whether the name is a prefix and a number from 1 on, and thus means what it says.
+/// True if the name is a prefix and a number of at least 1, and so means what it says.
 bool isRegular(const QString& name)
 {
     static const QRegularExpression pattern(
@@ -23,7 +23,7 @@ bool isRegular(const QString& name)
     return pattern.match(name).hasMatch();
 }
 
-/// The name of the language that was probably meant; empty if none.
+/// The name of the language that the user probably meant; empty if none.
 QString meantName(const QString& name)
 {
     static const QRegularExpression pattern(R"(\A(col|column|theta|eta)_?([0-9]+)\z)",
@@ -44,7 +44,7 @@ QString columnName(int column)
     return "COL" + QString::number(qint64(column) + 1);
 }
 
-/// What is wrong with a name that nothing binds. isGood tells good names.
+/// What is wrong with a name that nothing binds. isGood is true for good names.
 template <typename IsGood>
 QString unboundFault(const QString& name, const QString& useful, IsGood isGood)
 {

@@ -18,12 +18,12 @@ constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 /// Individuals of the single-dose evaluation.
 constexpr int singleDoseSimulations = 100;
-/// Bound on the random numbers held at a time: doses are simulated in groups below it.
+/// The most random numbers held at a time: doses are simulated in groups below it.
 constexpr int maximalGroupNumbers = 1 << 20;
-/// What an evaluation costs beside its expression.
+/// The cost of an evaluation in addition to its expression.
 constexpr int operationsPerEvaluation = 10;
-/// Operations in one piece of work at the most: those of an evaluation that takes longer
-/// keep all processors busy by themselves.
+/// The most operations in a work item. An evaluation that takes longer keeps all processors
+/// busy by itself.
 constexpr qint64 maximalPieceOperations = 1 << 22;
 
 template <typename T>
@@ -38,7 +38,7 @@ void resizeSquare(QVector<QVector<T>>& matrix, int size, T value)
     matrix = resized;
 }
 
-/// Whether it holds for all elements. Rows that share their numbers are looked at once.
+/// True if the condition holds for all elements. Checks rows that share their numbers once.
 template <typename T, typename Predicate>
 bool allElements(const QVector<QVector<T>>& matrix, Predicate predicate)
 {
@@ -64,7 +64,7 @@ int machineProcessors()
 
 int& usedProcessors()
 {
-    // Asked once: the answer stays, and takes longer than the draws of a few individuals.
+    // Asked once: the answer never changes, and takes longer than drawing a few individuals.
     static int count = machineProcessors();
     return count;
 }
@@ -230,14 +230,14 @@ std::optional<endPointParserContainer> endPoint::startEvaluation(const QVector<d
     return population(endpointBinding.values(row), doses, simulatedIndividuals(), sampler);
 }
 
-/// Individuals that are simulated per dose: as many for every processor, the rest of the
-/// division being dropped by intent.
+/// The number of individuals simulated per dose: the same for every processor. This is
+/// intended: the remainder of the division is dropped.
 int endPoint::simulatedIndividuals() const
 {
     return ::simulatedIndividuals(numSimulations, processorCount());
 }
 
-/// Doses whose random numbers and ETAs are held at a time.
+/// The number of doses whose random numbers and ETAs are held at a time.
 int endPoint::dosesPerGroup(const MultiNormalSampler& sampler) const
 {
     const int numbersPerIndividual =
@@ -247,7 +247,7 @@ int endPoint::dosesPerGroup(const MultiNormalSampler& sampler) const
            / int(qBound(qint64(1), numbersPerDose, qint64(maximalGroupNumbers)));
 }
 
-/// Individuals at the doses, with newly drawn random numbers.
+/// The individuals at the doses, with newly drawn random numbers.
 endPointParserContainer endPoint::population(const QVector<double>& values,
                                              const QVector<double>& populationDoses,
                                              int individuals,
@@ -307,8 +307,8 @@ void endPoint::bringUpToDate(const QVector<double>& currentDoses)
     }
 }
 
-/// Binds the names of the endpoint expression, anew only if they have changed, and keeps
-/// the ETA bookkeeping.
+/// Binds the names of the endpoint expression if they have changed, and keeps the ETA
+/// bookkeeping.
 void endPoint::bindEndpointNames()
 {
     if (boundEndpointNames != endPointParser.variables || boundColNumTHETA1 != colNumTHETA1) {

@@ -10,8 +10,7 @@
 
 namespace {
 
-/// Operations on individuals from which handing work to other threads takes less time than
-/// it saves.
+/// The number of operations from which sharing work with other threads saves time.
 constexpr qint64 parallelThreshold = 50000;
 
 void evaluatePopulation(parser& expression, SimulatedPopulation& population)

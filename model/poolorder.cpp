@@ -1,18 +1,18 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// Tells the thread sanitizer of the order that Qt's parallel map keeps, into whose library it
-// does not see: what the calling thread did precedes the work of the pool, whose results
-// precede what the calling thread does next. Two threads of the pool stay without order, so
-// that a race between them is reported. Compiled for this sanitizer alone, where the linker
-// puts these functions before Qt's of the same name.
+// Shows the thread sanitizer the order that Qt's parallel map keeps; it does not see into Qt's
+// library. What the calling thread did precedes the work of the pool, and the pool's results
+// precede what the calling thread does next. Threads of the pool have no order, so a race
+// between them is reported. Compiled only for this sanitizer; the linker then puts these
+// functions before Qt's of the same name.
 
 #include <sanitizer/tsan_interface.h>
 
 namespace {
 
-char work;    // handed over by the calling thread
-char results; // handed over by the pool
+char work;    // passed on by the calling thread
+char results; // passed on by the pool
 
 } // namespace
 

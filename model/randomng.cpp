@@ -25,7 +25,7 @@ constexpr int deviatesPerPass = 512;
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-// The sequence of qrand() is part of what the program promises.
+// The program promises the sequence of qrand().
 QT_WARNING_PUSH
 QT_WARNING_DISABLE_DEPRECATED
 
@@ -42,8 +42,8 @@ quint32 successor(quint32 state)
     return product(state, multiplier);
 }
 
-/// Whether qrand() is that generator and qsrand() sets its state, so that its numbers can
-/// be made without a call for each. Leaves the sequence of the calling thread as it is.
+/// True if qrand() is that generator and qsrand() sets its state, so that its numbers can be
+/// made without a call for each. Does not change the sequence of the calling thread.
 bool isMinimalStandard()
 {
     // A thread's first call may differ from the later ones, so it is not this one.
@@ -74,10 +74,10 @@ int nextNumber()
 
 QT_WARNING_POP
 
-/// Writes the numbers of the generator behind a state, and moves it to the last of them.
+/// Writes the numbers of the generator after a state, and moves the state to the last of them.
 void fillNumbers(quint32& state, int* numbers, int count)
 {
-    // Four chains, each of every fourth number, as a number has to wait for its forerunner.
+    // Four chains, each of every fourth number, as a number must wait for its predecessor.
     const quint32 second = product(multiplier, multiplier);
     const quint32 third = product(second, multiplier);
     const quint32 fourth = product(third, multiplier);
@@ -101,7 +101,7 @@ double element(const QVector<QVector<double>>& matrix, int row, int column)
     return column < elements.size() ? elements.at(column) : notANumber;
 }
 
-/// Whether the random effect of this row varies; NaN does.
+/// True if the random effect of this row varies; NaN counts as varying.
 bool isKept(const QVector<double>& row)
 {
     double squares = 0.0;
