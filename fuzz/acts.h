@@ -13,13 +13,13 @@ struct Act
 {
     QString name;
     std::function<void()> perform;
-    QStringList files;                  ///< taken by its dialog; none if it has none
-    std::function<QByteArray()> result; ///< what it made of a file or of the window
-    std::function<void()> prepare;      ///< what is to be there before; may be missing
-    /// Whether a result is right where the user was told of a fault. Without one, it has to be
-    /// what was there before.
+    QStringList files;                  ///< files for its dialog; none if it has no dialog
+    std::function<QByteArray()> result; ///< the resulting content of a file or of the window
+    std::function<void()> prepare;      ///< prepares the act; may be missing
+    /// True if a result is right after the program reported a fault. Without this function the
+    /// result must be that from before the act.
     std::function<bool(const QByteArray& result, const QByteArray& whole)> isKept;
-    /// Bytes of memory of which a lack is tried; 0 for none.
+    /// Allocations of at least this many bytes are made to fail; 0 for none.
     unsigned long leastPiece = 0;
 };
 
@@ -27,7 +27,7 @@ struct Act
 class DialogAnswers : public QObject
 {
 public:
-    /// Calls start when the dialog is gone, before anything is done with the files.
+    /// Calls start when the dialog is gone, before the program uses the files.
     DialogAnswers(const QStringList& chosen, const std::function<void()>& start)
         : paths(chosen)
         , started(start)
@@ -53,7 +53,7 @@ private:
             }
         } else {
             dialog->findChild<QLineEdit*>("fileNameEdit")->setText('"' + paths.join("\" \"") + '"');
-            // The last of its children goes last, when all that the dialog does is over.
+            // The last of its children is destroyed last, when the dialog has done everything.
             connect(new QObject(dialog), &QObject::destroyed, this, started);
         }
         QTimer::singleShot(0, dialog->findChild<QDialogButtonBox*>()->buttons().first(),
@@ -65,8 +65,8 @@ private:
     const std::function<void()> started;
 };
 
-/// A window with results, and the acts that are tried on it. What they read and write lies in
-/// a folder of its own.
+/// A window with results, and the acts to try on it. They read and write files in a folder of
+/// their own.
 class ActWindow : public WindowTest
 {
 public:
@@ -86,7 +86,7 @@ public:
         return QDir(work("")).entryList(QDir::Files | QDir::Hidden | QDir::System);
     }
 
-    /// What messages say while it is done.
+    /// Performs an act and returns what messages say meanwhile.
     static QStringList answered(
         const std::function<void()>& perform, const QStringList& paths,
         const std::function<void()>& start = [] {})
@@ -99,15 +99,15 @@ public:
         return dialogs.messages;
     }
 
-    /// What is told of files that could not be read. Takes the clipboard.
+    /// The reports about files that could not be read. Overwrites the clipboard.
     QStringList unread()
     {
         entry("CopyFindings")->trigger();
         return QApplication::clipboard()->text().split('\n').filter("could not be read to ");
     }
 
-    /// Imports results that take a while to be saved and some memory; acts on them, of which
-    /// the first saves.
+    /// Imports results that take some time and memory to save. Returns acts on them; the first
+    /// one saves.
     QVector<Act> largeActs()
     {
         constexpr unsigned long largePiece = 1 << 16;
@@ -127,8 +127,8 @@ public:
 
     QVector<Act> acts()
     {
-        // Qt does not survive that smaller pieces are missing while it lays out letters, or
-        // while it embeds them in a PDF; the program demands room for that before.
+        // Qt crashes if smaller allocations fail while it lays out letters or embeds them in a
+        // PDF; the program makes sure of that memory before.
         constexpr unsigned long drawing = 1024;
         constexpr unsigned long embedding = 1 << 20;
         return QVector<Act>{
@@ -182,7 +182,7 @@ private:
         items.possibleDoses = "0,1,2";
         files.write("work/project", ProjectBytes(items).bytes);
         files.write("work/mapped", ProjectBytes(items).bytes);
-        QFile(work("mapped")).resize(qint64(1100) << 20); // more than is copied into memory
+        QFile(work("mapped")).resize(qint64(1100) << 20); // too large for a copy in memory
     }
 
     /// All that the window would save.
@@ -209,7 +209,7 @@ private:
         return act;
     }
 
-    /// As HTML, from which the time can be taken away.
+    /// Saves the report as HTML, where the time can be removed.
     Act reportAct(unsigned long leastPiece)
     {
         Act act = exportAct("save report", "SaveReport", "document.html", leastPiece);
@@ -300,8 +300,7 @@ private:
         return bytes;
     }
 
-    /// Whether a project holds whole tables and headings of another one, or none in their
-    /// place.
+    /// True if a project has whole tables and headings of another one, or none.
     static bool isPartOf(const QByteArray& project, const QByteArray& whole)
     {
         ProjectItems found;

@@ -11,7 +11,7 @@
 #include <limits>
 #include <random>
 
-/// Random choices that a seed repeats.
+/// Random choices; the same seed repeats them.
 class Dice
 {
 public:
@@ -33,9 +33,9 @@ private:
     std::mt19937 generator;
 };
 
-/// Answers whatever dialog or menu the program opens, at random, while the program waits.
-/// Also measures how long the program lets its user wait, as processor time, so that a busy
-/// computer does no harm.
+/// Answers any dialog or menu that the program opens, at random, while the program waits. Also
+/// measures how long the program lets its user wait, as processor time, so that a busy computer
+/// does not matter.
 class Answers : public QObject
 {
 public:
@@ -65,7 +65,7 @@ public:
         abortValue = -1;
     }
 
-    /// Seconds since the program last looked at its events; the longest so far is kept.
+    /// Seconds since the program last processed events. Keeps the longest so far.
     void measureWait()
     {
         timespec now{};
@@ -80,7 +80,7 @@ public:
     int aborts = 0;
 
 protected:
-    /// Sees progress dialogs while they are built, for a short run never shows them.
+    /// Sees progress dialogs while they are built, as a short run never shows them.
     bool eventFilter(QObject* watched, QEvent* event) override
     {
         auto* dialog = qobject_cast<QProgressDialog*>(watched);
@@ -126,12 +126,12 @@ private:
         if (looks == 0) {
             ++dialogs;
             answer(dialog, !fixedFile.isEmpty() || !dice.once(6));
-        } else if (looks == 50) { // what it was given does not satisfy it
+        } else if (looks == 50) { // the dialog does not accept its input
             answer(dialog, false);
         }
     }
 
-    /// The timer rests while this runs, so the key is pressed after it.
+    /// Presses the key after this function returns, as the timer rests while it runs.
     void answerMenu(QMenu* menu)
     {
         if (menu->property("answered").toBool()) {
@@ -190,7 +190,7 @@ private:
         return chosen;
     }
 
-    /// The files that are what the dialog asks for.
+    /// The files of the kind that the dialog asks for.
     QStringList likelyNames(const QString& title) const
     {
         const QString pattern = title.startsWith("Open")             ? "/(small|saved|uneven|cut)"

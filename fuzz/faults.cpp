@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Lets calls of the system fail one after another while the window saves, opens, imports and
-// exports, and ends with an error where a file or the analysis is lost, or where the user is
-// not told. tests/faults.sh builds and runs it.
+// Lets system calls fail one after another while the window saves, opens, imports and exports.
+// Ends with an error if a file or the analysis is lost, or if the window does not report the
+// fault. tests/faults.sh builds and runs it.
 
 #include "tests/support/faults.h"
 
@@ -27,13 +27,13 @@ constexpr rlim_t mostHeadroom = rlim_t(256) << 20;
 constexpr rlim_t headroomStep = rlim_t(2) << 20;
 constexpr int kills = 50;
 
-/// What can go wrong with one kind of call.
+/// The faults of one kind of call.
 struct Fault
 {
     const char* name;
     FaultCall call;
-    QVector<int> errors;         ///< tried once, and from a call on
-    QVector<int> harmlessErrors; ///< have to make no difference; 0 transfers a part
+    QVector<int> errors;         ///< tried for one call, and for all calls from one on
+    QVector<int> harmlessErrors; ///< must make no difference; 0 transfers a part
 };
 
 const QVector<Fault>& faults()
@@ -69,8 +69,8 @@ void limitMemory(rlim_t bytes)
 struct Trial
 {
     FaultPlan plan{};
-    bool isHarmless = false; ///< whether it has to make no difference
-    rlim_t headroom = 0;     ///< bytes of memory that are left, instead of the plan; 0 for it
+    bool isHarmless = false; ///< true if it must make no difference
+    rlim_t headroom = 0;     ///< bytes of memory left, instead of the plan; 0 for the plan
 
     QString text() const
     {
@@ -83,11 +83,11 @@ struct Trial
     }
 };
 
-/// What the process of a trial tells the one that started it.
+/// What the process of a trial reports to its parent.
 struct Report
 {
-    int calls;   ///< of the kind that was to fail; -1 unless the trial came to its end
-    bool isDone; ///< whether the act made what it makes without a fault, in silence
+    int calls;   ///< calls of the kind to fail; -1 unless the trial came to its end
+    bool isDone; ///< true if the act gave its result without fault and without message
 };
 
 class Faults : public ActWindow
@@ -99,8 +99,8 @@ public:
     {
     }
 
-    /// Tries the acts that the word tells: "exports", which include kills, "imports", which
-    /// include opens, or the name of one. Whether there are any and no trial failed.
+    /// Tries the acts of the word: "exports", which include kills, "imports", which include
+    /// opens, or the name of one. Returns true if there are any and no trial failed.
     bool run(const QString& word)
     {
         const auto tryNamed = [&](const QVector<Act>& list) {
@@ -129,7 +129,7 @@ public:
     }
 
 private:
-    /// Learns what the act does without faults, and makes ready for doing it again.
+    /// Learns what the act does without faults, and prepares for doing it again.
     void learn(const Act& next)
     {
         act = next;
@@ -150,7 +150,7 @@ private:
         }
     }
 
-    /// Makes the folder what it was before the act.
+    /// Restores the folder as it was before the act.
     void restore()
     {
         for (const QString& name : workNames()) {
@@ -169,7 +169,7 @@ private:
         isFaultless = false;
     }
 
-    /// Does it with all faults, and prints how many calls there were to fail.
+    /// Does the act with all faults, and prints how many calls there were.
     void tryAct(const Act& next)
     {
         learn(next);
@@ -195,7 +195,7 @@ private:
         std::printf(" %d |\n", trials);
     }
 
-    /// Goes on in a process of its own for every fault, and after all of them in this one.
+    /// Continues in a child process for every fault, and after all of them in this process.
     void tryFaults()
     {
         for (const Fault& fault : faults()) {
@@ -203,7 +203,7 @@ private:
             int count = 0;
             if (isMemory ? act.leastPiece > 0 : !act.files.isEmpty()) {
                 for (const int error : fault.errors + fault.harmlessErrors) {
-                    // Whoever is interrupted tries again, for ever if that lasts.
+                    // An interrupted call is repeated, for ever if every call is interrupted.
                     for (int lasting = 0; lasting < (isMemory || error == EINTR ? 1 : 2);
                          ++lasting) {
                         count = qMax(count, tryCalls(fault, error, lasting == 1));
@@ -219,7 +219,7 @@ private:
         }
     }
 
-    /// Lets one call after another fail, until there is none left; how many there were.
+    /// Lets one call after another fail until none is left. Returns how many there were.
     int tryCalls(const Fault& fault, int error, bool isLasting)
     {
         Trial next{{fault.call, error, 1, isLasting, folder.constData(), act.leastPiece},
@@ -235,8 +235,8 @@ private:
         return next.plan.number - 1;
     }
 
-    /// Lets a child process go on with the fault, where it returns at once; in the parent,
-    /// whether the child did the act as if there was none.
+    /// Lets a child process continue with the fault; in the child it returns at once. In the
+    /// parent it returns true if the child did the act as without a fault.
     bool tryOut(const Trial& next)
     {
         if (isTrial) {
@@ -264,7 +264,7 @@ private:
         return report->isDone;
     }
 
-    /// Judges the trial that this process was, and ends it.
+    /// Judges the trial of this process and ends it.
     [[noreturn]] void endTrial(const QByteArray& result, const QStringList& told)
     {
         report->isDone = result == whole && told == usual;
@@ -280,7 +280,7 @@ private:
         _exit(problem.isEmpty() ? 0 : 1);
     }
 
-    /// What is wrong after a trial; empty if nothing is.
+    /// What is wrong after a trial; empty if nothing.
     QString verdict(const QByteArray& result, const QStringList& told) const
     {
         const bool hasFailed =
@@ -292,15 +292,15 @@ private:
             return "damaged";
         }
         if (told != usual) {
-            return hasFailed ? "" : "told without need";
+            return hasFailed ? "" : "reported without need";
         }
-        // What is read in spite of a fault is no matter, and some memory is not needed.
+        // A result despite a fault in reading is no fault, and some memory is not needed.
         const bool mayGoWell =
             act.leastPiece == 0 || trial.headroom > 0 || trial.plan.call == FaultCall::Allocate;
-        return result != whole || (hasFailed && !mayGoWell) ? "not told" : "";
+        return result != whole || (hasFailed && !mayGoWell) ? "not reported" : "";
     }
 
-    /// Kills processes at random moments of it.
+    /// Kills processes at random moments of the act.
     void tryKills(const Act& save)
     {
         learn(save);
@@ -324,7 +324,7 @@ private:
                     kills, olderKept, leftovers);
     }
 
-    /// Lets a child process go on and kills it after so many microseconds; never if negative.
+    /// Lets a child process continue and kills it after this many microseconds; never if negative.
     void killAfter(int time)
     {
         if (isTrial) {
@@ -359,11 +359,11 @@ private:
     Act act;
     QByteArray before; ///< the result as it was before the act
     QByteArray whole;  ///< the result without a fault
-    QStringList usual; ///< what is told then
-    QStringList names; ///< of the files there are then
+    QStringList usual; ///< messages without a fault
+    QStringList names; ///< names of the files without a fault
     Trial trial;
-    bool isTrial = false; ///< whether this is a child process
-    Report* const report; ///< shared with it
+    bool isTrial = false; ///< true in a child process
+    Report* const report; ///< shared with the child process
     const QByteArray folder = files.path("work").toUtf8();
     QVector<int> counts;
     int trials = 0;
@@ -380,7 +380,7 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "The library of faults is not preloaded.\n");
         return 2;
     }
-    std::setvbuf(stdout, nullptr, _IOLBF, 0); // nothing is left in it when a process begins
+    std::setvbuf(stdout, nullptr, _IOLBF, 0); // the buffer is empty when a process begins
     const QTemporaryDir settings;
     qputenv("XDG_CONFIG_HOME", settings.path().toLocal8Bit());
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);

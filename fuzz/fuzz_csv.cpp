@@ -62,7 +62,7 @@ void checkRows(const Table& rows, const QVector<QStringList>& lines)
     }
 }
 
-/// What was read is written with six digits, and read back as that.
+/// Numbers are written with six digits, and read back as such.
 void checkWriting(const Table& table, const QString& path)
 {
     csvwrite(path, table);

@@ -14,7 +14,7 @@ namespace {
 /// Longer ones are compiled and evaluated, but not compared: shortening takes quadratic time.
 constexpr int longestCompared = 600;
 
-/// Takes the bytes behind the expression again and again.
+/// Takes the bytes after the expression, again and again.
 class Choices
 {
 public:

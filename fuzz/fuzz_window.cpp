@@ -15,7 +15,7 @@ namespace {
 
 QString chosenPath;
 
-/// Gives long work up, and closes message boxes.
+/// Aborts long work and closes message boxes.
 void answerDialog()
 {
     QWidget* const dialog = QApplication::activeModalWidget();
@@ -57,7 +57,7 @@ void open(MainWindow& window, const StudyFiles& files, const QByteArray& project
 
 } // namespace
 
-// Stand in for Qt's dialogs, so that no time goes into building and answering them.
+// These replace Qt's dialogs, so that building and answering them takes no time.
 
 QString QFileDialog::getOpenFileName(QWidget* /*parent*/, const QString& /*caption*/,
                                      const QString& /*dir*/, const QString& /*filter*/,

@@ -11,7 +11,7 @@
 #include <cstring>
 
 /// The value of a postfix sequence by shortening it: again and again the next operator
-/// takes the place of its operands. Slow, and the measure for every faster way; logs what
+/// replaces its operands. It is slow, and every faster way is compared with it. It logs what
 /// the tokens log.
 inline double literalValue(QVector<parser_token> tokens, const QVector<double>& values)
 {
@@ -36,7 +36,7 @@ inline double literalValue(QVector<parser_token> tokens, const QVector<double>& 
     return isValue ? tokens.constFirst().value : 0.0;
 }
 
-/// Tells 0 from -0, and is the same for all NaNs.
+/// The bits of a number, the same for all NaNs; 0 and -0 differ.
 inline quint64 bitsOf(double number)
 {
     quint64 bits = 0;
@@ -44,7 +44,7 @@ inline quint64 bitsOf(double number)
     return std::isnan(number) ? ~quint64(0) : bits;
 }
 
-/// Whether two numbers are the same in every bit; all NaNs are the same.
+/// True if two numbers agree in every bit; all NaNs agree.
 inline bool sameBits(double a, double b)
 {
     return bitsOf(a) == bitsOf(b);

@@ -8,12 +8,12 @@
 #include <cstdio>
 #include <cstdlib>
 
-/// A message handler: ends the program at the first warning of Qt, which tells of a fault
-/// of ours. What the program itself reports are debug messages; they are dropped.
+/// A message handler: ends the program at the first warning of Qt, which means a fault of
+/// Velmora. The program's own reports are debug messages; the handler drops them.
 inline void failOnWarning(QtMsgType type, const QMessageLogContext& /*context*/,
                           const QString& text)
 {
-    // The offscreen platform excuses itself for what it cannot do.
+    // The offscreen platform warns about what it cannot do.
     if (type == QtDebugMsg || type == QtInfoMsg || text.startsWith("This plugin does not")) {
         return;
     }

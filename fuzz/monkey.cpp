@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Acts on the window at random and ends with an error where it crashes, warns, does not
-// answer or eats memory. The seed repeats a run. tests/monkey.sh builds and runs it.
+// Acts on the window at random and ends with an error if it crashes, warns, does not answer or
+// takes ever more memory. The seed repeats a run. tests/monkey.sh builds and runs it.
 
 #include "app/window/mainwindow.h"
 #include "fuzz/answers.h"
@@ -11,7 +11,7 @@
 
 #include <unistd.h>
 
-/// Of the sanitizers, which count exactly; gcc has no header for it.
+/// A function of the sanitizers, which count exactly; gcc has no header for it.
 extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
 
 namespace {
@@ -122,7 +122,7 @@ private:
         }
     }
 
-    /// Named widgets that can be seen; those of no known kind at times.
+    /// Visible widgets with names; sometimes also those of no known kind.
     QList<QWidget*> reachable()
     {
         QList<QWidget*> found;
@@ -317,7 +317,7 @@ private:
         QApplication::sendEvent(target, &event);
     }
 
-    /// Lets events, menus and editors come to their end, and judges the action.
+    /// Finishes events, menus and editors, and judges the action.
     void settle()
     {
         for (int round = 0;
@@ -338,7 +338,7 @@ private:
         answers.longestWait = 0.0;
     }
 
-    /// Opens a small analysis, after which nothing may be left of the ones before it.
+    /// Opens a small analysis. Nothing of earlier ones may be left afterwards.
     void startAfresh()
     {
         log("starts afresh", &window);
@@ -429,7 +429,7 @@ int main(int argc, char** argv)
     options.process(application);
     qInstallMessageHandler(failOnWarning);
     const unsigned seed = options.value("seed").toUInt();
-    std::setvbuf(stdout, nullptr, _IOLBF, 0); // for the end that may come at any time
+    std::setvbuf(stdout, nullptr, _IOLBF, 0); // as the program may end at any time
     std::printf("seed %u\n", seed);
     Monkey(seed).run(options.value("actions").toInt());
     return 0;

@@ -31,7 +31,7 @@ public:
     }
 
 private:
-    /// Whether the pattern comes next, which is then passed.
+    /// True if the pattern comes next; then moves past it.
     bool match(const QString& pattern)
     {
         static QHash<QString, QRegularExpression> known;
@@ -97,7 +97,7 @@ private:
     bool ok = true;
 };
 
-/// Whether a text without findings is ordinary arithmetic, and one with findings gives 0 if
+/// True if a text without findings is ordinary arithmetic, and one with findings gives 0 if
 /// they say so.
 inline bool isTrue(const QString& text, const QVector<Diagnosis>& diagnoses)
 {

@@ -11,7 +11,7 @@
 #include <cmath>
 #include <sys/stat.h>
 
-/// A folder of files as a user may choose them: studies, and whatever is none.
+/// A folder of files that a user may choose: studies, and others.
 class StrangeFiles
 {
 public:
@@ -41,7 +41,7 @@ public:
 
     static QStringList folders() { return {".", "study", "headers", "gaps", "empty", "missing"}; }
 
-    /// What the project file "small" holds; every item is set.
+    /// The content of the project file "small"; every item is set.
     static ProjectItems smallItems()
     {
         ProjectItems items;

@@ -5,15 +5,15 @@
 
 #include <QtGlobal>
 
-// What a fuzzing target defines; the fuzzer's own main function calls them.
+// A fuzzing target defines these functions; the fuzzer's main function calls them.
 
 /// Called once, before the first input.
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv);
 
-/// Called for every input. Ends the program where the input shows a fault.
+/// Called for every input. Ends the program if the input shows a fault.
 extern "C" int LLVMFuzzerTestOneInput(const uchar* data, size_t size);
 
-/// Ends the program, by which the fuzzer keeps the input.
+/// Ends the program, so that the fuzzer keeps the input.
 inline void require(bool condition, const char* promise)
 {
     if (!condition) {

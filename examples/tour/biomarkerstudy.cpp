@@ -99,7 +99,7 @@ void defineTarget(Tour& tour)
     user::chooseItem(tour.widget<QComboBox>("_3_cb_indOFVone"), IndividualOfv);
 }
 
-/// How the models come together, on the page whose choices page "4" judges by, too.
+/// Chooses how to combine the models, on page "3"; page "4" uses these choices, too.
 void chooseMethod(Tour& tour, const Method& method)
 {
     tour.showPage(ProbabilityPage);
@@ -160,7 +160,7 @@ void addBetweenSubjectVariability(Tour& tour)
                  "the weight does not tell that an ETA counts in K");
 }
 
-/// Doses by the method chosen last are what they were without the ETA.
+/// Without the ETA, the doses by the method chosen last are the same as before.
 void takeBetweenSubjectVariabilityBack(Tour& tour, const QString& dosesBefore)
 {
     tour.showPage(EndpointPage);
@@ -171,7 +171,7 @@ void takeBetweenSubjectVariabilityBack(Tour& tour, const QString& dosesBefore)
                  "without the ETA the doses are not those of before");
 }
 
-/// How firm the doses are that averaging chooses, and all that leaves the window of it.
+/// Shows how certain the doses by averaging are, and saves all exports of it.
 void judgeCertainty(Tour& tour)
 {
     chooseMethod(tour, methods.first());

@@ -11,8 +11,8 @@
 
 namespace {
 
-/// Prints warnings, without the platform's remarks on what it lacks, and ends the program
-/// with status 1 when a step has gone wrong.
+/// Prints warnings, except the platform's remarks on what it lacks, and ends the program with
+/// status 1 if a step has failed.
 void report(QtMsgType type, const QMessageLogContext&, const QString& text)
 {
     if (type == QtFatalMsg) {

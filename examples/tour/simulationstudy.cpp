@@ -109,7 +109,7 @@ void chooseDoses(Tour& tour)
     tour.savePicture("4-dose-choice");
 }
 
-/// The theoretical MEDs as shown, one a data set.
+/// The theoretical MEDs as shown, one per data set.
 QStringList showComparison(Tour& tour, const QString& name)
 {
     const auto* table = tour.widget<QTableWidget>("_5_tw_trueModelTMED");
@@ -132,7 +132,7 @@ QStringList showComparison(Tour& tour, const QString& name)
     return meds;
 }
 
-/// Before any results of simulation models are there, the window asks for the true MEDs.
+/// Without results of simulation models, the window asks for the true MEDs.
 QStringList compareByFile(Tour& tour, const QString& dataFolder)
 {
     tour.showPage(TruthPage);
@@ -202,7 +202,7 @@ void printSummary(const Tour& tour)
     }
 }
 
-/// Opens the project in a window of its own, which has to show what the first one shows.
+/// Opens the project in a second window, which must show what the first one shows.
 void reopenProject(const Tour& tour, const QString& path)
 {
     Tour reopened(tour.outputFolder());

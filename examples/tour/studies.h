@@ -6,14 +6,13 @@
 class QString;
 class Tour;
 
-/// One trial, five candidate models: from the import to the dose choice, by model averaging
-/// and by model selection, and how firm it is; then saved as a project. Prints the
-/// chosen doses.
+/// One trial, five candidate models: from the import to the doses, by model averaging and by
+/// model selection, and how certain they are. Then saves the project. Prints the doses.
 void playBiomarkerStudy(Tour& tour, const QString& dataFolder, const QString& projectPath);
 
-/// Twenty simulated trials, three candidate models: doses for all of them, compared with the
-/// theoretical MEDs by a file and by the true models; then saved as a project and opened
-/// again in a second window. Prints whether the theoretical MEDs agree, and the summary.
+/// Twenty simulated trials, three candidate models: doses for all of them, compared with
+/// theoretical MEDs from a file and from the true models. Then saves the project and opens it
+/// in a second window. Prints whether the theoretical MEDs agree, and the summary.
 void playSimulationStudy(Tour& tour, const QString& dataFolder, const QString& projectPath);
 
 #endif

@@ -22,14 +22,14 @@ enum Page {
 enum Choice { ModelAverage, ModelSelection };
 enum ObjectiveFunctionValue { OneOfvPerModel, IndividualOfv };
 
-/// The window on which a study is played as a user would, and the folder that keeps what
-/// the window shows. A step that goes wrong ends the program with a message.
+/// Plays a study on the window as a user would, and saves what the window shows in a folder.
+/// A step that fails ends the program with a message.
 class Tour
 {
 public:
     explicit Tour(const QString& outputFolder);
 
-    /// Whether someone can watch; without a display nobody can.
+    /// True if someone can watch; without a display nobody can.
     bool isWatched() const { return m_watched; }
 
     MainWindow& window() { return m_window; }
@@ -45,34 +45,34 @@ public:
     /// Opens a page of the tool box.
     void showPage(Page page);
 
-    /// Leaves a spectator the time to see the last step.
+    /// Gives a spectator time to see the last step.
     void pause() const;
 
-    /// Ends the program if a step did not have its effect.
+    /// Ends the program if a step did not have its expected effect.
     void require(bool condition, const QString& problem) const;
 
-    /// The window as it looks now, as <name>.png; a pause comes first.
+    /// Pauses, then saves a picture of the window as <name>.png.
     void savePicture(const QString& name);
 
-    /// A table as shown, with its headings, as <name>.csv; headings hold no comma.
+    /// Saves a table as shown, with its headings, as <name>.csv. Headings must have no comma.
     void saveTable(const QString& name, const char* table) const;
 
-    /// The content of that file: a line of column headings, then the rows with theirs.
+    /// The content of that file: a line of column headings, then the rows with their headings.
     QString tableText(const char* table) const;
 
-    /// A chart's curves, all over the same abscissas, with full precision as <name>.csv.
+    /// Saves a chart's curves, all over the same abscissas, with full precision as <name>.csv.
     void saveCurves(const QString& name, const char* plot, const QString& heading) const;
 
-    /// The endpoint values behind a curve or behind the doses as <name>.csv.
+    /// Saves the endpoint values behind a curve or behind the doses as <name>.csv.
     void saveEndpoints(const QString& name, const char* source);
 
-    /// The report of the analysis as <name> with each ending that it can have.
+    /// Saves the report of the analysis as <name> with each possible ending.
     void saveReports(const QString& name);
 
-    /// What an entry in the menu of a table or chart copies, as <name>.txt.
+    /// Saves what an entry in the menu of a table or chart copies, as <name>.txt.
     void saveCopied(const QString& name, const char* source, const QString& entry) const;
 
-    /// The analysis as a project file.
+    /// Saves the analysis as a project file.
     void saveProject(const QString& path);
 
 private:

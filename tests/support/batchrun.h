@@ -6,7 +6,7 @@
 #include <QProcess>
 #include <QRegularExpression>
 
-/// How a command for a shell ended, and what it said, without the folders of files.
+/// A finished shell command: its exit code and its texts, without the folders of files.
 struct BatchRun
 {
     BatchRun(const QString& folder, const QString& command)
@@ -23,7 +23,8 @@ struct BatchRun
         error.remove(folder + '/').remove(VELMORA_EXAMPLES "/simulation/");
     }
 
-    /// Whether it failed with this code and a line with "*" for anything; tells by a warning.
+    /// True if it failed with this code and this line, in which "*" stands for anything. Warns if
+    /// not.
     bool failed(int expectedCode, const QString& line) const
     {
         QString pattern = QRegularExpression::escape("velmora-batch: " + line + '\n');
@@ -35,7 +36,7 @@ struct BatchRun
         return isSo;
     }
 
-    int code = -1; ///< stays so if it crashed
+    int code = -1; ///< stays -1 after a crash
     QByteArray out;
     QString error;
 };

@@ -10,8 +10,8 @@
 #include <algorithm>
 #include <cmath>
 
-/// Whether two numbers agree within a relative tolerance (absolute below 1); says by a
-/// warning when not. NaN agrees with NaN, an infinity with itself.
+/// True if two numbers agree within a relative tolerance (absolute below 1). Warns if not. NaN
+/// agrees with NaN, an infinity with itself.
 inline bool almostEqual(double actual, double expected, double tolerance = 1e-9)
 {
     const bool agree =
@@ -31,8 +31,8 @@ bool almostEqual(const QVector<T>& actual, const QVector<T>& expected, double to
     return std::equal(actual.begin(), actual.end(), expected.begin(), expected.end(), agree);
 }
 
-/// Texts in a line, "first/second"; the pattern itself where it fits, in which "*" stands for
-/// anything within one text.
+/// Texts in a line, "first/second"; the pattern itself if it fits. In it "*" stands for anything
+/// within one text.
 inline QString told(const QStringList& texts, const QString& pattern)
 {
     const QString line = texts.join('/');

@@ -6,10 +6,10 @@
 #include <QTest>
 #include <QtWidgets>
 
-/// Answers modal dialogs in the order in which they are expected, while the program waits
-/// for them. A dialog that was not expected is rejected and is a problem, as is an expected
-/// one that never comes; a problem fails the test at the end of the driver's life (and ends
-/// another program). Progress dialogs run without being expected.
+/// Answers modal dialogs in the expected order, while the program waits for them. It rejects
+/// a dialog that was not expected. Such a dialog is a problem, and so is an expected one that
+/// never comes. A problem fails the test when the driver is destroyed (and ends a program that
+/// is no test). Progress dialogs need not be expected.
 class DialogDriver : public QObject
 {
 public:
@@ -36,15 +36,15 @@ public:
         }
     }
 
-    /// A file dialog is to come and takes these files, or this one directory; none cancels it.
+    /// Expects a file dialog, which takes these files or this one folder; none cancels it.
     void answerFiles(const QStringList& paths) { answers.enqueue({QString(), paths}); }
-    /// A message box with this text is to come; OK or Yes is pressed.
+    /// Expects a message box with this text and presses OK or Yes.
     void acknowledge(const QString& text) { answers.enqueue({text, {}}); }
-    /// The next progress dialog that reaches the value is cancelled there, shown or not.
+    /// Cancels the next progress dialog that reaches the value, shown or not.
     void abortProgressAt(int value) { abortValue = value; }
 
 protected:
-    /// Sees progress dialogs while they are built, for a short run never shows them.
+    /// Sees progress dialogs while they are built, as a short run never shows them.
     bool eventFilter(QObject* watched, QEvent* event) override
     {
         auto* dialog = qobject_cast<QProgressDialog*>(watched);
@@ -61,10 +61,10 @@ protected:
     }
 
 private:
-    using Answer = QPair<QString, QStringList>; ///< message, null for a file dialog, and its paths
+    using Answer = QPair<QString, QStringList>; ///< message (null for a file dialog) and paths
 
-    /// The button is pressed after this function: the timer rests while it runs, and the next
-    /// dialog may come from within the click.
+    /// Presses the button after this function returns: the timer rests while it runs, and the
+    /// click may open the next dialog.
     void answerDialog()
     {
         QWidget* const dialog = QApplication::activeModalWidget();

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The library of faults.h. A call that is not to fail goes to the system itself.
+// The library of faults.h. Calls that are not to fail go to the system.
 
 #include "tests/support/faults.h"
 
@@ -43,7 +43,7 @@ bool isWatched(FaultCall call)
     return isArmed && call == plan.call && pthread_equal(pthread_self(), armingThread) != 0;
 }
 
-/// Counts a call, and tells whether it is to fail; sets the error then.
+/// Counts a call. Returns true and sets the error if the call is to fail.
 bool isFault()
 {
     ++calls;
@@ -52,14 +52,14 @@ bool isFault()
     return fails;
 }
 
-/// The same for a call on a path or a file.
+/// The same for a call on a path or an open file.
 template <typename Place>
 bool isFault(FaultCall call, Place place)
 {
     return isWatched(call) && isBelowFolder(place) && isFault();
 }
 
-/// Makes the call on a path or a file unless it is to fail.
+/// Makes the call on a path or an open file unless it is to fail.
 template <typename Place, typename... Arguments>
 int called(FaultCall call, Place place, long number, Arguments... arguments)
 {
@@ -76,7 +76,7 @@ ssize_t transfer(FaultCall call, long number, int file, Data* data, std::size_t 
     return syscall(number, file, data, fails ? (size + 1) / 2 : size);
 }
 
-/// Whether memory of this size is to be missing.
+/// True if an allocation of this size is to fail.
 bool isMissing(std::size_t size)
 {
     return isWatched(FaultCall::Allocate) && size >= plan.leastSize && isFault();
@@ -107,7 +107,7 @@ int open64(const char* path, int flags, ...)
 {
     std::va_list rest;
     va_start(rest, flags);
-    const mode_t mode = va_arg(rest, mode_t); // anything where it is missing
+    const mode_t mode = va_arg(rest, mode_t); // any value if it is missing
     va_end(rest);
     return called(FaultCall::Open, path, SYS_openat, AT_FDCWD, path, flags, mode);
 }
@@ -152,7 +152,7 @@ int ftruncate64(int file, off64_t size) noexcept
     return called(FaultCall::Truncate, file, SYS_ftruncate, file, size);
 }
 
-/// Closes the file even where it fails, as the system does.
+/// Closes the file even if the call fails, as the system does.
 int close(int file)
 {
     const bool isWritten =

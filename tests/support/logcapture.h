@@ -5,15 +5,15 @@
 
 #include <QStringList>
 
-/// Keeps Qt's messages for as long as it lives. One at a time, and for messages of the
-/// calling thread; fatal messages still end the program.
+/// Keeps Qt's messages of the calling thread while it exists. There may be only one at a time.
+/// Fatal messages still end the program.
 class LogCapture
 {
 public:
     LogCapture() { kept.clear(); }
     ~LogCapture() { qInstallMessageHandler(previous); }
 
-    /// Each as "signature of the function that spoke: text".
+    /// Each as "signature of the reporting function: text".
     QStringList messages() const { return kept; }
 
 private:

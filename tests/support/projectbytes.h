@@ -25,15 +25,15 @@ struct ProjectBytes
     }
 
     QByteArray bytes;
-    QVector<int> ends = {0}; ///< offset behind each item, [item], 0 for item 0
+    QVector<int> ends = {0}; ///< offset after each item, [item]; 0 for item 0
 };
 
-/// Reads a project file of these bytes. The number of items found; -1 unless they are those
-/// of the file and the others default.
+/// Reads a project file of these bytes. Returns the number of items found; -1 unless they equal
+/// those of the file and the others are default.
 inline int readItemCount(QByteArray file, ProjectItems& items)
 {
     static const QByteArray none = ProjectBytes({}).bytes;
-    const std::vector<uchar> exact(file.begin(), file.end()); // no spare byte behind
+    const std::vector<uchar> exact(file.begin(), file.end()); // without a spare byte at the end
     const DecodedProject decoded = readProject(exact.data(), file.size());
     items = decoded.items;
     const int complete = decoded.completeItems;

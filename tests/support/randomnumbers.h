@@ -7,7 +7,7 @@
 
 #include <QtGlobal>
 
-// The sequence that the program draws from, for the calling thread.
+// The random sequence of the program, for the calling thread.
 QT_WARNING_PUSH
 QT_WARNING_DISABLE_DEPRECATED
 
@@ -16,7 +16,7 @@ inline void seedRandomNumbers(unsigned seed)
     qsrand(seed);
 }
 
-/// In [0, 1], as the program draws it.
+/// A number in [0, 1], as the program draws it.
 inline double nextUniform()
 {
     return qrand() / 2147483647.0;

@@ -5,8 +5,8 @@
 
 #include <QtTest>
 
-/// Makes the columns of a data-driven test by their names, and then its rows, each by a call
-/// with its name and what stands in the columns.
+/// Makes the columns of a data-driven test from their names. Each call then adds a row, with its
+/// name and the values of its columns.
 template <typename... Columns>
 class Rows
 {

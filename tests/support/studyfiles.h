@@ -7,24 +7,24 @@
 #include <QTemporaryDir>
 #include <QVector>
 
-/// What is in a file, a phrase if it cannot be read.
+/// The content of a file; "unreadable" if it cannot be read.
 inline QByteArray contentOf(const QString& path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : "unreadable";
 }
 
-/// A folder of small study files that is gone with the object.
+/// A folder of small study files, removed with the object.
 class StudyFiles
 {
 public:
-    /// The path of a file in the folder; of the folder itself without a name.
+    /// The path of a file in the folder; without a name, of the folder itself.
     QString path(const QString& name = {}) const
     {
         return name.isEmpty() ? folder.path() : folder.filePath(name);
     }
 
-    /// Writes a file as it stands; gives its path.
+    /// Writes a file with this content and returns its path.
     QString write(const QString& name, const QByteArray& content) const
     {
         QFile file(path(name));
@@ -36,7 +36,7 @@ public:
 
     /// Writes bootstrap results: quoted column names, 19 columns about the run, then each
     /// row's numbers as ofv (column 20), THETA1, THETA2 and so on, as many as in the first
-    /// row. Gives the file's path.
+    /// row. Returns the file's path.
     QString writeRawResults(const QString& name, const QVector<QVector<double>>& rows) const
     {
         QByteArray text = "\"model\"";

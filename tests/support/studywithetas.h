@@ -6,7 +6,7 @@
 #include "tests/support/randomnumbers.h"
 #include "tests/support/windowtest.h"
 
-/// A study whose results change with every input, and those results as a user sees them.
+/// A study whose results depend on every input, and these results as a user sees them.
 class StudyWithEtas : public WindowTest
 {
 protected:
@@ -67,7 +67,7 @@ protected:
         return texts;
     }
 
-    /// What the pages show; the typical curve as drawn anew for model 0.
+    /// What the pages show, with the typical curve drawn again for model 0.
     Results results() const
     {
         user::clickCell(reach<QTableWidget>(endpoints), 1, 0);
@@ -83,7 +83,7 @@ protected:
                 {"truth", rows("_5_tw_Summary") + numbers("_5_cp_truthVisualization")},
                 {"summary", summary.section("\nColumns:", 1).split('\n')}};
     }
-    /// The names of those that differ, without the summary, which tells of the inputs, too.
+    /// The names of results that differ, except the summary, which has the inputs, too.
     static QString differing(const Results& first, const Results& second)
     {
         QStringList names;

@@ -18,7 +18,7 @@ inline void require(bool condition, const QWidget* widget, const char* problem)
     }
 }
 
-/// The widget of that kind and object name below the window; ends the program without one.
+/// The widget of that kind and object name in the window. Ends the program if there is none.
 template <typename T>
 T* widget(const QWidget& window, const char* name)
 {
@@ -27,15 +27,15 @@ T* widget(const QWidget& window, const char* name)
     return found;
 }
 
-/// Nothing else gives the keyboard back after a dialog when there is no window manager.
+/// Gives the keyboard back after a dialog; without a window manager nothing else does.
 inline void reach(const QWidget* widget)
 {
     require(widget->isVisible() && widget->isEnabled(), widget, "is hidden or disabled");
     QApplication::setActiveWindow(widget->window());
 }
 
-/// Types over the selected text and presses Return; checks that run while one types see no
-/// empty text between.
+/// Types over the selected text and presses Return. Checks that run during typing never see an
+/// empty text.
 inline void replaceText(QWidget* editor, const QString& text)
 {
     QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
@@ -58,12 +58,12 @@ inline void show(QWidget& window)
 inline void click(QAbstractButton* button)
 {
     reach(button);
-    // A check box reacts at its mark and text only, not in the empty room to the right.
+    // A check box reacts only at its mark and text, not in the empty room to the right.
     const int x = qobject_cast<QCheckBox*>(button) ? 8 : button->width() / 2;
     QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(x, button->height() / 2));
 }
 
-/// Turns the window's tool box to a page (0 is its first) by the page's button.
+/// Turns the window's tool box to a page (0 is the first) with the page's button.
 inline void showPage(const QWidget& window, int page)
 {
     const auto* toolBox = widget<QToolBox>(window, "__mainToolBox");
@@ -89,7 +89,7 @@ inline void typeText(QWidget* editor, const QString& text)
     replaceText(editor, text);
 }
 
-/// Clicks a cell, scrolling to it where needed; gives the place in the viewport.
+/// Clicks a cell, after scrolling to it if necessary. Returns the place in the viewport.
 inline QPoint clickCell(QTableWidget* table, int row, int column)
 {
     reach(table);
@@ -126,7 +126,7 @@ inline void chooseItem(QComboBox* box, int index)
     require(box->currentIndex() == index, box, "does not take the item");
 }
 
-/// Lets the mouse rest at a place of a widget, where a tooltip may come.
+/// Hovers over a place of a widget, where a tooltip may appear.
 inline void rest(QWidget* widget, const QPoint& place)
 {
     QHelpEvent help(QEvent::ToolTip, place, widget->mapToGlobal(place));
@@ -150,7 +150,7 @@ inline void chooseEntry(QWidget* widget, const QString& text)
     for (QAction* action : menu->actions()) {
         if (action->text() == text && action->isEnabled()) {
             QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
-            QCoreApplication::processEvents(); // the menu goes
+            QCoreApplication::processEvents(); // closes the menu
             reach(widget);
             return;
         }

@@ -26,11 +26,11 @@ const char toTruth[] = "_4_pb_compTruth";
 /// The text of the message box when there are no results.
 const char notFound[] =
     "raw results file cannot be found in this folder, check the namr format definition.";
-/// That when simulation models have other columns.
+/// The text when simulation models have other columns.
 const char otherHeaders[] = "Some of the headers for the raw_results files for the simulation "
                             "models do not match with the estimation models.  Please double check.";
 
-/// Base of the tests that act on a main window as a user does.
+/// Base of tests that act on a main window as a user does.
 class WindowTest : public QObject
 {
 protected:
@@ -78,7 +78,7 @@ protected:
     void choose(const char* box, int index) { user::chooseItem(reach<QComboBox>(box), index); }
     void press(const char* button) { user::click(reach<QAbstractButton>(button)); }
 
-    /// Empties a field by a key and types, without Return.
+    /// Empties a field with a key and types, without Return.
     void retype(const char* field, const QString& keys)
     {
         auto* editor = reach<QWidget>(field);
@@ -89,7 +89,7 @@ protected:
     }
 
     /// Changes an input: types a text, chooses an item by its number, presses a box, or edits
-    /// column 0 of a table, in the row behind a blank.
+    /// column 0 of a table, in the row that follows a blank.
     void set(const QString& input, const QString& value)
     {
         const QByteArray name = input.section(' ', 0, 0).toLatin1();
@@ -105,15 +105,15 @@ protected:
         }
     }
 
-    /// What an entry of a widget's menu copies.
+    /// The text that an entry of a widget's menu copies.
     QString copied(const char* widget, const QString& entry)
     {
         user::chooseEntry(reach<QWidget>(widget), entry);
         return QApplication::clipboard()->text();
     }
 
-    /// Presses a button; the file dialog that follows takes the paths, the message box after
-    /// it, if any, is to have the text, and a progress dialog is aborted at the value, if any.
+    /// Presses a button. The file dialog that follows takes the paths; a message box after it
+    /// must have the text, if given; a progress dialog is aborted at the value, if given.
     void pressAndAnswer(const char* button, const QStringList& paths, const QString& message = {},
                         int abortValue = -1)
     {
@@ -126,7 +126,8 @@ protected:
         press(button);
     }
 
-    /// Ctrl and the key; the file dialog takes the path, the boxes after it have the texts.
+    /// Presses Ctrl and the key. The file dialog takes the path; the boxes after it must have the
+    /// texts.
     void pressShortcut(Qt::Key key, const QString& path, const QStringList& messages = {})
     {
         user::show(*window);
@@ -138,10 +139,10 @@ protected:
         QTest::keyClick(window.get(), key, Qt::ControlModifier);
     }
 
-    /// Saves the project; gives what is in its file.
+    /// Saves the project and returns the content of its file.
     QByteArray save()
     {
-        QFile::remove(files.path("project")); // no question whether to replace it
+        QFile::remove(files.path("project")); // avoids the question whether to replace it
         pressShortcut(Qt::Key_S, files.path("project"));
         return contentOf(files.path("project"));
     }
@@ -164,7 +165,7 @@ protected:
         pressAndAnswer("__pb_import", {folder.path()});
     }
 
-    /// Defines two models' endpoints, then the doses, and visits the weights on the way.
+    /// Defines the endpoints of two models, then the doses, and visits the weights on the way.
     void define(const char* endpoint0, const char* endpoint1, const char* doses, const char* lower)
     {
         edit(endpoints, 0, 0, endpoint0);
@@ -182,7 +183,7 @@ protected:
             {{{{2, 1 / 3.0}, {2, 2}}, {{9, 1}, {9, 2}}}, {{{4, 1}, {0, 1}}, {{1, 0}, {1, 1}}}});
     }
 
-    /// A curve and doses of these models, by averaging or by selection.
+    /// Calculates a curve and doses of these models, by averaging or by selection.
     void calculateDoses(int method)
     {
         importPairs();
@@ -197,7 +198,7 @@ protected:
         pressAndAnswer(toTruth, {files.write("true_meds.csv", meds)});
     }
 
-    /// The texts of a table row by row, those of the cells separated by blanks.
+    /// The texts of a table, row by row, with blanks between cells.
     QStringList rows(const char* table) const
     {
         QStringList texts;
