@@ -101,7 +101,7 @@ QString differences(const QString& lead, const ReportedResult& result, const QVe
         }
     }
     return texts.isEmpty() ? QString()
-                           : lead + " the MED is " + enumerated(texts, mostLevelsTold) + '.';
+                           : lead + ", the MED is " + enumerated(texts, mostLevelsTold) + '.';
 }
 
 QStringList otherDoses(const ReportedResult& result, const QVector<OtherMethod>& methods)

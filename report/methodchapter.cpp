@@ -69,8 +69,8 @@ void addSentences(ReportDocument& document, const Study& study)
             "The Monte Carlo error of a probability is 100 sd(z) / sqrt(N), where z is the weight "
             "that each of the N samples puts inside the interval. It shows what more bootstrap "
             "samples would change, not what another trial would (Koehler, Brown & Haneuse 2009; "
-            "Morris, White & Crowther 2019). To see how certain a MED is, Velmora resamples the "
-            "samples with replacement %1 times, in the same way for all models and doses, and "
+            "Morris, White & Crowther 2019). To see how certain a MED is, Velmora draws the "
+            "samples anew with replacement %1 times, in the same way for all models and doses, and "
             "finds the MED of each resample (Efron & Tibshirani 1993). The generator of these "
             "draws (Matsumoto & Nishimura 1998) starts at %2 each time and does not touch the "
             "random sequence of the results.")

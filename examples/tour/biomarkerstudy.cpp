@@ -157,7 +157,7 @@ void addBetweenSubjectVariability(Tour& tour)
     tour.savePicture("1-endpoint-with-eta");
     const auto* weights = tour.widget<QTableWidget>("_2_tw_weightDefinition");
     tour.require(weights->item(emax, 0)->toolTip().contains("now K is 3"),
-                 "the weight does not tell that an ETA counts in K");
+                 "the weight does not show that an ETA counts in K");
 }
 
 /// Without the ETA, the doses by the method chosen last are the same as before.

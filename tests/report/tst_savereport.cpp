@@ -81,7 +81,7 @@ private slots:
              "\nOut of date: The curve was calculated for ", "; since changed: interval.\n"},
             true);
         row(
-            "given up",
+            "aborted",
             [this] {
                 calculateDoses(0);
                 abort(toCurve);
