@@ -89,7 +89,7 @@ public:
         });
         if (found.size() > findingsAtMost) {
             found.resize(findingsAtMost);
-            found.last().message = "there is more from here on: repair what comes before";
+            found.last().message = "there is more from here on: fix what comes before";
         }
         return found;
     }
@@ -126,7 +126,7 @@ private:
     {
         const QChar c = text.at(at);
         if (wantsOperand && c == '*' && at > 0 && text.at(at - 1) == '*') {
-            add(at - 1, 2, "\"**\" is no operator" + outcome() + ": write ^ for a power");
+            add(at - 1, 2, "\"**\" is not an operator" + outcome() + ": write ^ for a power");
         } else if (wantsOperand && (c == '-' || c == '+')) {
             add(at, 1,
                 "the sign " + quoted(c) + " has no left operand" + outcome()
@@ -200,7 +200,7 @@ private:
         const int numberEnd = digitsEnd(text, at + 1);
         const bool holdsNumber =
             numberEnd > at + 1 && numberEnd < text.size() && text.at(numberEnd) == ')';
-        const QString begin = quoted(word + '(') + " is no function" + outcome();
+        const QString begin = quoted(word + '(') + " is not a function" + outcome();
         if (known != functions.end() && functionAtEnd(*known) != *known) {
             add(start, word.size() + 1,
                 "the arc function " + quoted(call) + " cannot be used" + outcome()
@@ -226,7 +226,7 @@ private:
             // White space around a number changes nothing.
             if (!isPlain) {
                 add(start, word.size(),
-                    quoted(word) + " is taken for the number " + QString::number(word.toDouble())
+                    quoted(word) + " is read as the number " + QString::number(word.toDouble())
                         + ": write plain digits, or another name");
             }
         } else if (std::any_of(word.begin(), word.end(), isSpace)) {
@@ -234,8 +234,8 @@ private:
         } else if (isPlain) {
             add(start, word.size(),
                 quoted(word)
-                    + " is too large or small a number and is read as a name:"
-                      " write another number");
+                    + " is too large or too small for a number and is read as a name: write "
+                      "another number");
         } else if (!std::all_of(word.begin(), word.end(), isPartOfName)) {
             addStrangeCharacter(start, word);
         } else if (endsAtExponent(word) && at < text.size() && digitsEnd(text, at + 1) > at + 1) {
@@ -261,7 +261,7 @@ private:
                     + quoted(word.left(mantissa) + '*' + word.mid(mantissa)) + " for a product");
         } else if (!isLetter(word.at(0))) {
             add(start, word.size(),
-                quoted(word) + " is no number and is read as a name: write a number");
+                quoted(word) + " is not a number and is read as a name: write a number");
         } else if (nameFault) {
             if (!nameFaults.contains(word)) {
                 nameFaults.insert(word, nameFault(word));
@@ -334,7 +334,7 @@ private:
                     + " makes it count as 0: write an operator instead");
         } else {
             add(position, length,
-                "a blank beside " + quoted(bare) + " makes it count as 0: remove it");
+                "a blank next to " + quoted(bare) + " makes it count as 0: remove it");
         }
     }
 
@@ -348,7 +348,7 @@ private:
         QString message;
         if (*strange == '$') {
             message =
-                "\"$\" is taken for ^, and names beside it count as 0: write the operator meant";
+                "\"$\" is read as ^, and names next to it count as 0: write the operator meant";
         } else {
             message = quoted(word.mid(offset, length)) + " is read as part of the name "
                       + quoted(word) + ": "

@@ -54,7 +54,7 @@ QString unboundFault(const QString& name, const QString& useful, IsGood isGood)
                + QString::number(highestEtaNumber);
     }
     const bool isMisspelt = !meant.isEmpty() && meant != name && isGood(meant);
-    return "nothing gives \"" + name + "\" a value (NaN): write " + (isMisspelt ? meant : useful);
+    return "\"" + name + "\" has no value (NaN): write " + (isMisspelt ? meant : useful);
 }
 
 QString neverGiven(const QString& name, int slot)
@@ -81,7 +81,7 @@ QString columnFault(const QString& name, int column, int count)
 
 QString irregularFault(const QString& name, const QString& taken)
 {
-    return "\"" + name + "\" is taken for " + taken + ": write " + taken;
+    return "\"" + name + "\" is read as " + taken + ": write " + taken;
 }
 
 QString endpointFault(const QString& name, const QString& doseName, const RowColumns& columns)
@@ -89,7 +89,7 @@ QString endpointFault(const QString& name, const QString& doseName, const RowCol
     const int slot = slotOf(name);
     if (slot == DoseSlot) {
         return name == doseName ? QString()
-                                : "\"" + name + "\" has no value (NaN) beside \"" + doseName
+                                : "\"" + name + "\" has no value (NaN) next to \"" + doseName
                                       + "\", which is the dose: write " + doseName;
     }
     if (slot == TimeSlot || slot == ConcentrationSlot) {
@@ -126,7 +126,7 @@ QString weightFault(const QString& name, const RowColumns& columns)
         return neverGiven(name, slot);
     }
     if (slot == DoseSlot) {
-        return "\"" + name + "\" has no value (NaN) in a weight: the dose is for endpoints alone";
+        return "\"" + name + "\" has no value (NaN) in a weight: only endpoints have a dose";
     }
     const Binding binding = bindWeight({name}, columns.colNumOFV);
     if (!binding.columns.isEmpty()) {
@@ -138,7 +138,7 @@ QString weightFault(const QString& name, const RowColumns& columns)
     }
     const Binding inEndpoint = bindEndpoint({name}, columns.colNumTHETA1);
     if (!inEndpoint.etaRows.isEmpty()) {
-        return "\"" + name + "\" has no value (NaN) in a weight: ETAs are for endpoints alone";
+        return "\"" + name + "\" has no value (NaN) in a weight: only endpoints have ETAs";
     }
     if (!inEndpoint.columns.isEmpty() && inEndpoint.columns.first().column >= 0) {
         return "\"" + name + "\" has no value (NaN) in a weight: write "

@@ -39,20 +39,20 @@ private slots:
         row("closed in between", "2+3)*4", "3+1 computed first");
         row("number before parenthesis", "2(3)", "1+0 result is 0");
         row("parenthesis before number", "(2)3*", "3+0 missing: write; 4+1 operand: write");
-        row("blanks beside names", "a * b", "1+1 beside \"a\"; 3+1 beside \"b\"");
+        row("blanks next to names", "a * b", "1+1 next to \"a\"; 3+1 next to \"b\"");
         row("blanks within numbers", "(2  3)", "2+2 inside");
         row("tab", "2+x\t", "3+1 white");
         row("blank behind function", "Sqrt (x)", "0+6 write Sqrt(");
         row("misspelt functions", "1+EXP(1)+ln(2)", "2+4 write exp(; 9+3 write log(");
         row("arc function", "2+atan(1)", "2+5 arc");
         row("number before function", "2exp(x)", "0+5 into \"2\" and \"exp(\"");
-        row("name before parenthesis", "f(x)", "0+2 no function");
+        row("name before parenthesis", "f(x)", "0+2 not a function");
         row("number in parentheses", "THETA(12)*2", "0+9 \"THETA12\"");
         row("signs of exponents", "1.5e-3*x+2e+3", "0+6 (1.5/1e3); 9+4 write 2e3");
         row("infinite", "1-inf", "2+3 number inf");
         row("product without star", "2x+1", "0+2 \"2*x\"");
-        row("two points", "1.2.3+1", "0+5 no number");
-        row("dollar", "a$b", "1+1 taken for ^");
+        row("two points", "1.2.3+1", "0+5 not a number");
+        row("dollar", "a$b", "1+1 read as ^");
         row("decimal comma", "0,5*x", "1+1 \".\"");
         row("dashes", u8"x−1+x‒1+x–1", "1+1 \"-\"; 5+1 \"-\"; 9+1 \"-\"");
         row("typeset operators", u8"x×2+x·2+x÷2", "1+1 \"*\"; 5+1 \"*\"; 9+1 \"/\"");
@@ -98,14 +98,14 @@ private slots:
             "0+5 column 41; 6+4 outside; 11+7 COL5; 19+3 write ofv",
             "0+5 column 41; 6+4 outside; 11+7 write COL5; 19+3 write ofv");
         row("THETAs at the limits", usual, "THETA20*THETA21+THETA0",
-            "8+7 column 41; 16+6 taken for COL20",
+            "8+7 column 41; 16+6 read as COL20",
             "0+7 write COL40; 8+7 write COL41; 16+6 write COL20");
         row("THETA before all columns", {40, 0, 20}, "1+THETA1", "2+6 outside", "2+6 write COLn");
-        row("misspelt THETAs", usual, "THETATHETA3*theta1",
-            "0+11 taken for COL23; 12+6 write THETA1", "0+11 write COL23; 12+6 write COLn or ofv");
-        row("ETAs", usual, "ETA999+ETA1000+ETAETA2", "7+7 to 999; 15+7 taken for ETA2",
-            "0+6 endpoints alone; 7+7 to 999; 15+7 endpoints alone");
-        row("doses", usual, "DOSE/DoSe", "5+4 write DOSE", "0+4 endpoints alone; 5+4 write COLn");
+        row("misspelt THETAs", usual, "THETATHETA3*theta1", "0+11 read as COL23; 12+6 write THETA1",
+            "0+11 write COL23; 12+6 write COLn or ofv");
+        row("ETAs", usual, "ETA999+ETA1000+ETAETA2", "7+7 to 999; 15+7 read as ETA2",
+            "0+6 only endpoints; 7+7 to 999; 15+7 only endpoints");
+        row("doses", usual, "DOSE/DoSe", "5+4 write DOSE", "0+4 only endpoints; 5+4 write COLn");
         row("time and others", usual, "t*Cp+x+x", "0+1 time; 2+2 conc; 5+1 THETAn; 7+1 THETAn",
             "0+1 time; 2+2 conc; 5+1 COLn; 7+1 COLn");
     }
