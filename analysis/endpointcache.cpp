@@ -110,8 +110,7 @@ QStringList EndpointCache::findings(const Study& study) const
                ? QStringList()
                : QStringList(
                    QString("The cache of %1 of %2 data sets was made with other data, doses, "
-                           "endpoints or weights and will be used all the same: press \"Clear "
-                           "Cash\".")
+                           "endpoints or weights and will still be used: press \"Clear Cash\".")
                        .arg(count)
                        .arg(qMin(entries.size(), study.dataSetCount())));
 }

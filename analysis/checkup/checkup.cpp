@@ -50,8 +50,7 @@ ModelCheckUp resultOf(const CheckedModel& model)
     }
     QStringList lines{model.name};
     lines += model.facts;
-    lines.append(result.findings.isEmpty() ? "nothing that deserves attention"
-                                           : "what deserves attention:");
+    lines.append(result.findings.isEmpty() ? "no findings" : "findings:");
     for (const QString& finding : qAsConst(result.findings)) {
         lines.append("- " + finding);
     }

@@ -90,8 +90,8 @@ QVector<Diagnosis> diagnoseThetas(const QString& expression, const QStringList& 
             return QString();
         }
         QString message =
-            QString("\"%1\" is column %2, which by its name, %3, is %4: check its number, or write "
-                    "COL%2 if that is meant")
+            QString("\"%1\" is column %2, whose name, %3, is that of %4: check the number, or "
+                    "write COL%2 if you mean this column")
                 .arg(name, QString::number(column + 1), shortName(names.at(column)), kind);
         messages.insert(message);
         return message;
@@ -112,10 +112,10 @@ QStringList checkEtaVariances(const endPoint& definition)
             fixed.append(QString("ETA%1").arg(eta + 1));
         }
     }
-    return fixed.isEmpty() ? QStringList()
-                           : QStringList("Without a variance in omega, and so 0 for every "
-                                         "individual: "
-                                         + enumerated(fixed) + '.');
+    return fixed.isEmpty()
+               ? QStringList()
+               : QStringList("ETAs without a variance in omega are 0 for every individual: "
+                             + enumerated(fixed) + '.');
 }
 
 QStringList checkOmegaColumns(const endPoint& definition, const QStringList& names, int columnCount)
@@ -138,11 +138,10 @@ QStringList checkOmegaColumns(const endPoint& definition, const QStringList& nam
         }
     }
     wrong.removeDuplicates();
-    return wrong.isEmpty()
-               ? QStringList()
-               : QStringList("Omega takes variances and covariances, but by their names "
-                             "these columns hold none: "
-                             + enumerated(wrong) + '.');
+    return wrong.isEmpty() ? QStringList()
+                           : QStringList("Omega takes variances and covariances, but the names of "
+                                         "these columns are those of something else: "
+                                         + enumerated(wrong) + '.');
 }
 
 QStringList checkDefaultWeight(const QString& placed, const QString& weightExpression,
@@ -153,7 +152,7 @@ QStringList checkDefaultWeight(const QString& placed, const QString& weightExpre
     if (!isPlaced || proposed == placed || endPointParser.expression.trimmed().isEmpty()) {
         return {};
     }
-    return {QString("Proposed with K = %1 for the endpoint as it read then; now K is %2: write %3.")
+    return {QString("Proposed with K = %1 for an earlier endpoint, but K is now %2: write %3.")
                 .arg(kOf(placed), kOf(proposed), proposed)};
 }
 
@@ -170,9 +169,8 @@ QStringList checkWeightScale(const QString& expression, const QVector<double>& v
         shares += value >= 0 && value <= 1 ? 1 : 0;
     }
     if (logScale && numbers > 0 && shares == numbers && exponential.match(expression).hasMatch()) {
-        return {
-            "Weights are taken for logarithms, but this looks like an exponential, from 0 to 1: "
-            "untick \"in log scale\" or write its exponent alone."};
+        return {"Weights are read as logarithms, but this looks like an exponential with values "
+                "from 0 to 1: untick \"in log scale\" or write the exponent alone."};
     }
     if (!logScale && negative > 0) {
         return {

@@ -34,7 +34,7 @@ void checkRange(const QStringList& parts, const QString& noun, QStringList& rema
         }
     }
     if (!noNumbers.isEmpty()) {
-        remarks.append("No number in the range: " + enumerated(noNumbers) + ".");
+        remarks.append("Not a number in the range: " + enumerated(noNumbers) + ".");
         return;
     }
     const double start = parts.at(0).toDouble();
@@ -45,7 +45,7 @@ void checkRange(const QStringList& parts, const QString& noun, QStringList& rema
         const double steps = (end - start) / step;
         remarks.append(
             step == 0           ? "The step of the range is 0."
-            : std::isnan(steps) ? "The range is made of no finite numbers."
+            : std::isnan(steps) ? "The numbers of a range must be finite."
             : steps < 0         ? "The step of the range leads away from its end."
                         : QString("The range has more than %1 numbers.").arg(longestNumberRange));
         return;
@@ -84,17 +84,17 @@ void checkList(const QStringList& parts, const QString& noun, QStringList& remar
     noNumbers.removeDuplicates();
     repeated.removeDuplicates();
     if (!noNumbers.isEmpty()) {
-        remarks.append("Left out, being no number: " + enumerated(noNumbers) + ".");
+        remarks.append("Left out, not a number: " + enumerated(noNumbers) + ".");
     }
     if (numbers.isEmpty() && parts.join(',').contains(':')) {
-        remarks.append("A range is start:step:end.");
+        remarks.append("Write a range as start:step:end.");
     }
     if (!repeated.isEmpty()) {
-        remarks.append("Repeated, and counts once: " + enumerated(repeated) + ".");
+        remarks.append("Repeated, counted once: " + enumerated(repeated) + ".");
     }
     if (!equal.isEmpty()) {
         remarks.append(
-            QString("Equal to another %1, and counts again: %2.").arg(noun, enumerated(equal)));
+            QString("Equal to another %1, counted again: %2.").arg(noun, enumerated(equal)));
     }
 }
 
@@ -138,7 +138,7 @@ QStringList checkLevels(const QString& text)
     }
     if (!never.isEmpty()) {
         remarks.append(
-            "But for rounding no probability exceeds 100 %, so no dose reaches the level "
+            "Except by rounding, no probability exceeds 100 %, so no dose reaches the level "
             + enumerated(never) + ".");
     }
     if (!always.isEmpty()) {
@@ -148,8 +148,10 @@ QStringList checkLevels(const QString& text)
     // The levels ascend, and comparisons with NaN are false.
     const double highest = levels.isEmpty() ? 0.0 : levels.last();
     if (highest > 0 && highest < 1) {
-        remarks.append(QString("No level reaches 1 %: if %1 is meant as a share, write %2.")
-                           .arg(numberText(highest), numberText(100 * highest)));
+        remarks.append(
+            QString(
+                "Levels are percent, and none reaches 1 %: if %1 is meant as a share, write %2.")
+                .arg(numberText(highest), numberText(100 * highest)));
     }
     return remarks;
 }
@@ -157,12 +159,13 @@ QStringList checkLevels(const QString& text)
 QStringList checkBound(const QString& text, bool placed, double substitute)
 {
     if (placed || !isNumber(text)) {
-        const QString meaning = text.trimmed().isEmpty() ? "No bound" : quoted(text);
+        const QString meaning = text.trimmed().isEmpty() ? "An empty bound" : quoted(text);
         return {meaning + " stands for " + numberText(substitute)
                 + "; endpoints beyond it are outside the interval."};
     }
-    return std::isnan(text.toDouble()) ? QStringList("No endpoint lies within a bound of NaN.")
-                                       : QStringList();
+    return std::isnan(text.toDouble())
+               ? QStringList("No endpoint lies in an interval with a bound of NaN.")
+               : QStringList();
 }
 
 QStringList checkLowerBoundUsed(const QString& text, bool placed, double substitute)
@@ -186,7 +189,7 @@ QStringList checkUpperBoundUsed(const QString& text, bool placed, double substit
 QStringList checkInterval(double lower, double upper)
 {
     return lower < upper ? QStringList()
-                         : QStringList(QString("No endpoint can lie above %1 and up to %2.")
+                         : QStringList(QString("No endpoint can be above %1 and at most %2.")
                                            .arg(numberText(lower), numberText(upper)));
 }
 
@@ -195,19 +198,20 @@ QStringList checkOmegaElement(const QString& text, int columnCount)
     if (isNumber(text)) {
         return std::isfinite(text.toDouble())
                    ? QStringList()
-                   : QStringList(quoted(text) + " is no finite number: ETAs that take it are NaN.");
+                   : QStringList(quoted(text)
+                                 + " is not a finite number: ETAs that use it are NaN.");
     }
     const std::optional<int> column = omegaColumnReference(text);
     if (!column) {
         return {quoted(text)
-                + " is neither a number nor a column such as COL24, and changes nothing."};
+                + " is neither a number nor a column such as COL24 and has no effect."};
     }
     if (*column < 0) {
-        return {"Columns count from 1: the number that was here before is used."};
+        return {"Columns are counted from 1: the earlier number of this cell is used."};
     }
     return *column < columnCount
                ? QStringList()
-               : QStringList(QString("Samples have %1 columns: ETAs that take column %2 are NaN.")
+               : QStringList(QString("Samples have %1 columns: ETAs that use column %2 are NaN.")
                                  .arg(columnCount)
                                  .arg(qint64(*column) + 1));
 }
@@ -265,13 +269,13 @@ QStringList checkIndividuals(int individuals, int processors)
         return {};
     }
     if (rest == individuals) {
-        return {QString("No individual is simulated, since %1 are too few for %2 processors: "
-                        "the mean is 0, percentiles are NaN.")
+        return {QString("No individual is simulated, because %1 are too few for %2 processors: the "
+                        "mean is 0, percentiles are NaN.")
                     .arg(individuals)
                     .arg(processors)};
     }
-    return {QString("%1 of %2 individuals are not simulated, since %3 processors share them "
-                    "evenly; mean and percentiles still count all.")
+    return {QString("%1 of %2 individuals are not simulated, because %3 processors share them "
+                    "evenly; mean and percentiles still count all. Choose a multiple of %3.")
                 .arg(rest)
                 .arg(individuals)
                 .arg(processors)};

@@ -132,12 +132,12 @@ bool checkReadable(CheckedModel& model)
         addFinding(model, Kind::Unreadable, "no data set was read");
     } else if (!separator.isNull()) {
         addFinding(model, Kind::Unreadable,
-                   QString("columns are parted by %1, not by commas, and cannot be read")
+                   QString("columns are separated by %1, not by commas, and cannot be read")
                        .arg(separator == ';' ? "semicolons" : "tabs"));
     } else if (model.width == 0) {
         addFinding(model, Kind::Unreadable, "no samples");
     } else if (model.width == 1) {
-        addFinding(model, Kind::Unreadable, "there is one column only");
+        addFinding(model, Kind::Unreadable, "there is only one column");
     } else {
         addDataSets(model, Kind::Unreadable, "no samples",
                     [](const SampleCounts& counts) { return counts.samples == 0; });
@@ -177,8 +177,9 @@ void addSampleFact(CheckedModel& model, bool zeroSeen)
 void checkHeading(CheckedModel& model)
 {
     if (model.heading.isNumeric) {
-        addFinding(model, Kind::Unreadable,
-                   "the heading is made of numbers: the first row of data was taken for it");
+        addFinding(
+            model, Kind::Unreadable,
+            "the heading consists of numbers: the first row of data was read as the heading");
         return;
     }
     if (model.names.isEmpty()) {
@@ -194,8 +195,8 @@ void checkHeading(CheckedModel& model)
     }
     if (model.heading.firstCut < model.names.size()) {
         model.facts.append(
-            QString("names that hold commas cut and shift the headings shown from column "
-                    "%1 on")
+            QString(
+                "names with commas are cut, so the headings shown are shifted from column %1 on")
                 .arg(model.heading.firstCut + 1));
     }
 }
@@ -214,7 +215,7 @@ void checkColumnSettings(CheckedModel& model, int colNumOFV, int colNumTHETA1)
     }
     if (ofv != colNumOFV) {
         addFinding(model, Kind::WrongColumn,
-                   QString("ofv is column %1, weights read ").arg(ofv) + readOfv);
+                   QString("ofv is column %1, but weights read ").arg(ofv) + readOfv);
     } else {
         model.facts.append(QString("ofv is column %1, which weights read").arg(ofv));
     }
@@ -224,34 +225,34 @@ void checkColumnSettings(CheckedModel& model, int colNumOFV, int colNumTHETA1)
     const int theta = columnNamed(model.names, "THETA1") + 1;
     if (theta > 0 && theta != colNumTHETA1) {
         addFinding(model, Kind::WrongColumn,
-                   QString("THETA1 is column %1, endpoints read ").arg(theta) + readTheta);
+                   QString("THETA1 is column %1, but endpoints read ").arg(theta) + readTheta);
     } else if (colNumTHETA1 <= ofv || colNumTHETA1 > model.width) {
-        addFinding(model, Kind::WrongColumn,
-                   QString("the parameters follow ofv from column %1 on, endpoints read THETA1 "
-                           "from ")
-                           .arg(ofv + 1)
-                       + readTheta);
+        addFinding(
+            model, Kind::WrongColumn,
+            QString("the parameters follow ofv from column %1 on, but endpoints read THETA1 from ")
+                    .arg(ofv + 1)
+                + readTheta);
     }
 }
 
 void checkConvergence(CheckedModel& model)
 {
-    addShare(model, Kind::NoOfv, "came without an OFV", &SampleCounts::withoutOfv);
+    addShare(model, Kind::NoOfv, "had no OFV", &SampleCounts::withoutOfv);
     addDataSets(model, Kind::FirstRow, "the original fit did not converge",
                 &SampleCounts::fitFailed);
     const bool failed =
         addShare(model, Kind::NotConverged, "did not converge", &SampleCounts::notConverged);
-    const bool open = addShare(model, Kind::NotConverged, "left open whether they converged",
+    const bool open = addShare(model, Kind::NotConverged, "did not report whether they converged",
                                &SampleCounts::unknownConvergence);
     const bool near =
         addShare(model, Kind::NearBoundary, "ended near a boundary", &SampleCounts::nearBoundary);
     if (model.columns.converged < 0) {
-        model.facts.append("no column tells which samples converged");
+        model.facts.append("no column shows which samples converged");
     } else if (!failed && !open) {
         model.facts.append("all samples converged");
     }
     if (model.columns.boundary < 0) {
-        model.facts.append("no column tells which samples are near a boundary");
+        model.facts.append("no column shows which samples are near a boundary");
     } else if (!near) {
         model.facts.append("no sample ended near a boundary");
     }
@@ -265,8 +266,8 @@ void checkNumbering(CheckedModel& model, bool zeroSeen)
                 [lowestWithoutFit](const SampleCounts& counts) {
                     return counts.firstNumber >= lowestWithoutFit;
                 });
-    addNumber(model, Kind::Numbering, "sample numbers left out", &SampleCounts::missingNumbers);
-    addNumber(model, Kind::Numbering, "sample numbers used again", &SampleCounts::repeatedNumbers);
+    addNumber(model, Kind::Numbering, "missing sample numbers", &SampleCounts::missingNumbers);
+    addNumber(model, Kind::Numbering, "repeated sample numbers", &SampleCounts::repeatedNumbers);
     addNumber(model, Kind::Numbering, "samples without a number", &SampleCounts::unnumbered);
 }
 
@@ -321,9 +322,9 @@ void checkOfvPairing(CheckedModel& model, const QVector<CheckedModel>& models)
 void checkPairing(CheckedModel& model, const CheckedModel& first)
 {
     addShare(model, Kind::Pairing,
-             "fell into a row with another sample number of " + shortName(first.name),
+             "stood in a row with another sample number than in " + shortName(first.name),
              &SampleCounts::mispaired);
-    QString text = "not as many samples as " + shortName(first.name);
+    QString text = "a different number of samples than " + shortName(first.name);
     if (model.dataSets.size() == 1) {
         text += QString(" (%1, not %2)")
                     .arg(model.dataSets.first().samples)
@@ -333,7 +334,7 @@ void checkPairing(CheckedModel& model, const CheckedModel& first)
     if (model.dataSets.size() != first.dataSets.size()) {
         addFinding(model, Kind::DataSets,
                    counted(model.dataSets.size(), "data set")
-                       + QString(", not %1 as ").arg(first.dataSets.size())
+                       + QString(", not %1 as in ").arg(first.dataSets.size())
                        + shortName(first.name));
     }
     addDataSets(model, Kind::DataSets, "the same samples as in the data set before",
@@ -353,7 +354,7 @@ void checkWidths(CheckedModel& model)
     }
     const auto [narrowest, widest] = std::minmax_element(others.begin(), others.end());
     addShare(model, Kind::Widths,
-             QString("came with another number of columns than %1 (%2)")
+             QString("had another number of columns than %1 (%2)")
                  .arg(QString::number(width), rangeText(*narrowest, *widest)),
              [width](const SampleCounts& counts) {
                  return counts.samples - counts.widths.value(width);

@@ -55,8 +55,8 @@ double numbersOf(const Study& study, int dataSet, const QVector<double>& perSamp
 QStringList finding(double numbers, const QString& where)
 {
     const QString bound = QString::number(numbers, 'g', 3).replace("e+0", "e").replace("e+", "e");
-    return {QString("May draw up to %1 random numbers, and their sequence repeats after %2: "
-                    "%3numbers used before come again.")
+    return {QString("This may draw up to %1 random numbers, but the sequence repeats after %2: "
+                    "%3the same numbers are drawn again.")
                 .arg(bound)
                 .arg(randomPeriod)
                 .arg(where)};

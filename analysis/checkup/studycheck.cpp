@@ -227,8 +227,8 @@ QStringList checkAnyWeight(const Study& study)
     if (study.rawResults.isEmpty() || anyWeight(study)) {
         return {};
     }
-    return {"No model has a weight expression, so every probability will be 0: page \"2\" takes "
-            "them."};
+    return {"No model has a weight expression, so every probability will be 0: type weights on "
+            "page \"2\"."};
 }
 
 QStringList checkUsableWeights(const Study& study, int dataSet, const Table& values)
@@ -268,7 +268,7 @@ QStringList checkUsableWeightsOfAll(const Study& study)
         told = textOfSeveral(study, place.arg(count).arg(looked.size()), worst);
     }
     if (looked.size() < weighableDataSets(study)) {
-        told += QString(" Data sets from %1 on were not looked at.").arg(looked.size());
+        told += QString(" Data sets from %1 on were not checked.").arg(looked.size());
     }
     return {told};
 }
@@ -302,9 +302,10 @@ QStringList checkEndpointsGiven(const Study& study)
             names.append(modelName(study, model));
         }
     }
-    return names.isEmpty() ? QStringList()
-                           : QStringList("Without an endpoint expression, and so 0 at every dose: "
-                                         + enumerated(names) + '.');
+    return names.isEmpty()
+               ? QStringList()
+               : QStringList("Without an endpoint expression the endpoint is 0 at every dose: "
+                             + enumerated(names) + '.');
 }
 
 QStringList checkIndividualsAfterOpening(const Study& study, bool opened)
@@ -313,8 +314,8 @@ QStringList checkIndividualsAfterOpening(const Study& study, bool opened)
     if (!opened || std::none_of(study.endPoints.begin(), study.endPoints.end(), isSimulated)) {
         return {};
     }
-    return {QString("A project does not keep the number of individuals: %1 is what stood here when "
-                    "it was opened.")
+    return {QString("A project does not keep the number of individuals: %1 stood here before it "
+                    "was opened.")
                 .arg(study.individuals)};
 }
 
@@ -336,7 +337,7 @@ QStringList checkSimulationModels(const QStringList& files, bool importedBeforeR
     for (const QString& file : files) {
         names.append(shortName(file));
     }
-    return {"The simulation models were imported before the present results and are still used: "
+    return {"The simulation models were imported before the current results and are still used: "
             + enumerated(names) + '.'};
 }
 

@@ -148,20 +148,20 @@ private slots:
         row("original fit failed", with(good, 0, 1, 0),
             "1 of 10 samples (10 %) did not converge/the original fit did not converge");
         row("convergence unknown", with(good, 2, 1, none),
-            "1 of 10 samples (10 %) left open whether they converged");
+            "1 of 10 samples (10 %) did not report whether they converged");
         row("run that failed", samples(0, 3) + samples(4, 4, 3) + samples(5, 9),
-            "1 of 10 samples (10 %) came without an OFV/1 of 10*another number of columns than 6 "
+            "1 of 10 samples (10 %) had no OFV/1 of 10*another number of columns than 6 "
             "(3)");
-        row("one column", samples(0, 9, 1), "there is one column only");
+        row("one column", samples(0, 9, 1), "there is only one column");
         row("wide rows", samples(0, 0) + samples(1, 1, 9) + samples(2, 2, 7) + samples(3, 9),
-            "2 of 10 samples (20 %) came with another number of columns than 6 (7 to 9)");
+            "2 of 10 samples (20 %) had another number of columns than 6 (7 to 9)");
         row("number left out", samples(0, 3) + samples(5, 9),
-            "5 of 9 samples (55.6 %) fell into a row with another sample number of linear/"
-            "not as many samples as linear (9, not 10)/sample numbers left out: 1");
+            "5 of 9 samples (55.6 %) stood in a row with another sample number than in linear/"
+            "a different number of samples than linear (9, not 10)/missing sample numbers: 1");
         row("no original fit", with(samples(1, 10), 0, 1, 0),
             "10*/1 of */the original fit is missing");
         row("strange numbers", with(with(good, 9, 0, none), 0, 0, -1e300),
-            "1 of 10*/sample numbers left out: 1000000000/samples without a number: 1");
+            "1 of 10*/missing sample numbers: 1000000000/samples without a number: 1");
     }
     void findsFaultsOfSamples()
     {
@@ -176,18 +176,18 @@ private slots:
     {
         const Rows<QString, int, int, QString> row("heading", "ofv", "theta", "findings");
         row("OFV elsewhere", usualHeading, 3, 5,
-            "ofv is column 4, weights read column 3, named estimate_near_boundary");
+            "ofv is column 4, but weights read column 3, named estimate_near_boundary");
         row("no OFV", "model,a,b,c,d,e", 20, 5,
             "no column is named ofv; weights read column 20/10 of 10*");
         row("number among names", "model,2,b,ofv,CL,x", 4, 5, "");
         row("THETA1 elsewhere", "model,a,b,ofv,THETA1,x", 4, 6,
-            "THETA1 is column 5, endpoints read*");
+            "THETA1 is column 5, but endpoints read*");
         row("THETA1 at the OFV", usualHeading, 4, 4,
-            "the parameters follow ofv from column 5 on, endpoints read * column 4, named ofv");
+            "the parameters follow ofv from column 5 on, but endpoints read * column 4, named ofv");
         row("THETA1 in the last column", usualHeading, 4, 6, "");
         row("THETA1 behind all columns", usualHeading, 4, 7, "the parameters follow*");
-        row("no heading", "0,1,0,101.5,2,NA", 4, 5, "the heading is made of numbers: *");
-        row("semicolons", "model;'a,b';ofv", 4, 5, "columns are parted by semicolons, not*");
+        row("no heading", "0,1,0,101.5,2,NA", 4, 5, "the heading consists of numbers: *");
+        row("semicolons", "model;'a,b';ofv", 4, 5, "columns are separated by semicolons, not*");
     }
     void findsFaultsOfHeadings()
     {
@@ -252,10 +252,11 @@ private slots:
         const ImportCheckUp result = checkUsual({first, second});
         QCOMPARE(result.models.first().findings, QStringList());
         const QString findings =
-            "no samples in data set 400/not as many samples as linear in 2 of 500 data sets/"
+            "no samples in data set 400/a different number of samples than linear in 2 of 500 data "
+            "sets/"
             "2 of 10 samples (20 %) did not converge in data set 7/"
             "3 of 4991 samples (*) ended near * in 2 of 500 data sets, most * set 100 (2)/"
-            "sample numbers used again: 1 in data set 300/"
+            "repeated sample numbers: 1 in data set 300/"
             "the same samples as in the data set before in data set 200";
         QCOMPARE(told(result.models.last().findings, findings), findings);
         QCOMPARE(result.summary, "2 models, 500 data sets, 0 to 11 samples each; emax: no samples; "
@@ -342,14 +343,14 @@ private slots:
         row("share as level", checkLevels("0.5,0.29"), "*1 %: if 0.5 is meant*, write 50.");
         row("one percent", checkLevels("0.5,1"), "");
         row("bound placed", checkBound("-inf", true, -10), "\"-inf\" stands for -10; *");
-        row("no bound", checkBound("", false, 10), "No bound stands for 10; *");
+        row("no bound", checkBound("", false, 10), "An empty bound stands for 10; *");
         row("lower bound", checkLowerBoundUsed("-inf", true, -10), "*of -10 and below*");
         row("upper bound", checkUpperBoundUsed("", false, 10), "*above 10 count as*");
-        row("interval of nothing", checkInterval(1, 1), "No endpoint can lie above 1 and*");
+        row("interval of nothing", checkInterval(1, 1), "No endpoint can be above 1 and*");
         row("interval of NaN", checkInterval(0, none), "No endpoint*nan.");
         row("column beyond", checkOmegaElement("COL25", 24), "Samples have 24*column 25*");
-        row("omega of NaN", checkOmegaElement("nan", 24), "\"nan\" is no finite*");
-        row("column 0", checkOmegaElement("COL0", 24), "Columns count from 1*");
+        row("omega of NaN", checkOmegaElement("nan", 24), "\"nan\" is not a finite*");
+        row("column 0", checkOmegaElement("COL0", 24), "Columns are counted from 1*");
         row("no column", checkOmegaElement("col2", 24), "\"col2\" is neither*");
         row("rest of individuals", checkIndividuals(100, 8), "4 of 100*8 processors*");
         row("too few individuals", checkIndividuals(7, 8), "No individual*7 are too few for 8*");

@@ -79,7 +79,7 @@ private slots:
         const Rows<Counts, int, bool, QString> row("missing", "dataSets", "individual", "text");
         row("nothing missing", {}, 300, true, "");
         row("more than can be looked at", {{7, 1}}, 300, true,
-            "In data set 7, 1 of 1000 *99.9 %. Data sets from 190 on were not looked at.");
+            "In data set 7, 1 of 1000 *99.9 %. Data sets from 190 on were not checked.");
         row("several", {{7, 1}, {9, 2}, {12, 2}}, 20, true,
             "In 3 of 20*data set 9, with 2 of 1000: no probability can exceed 99.8 % there.");
         row("one OFV", {{7, 1}, {9, 2}}, 20, false, "In 2 of 20*The first is data set 7.");
@@ -140,7 +140,7 @@ private slots:
         const Rows<int, int, QString, QString> row("dataSets", "individuals", "one", "all");
         row("not yet", 122, 100, "", "");
         row("passed", 200, 100, "", "*3.52e9 random*after 2147483646: from data set 122 on, *");
-        row("in a data set", 1, 12'300, "*2.16e9 random*2147483646: num*", "*6: numbers used *");
+        row("in a data set", 1, 12'300, "*2.16e9 random*2147483646: the*", "*6: the same numbers *");
         row("in the first", 2, 2'000'000'000, "*3.52e14 *", "*7.04e14 *: from data set 0 on, *");
     }
     void boundsRandomNumbers()
@@ -172,9 +172,8 @@ private slots:
             diagnoseThetas("THETA1+COL4*THETA3+THETA4+2*THETA5+THETA6", names, {9, 2, 1});
         QCOMPARE(found.size(), 2); // a label and a name that begins with se are no fault
         QCOMPARE(found.first().position, 12);
-        QVERIFY(
-            found.first().message.startsWith("\"THETA3\" is column 4, which by its name, SIGMA"));
-        QVERIFY(found.last().message.contains("seV, is a standard error"));
+        QVERIFY(found.first().message.startsWith("\"THETA3\" is column 4, whose name, SIGMA"));
+        QVERIFY(found.last().message.contains("seV, is that of a standard error"));
         QVERIFY(diagnoseThetas("THETA3+1", names, {10, 2, 1}).isEmpty());
         Study study = studyOf({"1"}, {1, 2});
         study.rawResultsHeaders = {{"SIGMA(1;1)"}};
@@ -196,7 +195,7 @@ private slots:
         definition.omegaColumns[1][0] = 2;
         definition.omegaColumns[3][3] = 6; // of no ETA that is used
         QCOMPARE(checkEtaVariances(definition), QStringList());
-        const QString text = "*none: COL6 (CL_SD, a standard deviation).";
+        const QString text = "*else: COL6 (CL_SD, a standard deviation).";
         QCOMPARE(told(checkOmegaColumns(definition, names, 7), text), text);
         QCOMPARE(checkOmegaColumns(definition, names, 6), QStringList());
     }

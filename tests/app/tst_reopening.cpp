@@ -63,7 +63,7 @@ private slots:
         openWindow();
         open();
         user::clickCell(reach<QTableWidget>(endpoints), 0, 0);
-        QVERIFY(tip("_1_sb_numSimulations").contains("100 is what stood here"));
+        QVERIFY(tip("_1_sb_numSimulations").contains("100 stood here"));
         type("_1_sb_numSimulations", "8");
         QVERIFY(!tip("_1_sb_numSimulations").contains("stood here"));
         compare(saved);
@@ -83,7 +83,7 @@ private slots:
         save();
         importPairs();
         QVERIFY(tip(toTruth).contains("imported before the present results"));
-        QVERIFY(results()["summary"].contains("Results imported before"));
+        QVERIFY(results()["summary"].contains("Results of an earlier import"));
         open();
         QVERIFY(!tip(toTruth).contains("imported before"));
         calculate({toCurve, toDoses, toTruth});
