@@ -66,8 +66,8 @@ QStringList typicalCurveRemarks(const StudyResults& results, const CurrentInputs
     addStale(remarks, "The curve was drawn earlier", made,
              changesOf(made, [&] { return typicalCurveProvenance(now.study, now.typicalModel); }));
     if (results.isTypicalCurveGivenUp) {
-        remarks.append("The calculation of the curve was given up: the next change of an input of "
-                       "this page begins it again.");
+        remarks.append("The calculation of the curve was aborted: change an input of this page to "
+                       "start it again.");
     }
     return remarks;
 }
@@ -84,7 +84,7 @@ QStringList weightsRemarks(const StudyResults& results, const CurrentInputs& now
 QStringList unfinishedRemarks(const ProbabilityCurve& curve)
 {
     return curve.samples < curve.sampleCount ? QStringList(
-               QString("The calculation was given up: the curve holds %1 of %2 samples.")
+               QString("The calculation was aborted: the curve holds %1 of %2 samples.")
                    .arg(curve.samples)
                    .arg(curve.sampleCount))
                                              : QStringList();
@@ -93,7 +93,7 @@ QStringList unfinishedRemarks(const ProbabilityCurve& curve)
 QStringList unfinishedRemarks(const DoseSelection& selection)
 {
     return selection.doses.size() < selection.dataSetCount ? QStringList(
-               QString("The calculation was given up: the table holds %1 of %2 data sets.")
+               QString("The calculation was aborted: the table holds %1 of %2 data sets.")
                    .arg(selection.doses.size())
                    .arg(selection.dataSetCount))
                                                            : QStringList();
@@ -102,18 +102,16 @@ QStringList unfinishedRemarks(const DoseSelection& selection)
 QStringList unfinishedRemarks(const TruthComparison& truth)
 {
     if (truth.isFailed) {
-        return {QString("The comparison failed, for lack of a true model number or of a file that "
-                        "fits")
+        return {QString("The comparison failed: a true model number or a suitable file is missing")
                 + (truth.hadMeds
-                       ? ": the theoretical MEDs in the table are those of an earlier one."
+                       ? ". The theoretical MEDs in the table are those of an earlier comparison."
                        : ".")};
     }
-    return truth.dataSets < truth.dataSetCount
-               ? QStringList(QString("The calculation was given up: %1 of %2 data sets have been "
-                                     "given a theoretical MED.")
-                                 .arg(truth.dataSets)
-                                 .arg(truth.dataSetCount))
-               : QStringList();
+    return truth.dataSets < truth.dataSetCount ? QStringList(
+               QString("The calculation was aborted: %1 of %2 data sets have a theoretical MED.")
+                   .arg(truth.dataSets)
+                   .arg(truth.dataSetCount))
+                                               : QStringList();
 }
 
 Evaluation keptBeside(const Evaluation& evaluation, qint64 otherBytes)
@@ -173,7 +171,7 @@ QString missingEvaluation(const DoseSelection& selection, int dataSet)
         return "nothing was calculated";
     }
     if (selection.isFromProject) {
-        return "the doses come from a project, which has no endpoints: calculate them anew";
+        return "the doses come from a project, which has no endpoints: calculate them again";
     }
     return dataSet < selection.evaluations.size() ? selection.evaluations.at(dataSet).missing
                                                   : QString("the data set was not calculated");
@@ -194,7 +192,7 @@ QString missingCertainty(const DoseSelection& selection, int dataSet)
 {
     const QString missing = missingEvaluation(selection, dataSet);
     return missing.isEmpty() && dataSet >= selection.stability.size()
-               ? "the bootstrap samples were not resampled, which \"Copy certainty of doses\" does"
+               ? "the bootstrap samples were not resampled; \"Copy certainty of doses\" does this"
                : missing;
 }
 
@@ -209,7 +207,7 @@ QStringList selectionRemarks(const StudyResults& results, const CurrentInputs& n
 {
     QStringList remarks;
     addStale(remarks,
-             results.selection.isFromProject ? "The doses, as the project has them, were selected"
+             results.selection.isFromProject ? "The doses of the project were selected"
                                              : "The doses were selected",
              results.selection.made, selectionChanges(results, now));
     return remarks + unfinishedRemarks(results.selection);
@@ -222,7 +220,7 @@ QStringList truthRemarks(const StudyResults& results, const CurrentInputs& now)
     }
     QStringList remarks;
     addStale(remarks, "The comparison was made", results.truth.made, truthChanges(results, now));
-    addStale(remarks, "The doses compared were selected", results.truth.chosen,
+    addStale(remarks, "The compared doses were selected", results.truth.chosen,
              comparedDosesChanges(results, now));
     return remarks + unfinishedRemarks(results.truth);
 }

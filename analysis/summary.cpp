@@ -45,7 +45,7 @@ QString scaleLine(const Study& study)
 QString choices(const Study& study, const StudySource& source)
 {
     return QString("%1, Qt %2\n").arg(source.program, source.qtVersion)
-           + "Directory: " + source.directory + '\n' + columnsLine(study) + dosesLine(study)
+           + "Folder: " + source.directory + '\n' + columnsLine(study) + dosesLine(study)
            + populationLine(study) + "Target: " + intervalText(study) + '\n' + scaleLine(study)
            + "Method: " + methodText(study) + '\n' + "Levels (%): " + typed(study.levels) + '\n';
 }
@@ -110,7 +110,7 @@ QString inputsThen(const Provenance& made, const QVector<InputKind>& changed,
     const Study& then = made.inputs;
     QString text;
     if (has(InputKind::Results)) {
-        text += "Results imported before\n";
+        text += "Results of an earlier import\n";
     }
     if (has(InputKind::Doses)) {
         text += dosesLine(then);
@@ -127,7 +127,7 @@ QString inputsThen(const Provenance& made, const QVector<InputKind>& changed,
     if (has(InputKind::Endpoints)) {
         text += omegas(then.endPoints);
     }
-    const QString stale = "Stale, since changed: " + kindNames(changed) + '.';
+    const QString stale = "Out of date; since changed: " + kindNames(changed) + '.';
     return text.isEmpty() ? stale + '\n' : stale + ' ' + madeWith + ":\n" + text;
 }
 
@@ -201,7 +201,7 @@ QString doses(const StudyResults& results, const CurrentInputs& now)
     const Study& then = selection.made.inputs;
     QString text =
         QString("\nDose selection as last calculated, %1, %2\n")
-            .arg((selection.isFromProject ? "as the project has it, " : "") + methodText(then),
+            .arg((selection.isFromProject ? "from the project, " : "") + methodText(then),
                  intervalText(then));
     text += inputsThen(selection.made, selectionChanges(results, now), "It was made with")
             + remarkLines(unfinishedRemarks(selection) + selection.notes)

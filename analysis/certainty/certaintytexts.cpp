@@ -64,7 +64,7 @@ QString nearestText(const JudgedResult& result, const DoseStability& found, doub
 {
     const QString dose = doseText(result.made.doses, found.nearest);
     if (found.ties.contains(found.nearest)) {
-        return "the probability at " + dose + " equals the level, which it would have to exceed";
+        return "the probability at " + dose + " equals the level but has to exceed it";
     }
     const double error = monteCarloErrors(result.made, result.evaluation).value(found.nearest, 0.0);
     if (!(error > 0)) {
@@ -113,7 +113,7 @@ QString stabilityText(const DoseSelection& selection, int dataSet, int level)
 {
     const QString missing = missingCertainty(selection, dataSet);
     if (!missing.isEmpty()) {
-        return "How firm the dose is, is not known: " + missing + '.';
+        return "The certainty of the dose is not known: " + missing + '.';
     }
     const JudgedResult result = judgedResult(selection, dataSet);
     if (level < 0 || level >= result.stability.size()) {
@@ -155,8 +155,8 @@ QString stabilityText(const DoseSelection& selection, int level)
     }
     const QString some = known < dataSetCount ? QString("%1 of %2").arg(known).arg(dataSetCount)
                                               : QString::number(known);
-    return QString("%1: the dose holds in %2 of resamples, the mean over %3 data sets; least in "
-                   "data set %4 (%5), below %6 in %7")
+    return QString("%1: the dose holds in %2 of resamples, the mean over %3 data sets; the lowest "
+                   "share is %5, in data set %4; below %6 in %7 of them")
         .arg(levelText(selection, level), percent(sum / known), some)
         .arg(worst)
         .arg(percent(least), percent(firm))
@@ -234,10 +234,10 @@ QString certaintySummary(const DoseSelection& selection)
         return {};
     }
     if (selection.stability.isEmpty()) {
-        return "How firm the doses are, is not known: " + missingCertainty(selection, 0) + ".\n";
+        return "The certainty of the doses is not known: " + missingCertainty(selection, 0) + ".\n";
     }
-    QString text = QString("\nCertainty of doses, %1 resamples of the bootstrap samples, random "
-                           "numbers of their own, seed %2\n")
+    QString text = QString("\nCertainty of doses, %1 resamples of the bootstrap samples, separate "
+                           "random numbers with seed %2\n")
                        .arg(resampleCount)
                        .arg(resamplingSeed);
     for (int level = 0; level < selection.made.inputs.levels.size(); ++level) {

@@ -117,7 +117,7 @@ Evaluation keepEvaluation(const Study& study, int dataSet, const JudgingWeights&
         return evaluation;
     }
     if (!fits(weights, endpoints, evaluation.sampleCount)) {
-        evaluation.missing = "the endpoints of the cache have not as many samples as the data";
+        evaluation.missing = "the cache and the data differ in the number of samples";
         return evaluation;
     }
     evaluation.missing.clear();

@@ -143,8 +143,8 @@ Sensitivity sensitivityTo(const Study& made, const Remaining& remaining)
             if (renewed > 0) {
                 hasModel = true;
                 if (!renormalised.addIfHit(sample, model, renewed) && !areAll) {
-                    found.unknown = "a model that takes the place of another was not evaluated, "
-                                    "as doses that use the cache would have it";
+                    found.unknown = "a model that would be selected instead was not evaluated; "
+                                    "doses that use the cache evaluate all models";
                 }
             }
             if (old > 0 && remaining.isRemoved(sample, model)) {

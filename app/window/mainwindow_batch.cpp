@@ -31,7 +31,7 @@ QJsonArray pathsOf(const QVector<SourceFile>& files)
 QStringList addSource(BatchSettings& settings, const ResultsSource& source)
 {
     if (source.read.isEmpty()) {
-        return {"There are no results to work on."};
+        return {"No results are imported."};
     }
     if (source.files.isEmpty()) {
         settings.set("project", source.place);
@@ -44,7 +44,7 @@ QStringList addSource(BatchSettings& settings, const ResultsSource& source)
     } else {
         settings.set("folder", source.place);
         if (source.files.first() != defaultFileNames) {
-            return {"The files of the folder have other names than velmora-batch looks for."};
+            return {"velmora-batch looks for other file names than those of the folder."};
         }
     }
     return {};
@@ -117,15 +117,16 @@ QString MainWindow::batchCommand() const
     settings.set("cache", ofDoses && selection.usedCache);
     if (drawsNumbers(made)) {
         if (ofDoses && selection.tookFromCache) {
-            remarks.append("Endpoints were taken from the cache; the command draws its own.");
+            remarks.append(
+                "Endpoints were taken from the cache; the command draws its own random numbers.");
         }
         if (selection.isFromProject) {
             remarks.append("The doses shown come from the project; the command draws its own "
                            "random numbers.");
         }
         if (ofCurve && curve.made.dataSet > 0) {
-            remarks.append(QString("The curve shown is of data set %1; in the command the random "
-                                   "numbers of the data sets before it come first.")
+            remarks.append(QString("The curve shown is that of data set %1; the command first "
+                                   "draws the random numbers of the data sets before it.")
                                .arg(curve.made.dataSet));
         }
     }

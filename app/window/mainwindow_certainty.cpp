@@ -157,7 +157,7 @@ void MainWindow::copyDoseCertainty(CertaintyTable table)
     ProgressLoop progress(this, "Collecting figures...", abortText, selection.evaluations.size(),
                           ProgressLoop::Construction::WhenNeeded);
     if (const QString missing = missingEvaluation(selection); !missing.isEmpty()) {
-        parts.prepend("Data sets are left out, " + missing + '.');
+        parts.prepend("Some data sets are left out, as " + missing + '.');
     }
     for (int dataSet = 0; dataSet < selection.evaluations.size(); ++dataSet) {
         if (selection.evaluations.at(dataSet).exists()) {

@@ -281,16 +281,17 @@ private slots:
         selection.made = doseProvenance(study);
         selection.dataSetCount = 1;
         selection.evaluations = {keptBeside(one, mostKeptBytes)};
-        QCOMPARE(stabilityText(selection, 0, 0),
-                 "How firm the dose is, is not known: the endpoints of all results take more than "
-                 "256 MB and were not kept.");
+        QCOMPARE(
+            stabilityText(selection, 0, 0),
+            "The certainty of the dose is not known: the endpoints of all results take more than "
+            "256 MB and were not kept.");
         selection.evaluations = {one};
         selection.probability = {{50, 20}};
         selection.made.inputs.levels = {50};
         QVERIFY(resample(selection, [](int) { return true; }));
         QVERIFY(!stabilityText(selection, 0).contains("equals")); // at a dose that decides nothing
         selection.stability.clear();
-        QVERIFY(stabilityText(selection, 0).contains(" were not resampled, "));
+        QVERIFY(stabilityText(selection, 0).contains(" were not resampled; "));
     }
 };
 

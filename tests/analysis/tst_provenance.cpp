@@ -90,7 +90,7 @@ private slots:
         QCOMPARE(curveRemarks(results, now),
                  QStringList({"The curve was calculated for data set 1, endpoint > 0.4, "
                               "model average; since changed: data set, choices.",
-                              "The calculation was given up: the curve holds 2 of 3 samples."}));
+                              "The calculation was aborted: the curve holds 2 of 3 samples."}));
         results.truth.made = truthProvenance(now.study, {}, {}, {});
         now.trueRows = {{1}}; // a file before, simulation models now
         QCOMPARE(kindNames(truthChanges(results, now)), "true models");

@@ -42,15 +42,17 @@ private slots:
         QCOMPARE(tipAt(0, 0), "40 %: 0.1 in 75 %, none in 25 % of resamples; 0.1 exceeds the level "
                               "by 0.3 errors\nAbout 100 bootstrap samples instead of 2 would put "
                               "it two errors from the level.");
-        QCOMPARE(tipAt(-1, 0), "40 %: the dose holds in 75 % of resamples, the mean over 2 data "
-                               "sets; least in data set 0 (75 %), below 90 % in 2");
+        QCOMPARE(tipAt(-1, 0),
+                 "40 %: the dose holds in 75 % of resamples, the mean over 2 data "
+                 "sets; the lowest share is 75 %, in data set 0; below 90 % in 2 of them");
         QCOMPARE(tipAt(1, -1), "data set 1");
         type("_4_le_probabilities", "40");
         QVERIFY(tipAt(0, 0).endsWith("; since changed: levels."));
         save();
         open();
-        QCOMPARE(tipAt(0, 0), "How firm the dose is, is not known: the doses come from a project, "
-                              "which has no endpoints: calculate them anew.");
+        QCOMPARE(tipAt(0, 0),
+                 "The certainty of the dose is not known: the doses come from a project, "
+                 "which has no endpoints: calculate them again.");
     }
 
     void copiesTables_data()
@@ -108,7 +110,7 @@ private slots:
         QVERIFY(!entry->isEnabled());
         user::rest(menu, menu->actionGeometry(entry).center());
         QCOMPARE(QToolTip::text(),
-                 "the doses come from a project, which has no endpoints: calculate them anew");
+                 "the doses come from a project, which has no endpoints: calculate them again");
         menu->close();
     }
 

@@ -47,7 +47,7 @@ class TestChoices : public StudyWithEtas
                                            {"typical", "_1_cp_typicalDRPlot"},
                                            {"weights", "_2_tw_relativeWeight"}}) {
             const QString text = tip(widget);
-            const QString made = text.section("The doses compared", 0, 0); // of true MEDs
+            const QString made = text.section("The compared doses", 0, 0); // of true MEDs
             if ((name == QString("true") ? made : text).contains("since changed: " + kind)) {
                 names.append(name);
             }
@@ -146,7 +146,7 @@ private slots:
         DialogDriver dialogs;
         dialogs.abortProgressAt(1);
         calculate({toTruth});
-        QVERIFY(tip("_5_tw_Summary").contains("1 of 3 data sets have been"));
+        QVERIFY(tip("_5_tw_Summary").contains("1 of 3 data sets have"));
     }
 };
 

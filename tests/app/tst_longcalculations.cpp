@@ -95,7 +95,7 @@ private slots:
         QVERIFY(!timer.isActive() && visibleDialog() == nullptr);
         QCOMPARE(randomPosition(), before);
         QCOMPARE(the<QCustomPlot>(chart)->graphCount(), 0);
-        QVERIFY(tip(chart).contains("was given up"));
+        QVERIFY(tip(chart).contains("was aborted"));
 
         QTRY_COMPARE(list->text(), text);
         if (text != longList) {
@@ -113,8 +113,7 @@ private slots:
         const Rows<QByteArray, QByteArray, QString> row("button", "result", "remark");
         row("probability", toCurve, "_3_cp_PoS", "the curve holds 0 of 2 samples.");
         row("doses", toDoses, "_4_tw_doseChoice", "the table holds 0 of 2 data sets.");
-        row("comparison", toTruth, "_5_tw_Summary",
-            "0 of 1 data sets have been given a theoretical MED.");
+        row("comparison", toTruth, "_5_tw_Summary", "0 of 1 data sets have a theoretical MED.");
     }
     void isGivenUpWithinASample()
     {
@@ -141,7 +140,7 @@ private slots:
         const auto before = randomPosition();
         press(button);
         QCOMPARE(randomPosition(), before);
-        QVERIFY(tip(result).contains("The calculation was given up: " + remark));
+        QVERIFY(tip(result).contains("The calculation was aborted: " + remark));
     }
 };
 

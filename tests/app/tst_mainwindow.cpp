@@ -279,7 +279,7 @@ private slots:
         QVERIFY(tip("_3_cp_PoS").contains("the curve holds 2 of 4 samples."));
         QVERIFY(tip("_4_tw_doseChoice").contains("the table holds 1 of 2 data sets."));
         pressAndAnswer(toTruth, {});
-        QVERIFY(tip(toTruth).contains("those of an earlier one."));
+        QVERIFY(tip(toTruth).contains("those of an earlier comparison."));
     }
 };
 

@@ -40,9 +40,9 @@ private slots:
         openWindow();
         open();
         QVERIFY2(!marks().join("").contains("since"), qPrintable(marks().join("|")));
-        QVERIFY(summary().contains("\nDirectory: " + files.path("project")));
+        QVERIFY(summary().contains("\nFolder: " + files.path("project")));
         type("_1_le_possibleDoses", "0,1");
-        QVERIFY(marks().at(2).contains("The doses, as the project has them, were selected for "));
+        QVERIFY(marks().at(2).contains("The doses of the project were selected for "));
     }
 
     void standBelowThePointUnderTheMouse()

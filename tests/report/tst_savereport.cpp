@@ -87,8 +87,8 @@ private slots:
                 abort(toCurve);
                 abort(toDoses);
             },
-            {"\nThe calculation was given up: the table holds 1 of 2 data sets.\n",
-             "\nThe calculation was given up: the curve holds 1 of 2 samples.\n",
+            {"\nThe calculation was aborted: the table holds 1 of 2 data sets.\n",
+             "\nThe calculation was aborted: the curve holds 1 of 2 samples.\n",
              "|By Model Selection, using individual ofv|By Model Average, using one ofv per "
              "model|"},
             true);
