@@ -5,15 +5,15 @@
 
 #include <QString>
 
-/// What stands for a bound of the target interval whose text is no number: a value, and a text
-/// that looks infinite although the value is not, by intent.
+/// The substitute for a bound of the target interval whose text is not a number: a value, and a
+/// text. This is intended: the text looks infinite although the value is not.
 struct BoundSubstitute
 {
     double value;
     const char* text;
 };
 
-/// Of the lower bound, which is excluded, and of the upper one, which is included.
+/// The substitutes for the lower bound, which is excluded, and the upper one, which is included.
 constexpr BoundSubstitute lowerSubstitute{-10.0, "-inf"};
 constexpr BoundSubstitute upperSubstitute{10.0, "inf"};
 
@@ -31,8 +31,8 @@ struct Bound
 /// placed, for any other text. A placed text stays with its value.
 Bound editedBound(const Bound& bound, const BoundSubstitute& substitute);
 
-/// The bound with a text from a project file, in which the substitute's text counts as placed
-/// and any text that is no number as not edited yet: it stays and has the substitute's value.
+/// The bound with a text from a project file, in which the substitute's text counts as placed and
+/// any text that is not a number as not edited yet: it stays and has the substitute's value.
 Bound storedBound(const QString& text, const BoundSubstitute& substitute);
 
 #endif

@@ -19,7 +19,7 @@ public:
     int sampleCount() const { return run.sampleCount(); }
     bool evaluateNext(const GoesOn& goesOn) { return run.evaluateNext(goesOn); }
 
-    /// Of the samples so far: [model][sample][dose], or with selection one entry of
+    /// The endpoints of the samples so far: [model][sample][dose], or with selection one entry of
     /// [sample][dose].
     const QVector<Table>& endpoints() const { return run.endpoints(); }
 
@@ -36,11 +36,11 @@ private:
     EndpointRun run;
 };
 
-/// Probability in percent, per dose of the study, that the endpoint lies in the target
-/// interval, over the samples of a data set (see probabilityByAveraging and
-/// probabilityBySelection). None if it is given up. Empty without doses; all 0 where the data
-/// set does not exist. The definitions must be up to date. With a cache the endpoints are
-/// taken from it, or kept there. evaluation gets what the data set was judged by.
+/// Probability in percent, per dose of the study, that the endpoint lies in the target interval,
+/// over the samples of a data set (see probabilityByAveraging and probabilityBySelection). None if
+/// aborted. Empty without doses; all 0 where the data set does not exist. The definitions must be
+/// up to date. With a cache the endpoints are taken from it, or kept there. evaluation gets what
+/// the data set was judged by.
 std::optional<QVector<double>> probabilityCurve(const Study& study, int dataSet,
                                                 EndpointCache* cache = nullptr,
                                                 const GoesOn& goesOn = {},

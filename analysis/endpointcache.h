@@ -17,14 +17,14 @@ class EndpointCache
 public:
     using Entries = QVector<QVector<Table>>; ///< [dataSet][model][sample][dose]
 
-    /// Over entries that somebody else owns, and that change by this object alone.
+    /// Works on entries that the caller owns and that only this object changes.
     explicit EndpointCache(Entries& cachedEntries);
 
     /// Makes an entry for every data set; those that exist stay.
     void resize(int dataSetCount);
 
-    /// The endpoints of a data set as averaging takes them; none if they are not kept. An
-    /// entry made for another number of models is emptied.
+    /// The endpoints of a data set for averaging; none if they are not kept. Empties an entry made
+    /// for another number of models.
     std::optional<QVector<Table>> averaged(int dataSet, int modelCount);
 
     /// The endpoints of the model selected for each sample, [sample][dose]; none if those of
@@ -45,7 +45,7 @@ public:
     /// evaluates anew where it lacks one.
     int misfits(const Study& study) const;
 
-    /// The same as a sentence for the user; none if there are no misfits.
+    /// The same as a sentence for the user; none without misfits.
     QStringList findings(const Study& study) const;
 
 private:

@@ -8,15 +8,14 @@
 #include <functional>
 #include <optional>
 
-/// Asked after each bootstrap sample, and within one that takes long, whether to go on; none
-/// goes on to the end.
+/// Decides whether to go on; called after each bootstrap sample, and within one that takes long.
+/// Without such a function a calculation runs to its end.
 using GoesOn = std::function<bool()>;
 
-/// Probability in percent, per dose, that the endpoint lies in the target interval.
-/// endpoints is [sample][dose], of the model selected for each sample; a sample without a
-/// model is empty and counts as a miss. 0.0 for every dose without samples.
-/// The sum is made of equal steps, sample by sample: its last bits decide whether a level
-/// is exceeded.
+/// Probability in percent, per dose, that the endpoint lies in the target interval. endpoints is
+/// [sample][dose], of the model selected for each sample; a sample without a model is empty and
+/// counts as a miss. 0.0 for every dose without samples. The sum grows in equal steps, sample by
+/// sample: its last bits decide whether a level is exceeded.
 QVector<double> probabilityBySelection(const Table& endpoints, int doseCount,
                                        const TargetInterval& target);
 
@@ -49,12 +48,12 @@ EndpointPlan completePlan(int sampleCount, int modelCount);
 
 /// Evaluates the endpoints of one data set, bootstrap sample by bootstrap sample.
 ///
-/// Several samples are evaluated ahead in one parallel section. Their random numbers are
-/// drawn in the order of the samples, and those of samples that nobody asks for are given
-/// back at the end, so that the sequence goes on as if each sample were evaluated when
-/// asked for. What is done and held ahead is bounded, whether random numbers are drawn or
-/// not, so that the user is soon asked again. The endpoint definitions must be up to date with
-/// doses and expressions, and must not change during the run.
+/// Several samples are evaluated ahead in one parallel section. Their random numbers are drawn in
+/// the order of the samples, and those of samples that are not asked for are given back at the end,
+/// so that the sequence goes on as if each sample were evaluated when asked for. The work done and
+/// memory held ahead are limited, with and without random numbers, so that the user can soon abort.
+/// The endpoint definitions must be up to date with doses and expressions, and must not change
+/// during the run.
 class EndpointRun
 {
 public:
@@ -65,8 +64,8 @@ public:
 
     int sampleCount() const { return plan.models.size(); }
 
-    /// Appends the endpoints of the next sample, empty for models that are not planned. False,
-    /// with nothing appended, if it takes long and is given up.
+    /// Appends the endpoints of the next sample, empty for models that are not planned. False, with
+    /// nothing appended, if it takes long and is aborted.
     bool evaluateNext(const GoesOn& goesOn = {});
 
     /// How many uniform random numbers the evaluation of all samples draws.

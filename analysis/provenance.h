@@ -5,7 +5,7 @@
 
 #include "analysis/study.h"
 
-/// Kinds of inputs, in the order in which users are told of them.
+/// Kinds of inputs, in the order in which texts name them.
 enum class InputKind {
     Results,
     DataSet,
@@ -20,20 +20,20 @@ enum class InputKind {
     ChosenDoses ///< that were compared with the truth
 };
 
-/// What a result was made from. Whether the result is stale is a comparison with what it
-/// would be made from now, never a flag.
+/// The inputs that a result was made from. Whether the result is stale is a comparison with the
+/// current inputs, never a flag.
 ///
-/// Cheap to take, to copy and to compare: it shares what it holds. Bootstrap results are
-/// told apart by their fingerprint and not kept.
+/// Cheap to take, to copy and to compare: it shares what it holds. Bootstrap results are not kept;
+/// their fingerprint identifies them.
 struct Provenance
 {
-    QVector<InputKind> kinds; ///< that the result depends on; none where there is no result
+    QVector<InputKind> kinds; ///< on which the result depends; none without a result
     Study inputs;             ///< without bootstrap results and headings
     int dataSetCount = 0;
     /// Data sets for which model averaging finds weights: those that the model shown on page
     /// "0" has, too.
     int weighedDataSets = 0;
-    int dataSet = -1;       ///< that the result is of; -1 for all
+    int dataSet = -1;       ///< of the result; -1 for all
     int model = -1;         ///< the same
     Table trueRows;         ///< first rows of the simulation models' results, [dataSet]
     QStringList trueModels; ///< numbers as they stand in the table, [dataSet]
@@ -42,41 +42,40 @@ struct Provenance
     bool exists() const { return !kinds.isEmpty(); }
 };
 
-/// Of the curve of one model's endpoint over the doses.
+/// The provenance of the curve of one model's endpoint over the doses.
 Provenance typicalCurveProvenance(const Study& study, int model);
 
-/// Of the relative weights of a data set.
+/// The provenance of the relative weights of a data set.
 Provenance weightsProvenance(const Study& study, int dataSet);
 
-/// Of the probability curve of a data set.
+/// The provenance of the probability curve of a data set.
 Provenance probabilityProvenance(const Study& study, int dataSet);
 
-/// Of the doses chosen for all data sets.
+/// The provenance of the doses chosen for all data sets.
 Provenance doseProvenance(const Study& study);
 
-/// Of endpoints that are kept for other levels and intervals. Weights and choices are among
-/// the kinds, as models without a weight are left out.
+/// The provenance of endpoints that are kept for other levels and intervals. Weights and choices
+/// are among the kinds, as models without a weight are left out.
 Provenance endpointProvenance(const Study& study);
 
-/// Of the comparison of chosen doses, [dataSet][level], with theoretical MEDs: those of true
-/// models or, where trueRows is empty, of a file. What the doses were made from is a matter of
-/// their own provenance.
+/// The provenance of the comparison of chosen doses, [dataSet][level], with theoretical MEDs: those
+/// of true models or, where trueRows is empty, of a file. The doses have a provenance of their own.
 Provenance truthProvenance(const Study& study, const Table& trueRows, const QStringList& trueModels,
                            const Table& chosenDoses);
 
-/// The kinds of inputs in which a result that is made now would differ; only those that it
-/// depends on. None if there is no result. Numbers that are NaN on both sides agree.
+/// The kinds of inputs that differ between made and now, among those on which the result depends.
+/// None without a result. Numbers that are NaN on both sides agree.
 QVector<InputKind> changedKinds(const Provenance& made, const Provenance& now);
 
 /// "doses, weights".
 QString kindNames(const QVector<InputKind>& kinds);
 
-/// For what a result was made: "0.4 < endpoint <= 1, model average". The data set is told
-/// where there are several, one OFV per model where it was used.
+/// The settings for which a result was made: "0.4 < endpoint <= 1, model average". Names the data
+/// set if there are several, and one OFV per model if it was used.
 QString madeFor(const Provenance& made);
 
-/// What a user reads of a stale result: what was done ("The curve was calculated"), for what
-/// the result was made, and "; since changed: doses, weights". Empty where nothing changed.
+/// The text on a stale result: what was done ("The curve was calculated"), the settings of the
+/// result, and "; since changed: doses, weights". Empty where nothing changed.
 QString staleText(const QString& what, const Provenance& made, const QVector<InputKind>& changed);
 
 #endif

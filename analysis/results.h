@@ -10,17 +10,17 @@
 
 #include <optional>
 
-// Results as they are shown, each with what it was made from. Where nothing was calculated
-// yet, made tells that there is no result.
+// Results as they are shown, each with its provenance. If nothing is calculated yet, made.exists()
+// is false.
 
-/// What a calculation with ETAs depends on beside its inputs, as it was when it began.
+/// What a calculation with ETAs depends on in addition to its inputs, as it was when it began.
 struct Circumstances
 {
-    std::optional<quint32> randomPosition; ///< none where it cannot be told
+    std::optional<quint32> randomPosition; ///< none where it is not known
     int processors = 0;                    ///< 0 where nothing was calculated
 };
 
-/// Those of now.
+/// The current circumstances.
 Circumstances circumstances();
 
 /// A probability curve.
@@ -29,7 +29,7 @@ struct ProbabilityCurve
     QVector<double> doses;
     QVector<double> probability; ///< in percent, per entry of doses
     int samples = 0;             ///< that it holds
-    int sampleCount = 0;         ///< of the data set; more where the calculation was given up
+    int sampleCount = 0;         ///< of the data set; more than samples if aborted
     QStringList notes;           ///< on the inputs as they were typed
     Provenance made;
     Evaluation evaluation = {};  ///< of the samples that it holds
@@ -42,18 +42,18 @@ struct DoseSelection
 {
     Table doses;            ///< MED in dose units, [dataSet][level]; NaN for none
     QVector<double> levels; ///< in percent
-    int dataSetCount = 0;   ///< there were; more than doses has where it was given up
+    int dataSetCount = 0;   ///< of the study; more than in doses if aborted
     bool isFromProject = false;
     QStringList notes; ///< on the inputs as they were typed
     Provenance made;
     Table probability = {};               ///< behind the doses, in percent, [dataSet][dose]
     QVector<Evaluation> evaluations = {}; ///< [dataSet]; none after Open
-    /// [dataSet][level]; fewer data sets where resampling was given up, empty where there is no
+    /// [dataSet][level]; fewer data sets if resampling was aborted, empty where there is no
     /// evaluation.
     QVector<QVector<DoseStability>> stability = {};
     Circumstances before = {};
-    /// The doses that other methods give where evaluations are not kept: [dataSet], as
-    /// medsOfAllMethods has them. Data sets may be missing.
+    /// The doses by other methods where evaluations are not kept: [dataSet], as returned by
+    /// medsOfAllMethods. Data sets may be missing.
     QVector<MethodMeds> otherMeds = {};
     bool usedCache = false;     ///< so that with selection all models were evaluated
     bool tookFromCache = false; ///< endpoints may have been there before
@@ -64,10 +64,10 @@ struct TruthComparison
 {
     QVector<LevelComparison> comparison; ///< [level]
     QVector<double> levels;              ///< in percent
-    int dataSets = 0;                    ///< that have been given a theoretical MED
-    int dataSetCount = 0;                ///< there were; more where it was given up
-    bool isFailed = false;               ///< the theoretical MEDs could not be made
-    bool hadMeds = false;                ///< a table of earlier theoretical MEDs stood there then
+    int dataSets = 0;                    ///< with a theoretical MED
+    int dataSetCount = 0;                ///< of the study; more than dataSets if aborted
+    bool isFailed = false;               ///< there are no theoretical MEDs
+    bool hadMeds = false;                ///< the table showed earlier theoretical MEDs
     Provenance made;                     ///< of the theoretical MEDs; the doses compared are in it
     Provenance chosen;                   ///< of the doses compared
     Circumstances before = {};           ///< of the theoretical MEDs
@@ -114,7 +114,7 @@ QString missingEvaluation(const DoseSelection& selection);
 /// The same of the stability of the doses of a data set.
 QString missingCertainty(const DoseSelection& selection, int dataSet);
 
-/// What results a calculation would give now, for comparison.
+/// The inputs that a calculation would use now, for comparison.
 struct CurrentInputs
 {
     Study study;
@@ -125,32 +125,32 @@ struct CurrentInputs
     QStringList trueModels;
 };
 
-/// How much of a result was calculated, where that is not all of it.
+/// How much of a result was calculated, if not all of it.
 QStringList unfinishedRemarks(const ProbabilityCurve& curve);
 QStringList unfinishedRemarks(const DoseSelection& selection);
 QStringList unfinishedRemarks(const TruthComparison& truth);
 
-/// What there is to say about a result: that it is stale, and since which changes; how much
-/// of it was calculated. Nothing where all is well, or where there is no result.
+/// Remarks on a result: it is stale, and what has changed since; how much of it was calculated.
+/// None if all is well or if there is no result.
 QStringList typicalCurveRemarks(const StudyResults& results, const CurrentInputs& now);
 QStringList weightsRemarks(const StudyResults& results, const CurrentInputs& now);
 QStringList curveRemarks(const StudyResults& results, const CurrentInputs& now);
 QStringList selectionRemarks(const StudyResults& results, const CurrentInputs& now);
 
-/// The same; stale, too, where the chosen doses are no longer those compared, or are stale
-/// themselves.
+/// The same for the comparison; it is also stale if the chosen doses are no longer those compared
+/// or are stale themselves.
 QStringList truthRemarks(const StudyResults& results, const CurrentInputs& now);
 
-/// What a comparison says of the nominal count of a level, to be put behind it: the range that
-/// chance explains, " (12 to 19 in 95 % of studies by chance)", and in a line of its own whether
-/// the counts are compatible with the level. Empty where there is no range or no such level.
+/// The note behind the nominal count of a level: the range that chance explains, " (12 to 19 in 95
+/// % of studies by chance)", and in a separate line whether the counts are compatible with the
+/// level. Empty without a range or such a level.
 QString nominalNote(const TruthComparison& truth, double level);
 
 /// The kinds of inputs that have changed since the curve or the selection was made.
 QVector<InputKind> curveChanges(const StudyResults& results, const CurrentInputs& now);
 QVector<InputKind> selectionChanges(const StudyResults& results, const CurrentInputs& now);
 
-/// The same of the comparison itself, with its theoretical MEDs, and of the doses that were
+/// The same for the comparison itself, with its theoretical MEDs, and for the doses that were
 /// compared.
 QVector<InputKind> truthChanges(const StudyResults& results, const CurrentInputs& now);
 QVector<InputKind> comparedDosesChanges(const StudyResults& results, const CurrentInputs& now);

@@ -7,7 +7,7 @@
 
 #include <QString>
 
-// How summary and report write numbers and settings.
+// The form of numbers and settings in summary and report.
 
 /// A number that somebody typed, with all its digits; several, with commas between them.
 QString typed(double number);

@@ -8,7 +8,7 @@
 #include <QString>
 #include <QStringList>
 
-/// Where a study came from, and by what it is summarised.
+/// The origin of a study, and the program that summarises it.
 struct StudySource
 {
     QString program; ///< name and version
@@ -19,10 +19,10 @@ struct StudySource
     QStringList files;
 };
 
-/// The study and its results as lines of plain text; the cells of its tables are separated by
-/// tabs. Typed numbers have all their digits, calculated ones six. A result that is stale
-/// stands with the inputs that it was made with. Results that were not calculated are left
-/// out; relative weights are those of now, of a data set, -1 for none. findings end it.
+/// The study and its results as lines of plain text; the cells of its tables are separated by tabs.
+/// Typed numbers have all their digits, calculated ones six. A stale result appears with the inputs
+/// that it was made with. Results that were not calculated are left out. Relative weights are the
+/// current ones of a data set, -1 for none. The findings come last.
 QString summaryText(const CurrentInputs& now, const StudyResults& results, int weightsDataSet,
                     const StudySource& source, const QStringList& findings);
 

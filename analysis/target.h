@@ -3,7 +3,7 @@
 #ifndef VELMORA_ANALYSIS_TARGET_H
 #define VELMORA_ANALYSIS_TARGET_H
 
-/// The interval that the endpoint shall lie in: above lower, and at most upper.
+/// The target interval of the endpoint: above lower and at most upper.
 struct TargetInterval
 {
     double lower;

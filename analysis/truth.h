@@ -22,8 +22,8 @@ struct TrueModelNumbers
 /// modelCount. Any other shape gives no numbers.
 TrueModelNumbers trueModelNumbers(const Table& table, int simulationCount, int modelCount);
 
-/// The candidate dose that a true MED is rounded up to: the one above the highest dose
-/// that is below it. NaN above all doses; a MED of NaN gives the lowest dose, by intent.
+/// The candidate dose that a true MED is rounded up to: the one above the highest dose that is
+/// below it. NaN above all doses; a MED of NaN gives the lowest dose, which is intended.
 double roundedUpToDose(double trueMed, const QVector<double>& doses);
 
 /// The lowest dose from which on, up to the highest, the endpoint lies in the target
@@ -31,7 +31,7 @@ double roundedUpToDose(double trueMed, const QVector<double>& doses);
 double theoreticalMed(const QVector<double>& endpoints, const QVector<double>& doses,
                       const TargetInterval& target);
 
-/// Theoretical MEDs of simulated data sets and what they were read off.
+/// Theoretical MEDs of simulated data sets, with the endpoints behind them.
 struct TheoreticalMeds
 {
     Table endpoints;      ///< of the true model, [dataSet][dose]; empty where there is none
@@ -39,10 +39,10 @@ struct TheoreticalMeds
 };
 
 /// The theoretical MED of each simulated data set: the true model's endpoint for trueRows,
-/// [dataSet][column], judged by theoreticalMed. trueModels are 0-based, [dataSet]; a number of
-/// no model, or an empty row, gives NaN. The study's definitions must be up to date. goesOn
-/// is told how many data sets are done and gives the rest up by false, as isAwaited does within
-/// a data set.
+/// [dataSet][column], judged by theoreticalMed. trueModels are 0-based, [dataSet]; a number of no
+/// model, or an empty row, gives NaN. The study's definitions must be up to date. goesOn receives
+/// the number of data sets done; it aborts the rest by returning false, as isAwaited does within a
+/// data set.
 TheoreticalMeds theoreticalMeds(const Study& study, const Table& trueRows,
                                 const QVector<int>& trueModels,
                                 const std::function<bool(int done)>& goesOn,
@@ -65,8 +65,8 @@ struct LevelComparison
     int all() const { return over + equal + under; }
 };
 
-/// Compares level by level. doseChoice is [dataSet][level]; its first row tells the number
-/// of levels. Data sets without a theoretical MED entry are left out.
+/// Compares level by level. doseChoice is [dataSet][level]; its first row has the number of levels.
+/// Data sets without a theoretical MED entry are left out.
 QVector<LevelComparison> compareWithTruth(const Table& doseChoice,
                                           const QVector<double>& theoreticalMeds);
 
@@ -82,16 +82,16 @@ struct CountRange
 };
 
 /// The counts that chance alone gives a method without bias in 95 % of studies: of n data sets,
-/// each at or above the theoretical MED with a probability of level percent, as many are
-/// so as the binomial distribution B(n, level/100) tells. From its 2.5 % to its 97.5 % quantile,
-/// a quantile being the lowest k with P(X <= k) not below it; exact for any n, in a time that
-/// grows with n. None without data sets, and unless the level lies strictly between 0 and 100,
-/// where chance decides. Johnson, Kemp & Kotz, Univariate Discrete Distributions (2005).
+/// each at or above the theoretical MED with a probability of level percent, the number of these
+/// follows the binomial distribution B(n, level/100). From its 2.5 % to its 97.5 % quantile, a
+/// quantile being the lowest k with P(X <= k) not below it; exact for any n, in a time that grows
+/// with n. None without data sets, and unless the level lies strictly between 0 and 100, where
+/// chance decides. Johnson, Kemp & Kotz, Univariate Discrete Distributions (2005).
 std::optional<CountRange> nominalRange(const LevelComparison& comparison, double level);
 
-/// Why the counts of a level do not go with the range of the nominal count: "over exceeds 19" or
-/// "over or equal falls below 12"; empty if they do. As doses are a few, the count of a method
-/// without bias lies anywhere from over to over or equal.
+/// Why the counts of a level are not compatible with the range of the nominal count: "over exceeds
+/// 19" or "over or equal falls below 12"; empty if they are. As there are only a few doses, the
+/// count of a method without bias lies anywhere from over to over or equal.
 QString misfit(const LevelComparison& comparison, const CountRange& range);
 
 /// Deviations from the nominal counts, 6 rows by 2 columns: mean excess of estimates above,

@@ -5,9 +5,9 @@
 
 #include "analysis/study.h"
 
-/// Values of every model's weight expression for a data set, [model][sample].
-/// Samples are those of model 0; a model that lacks rows has fewer entries. NaN where the
-/// expression is blank or cannot be bound. Compiles the expressions as they read now.
+/// Values of every model's weight expression for a data set, [model][sample]. Samples are those of
+/// model 0; a model that lacks rows has fewer entries. NaN where the expression is blank or cannot
+/// be bound. Compiles the current expressions.
 Table weightValues(const Study& study, int dataSet);
 
 /// Relative model weights per bootstrap sample, [sample][model].

@@ -5,7 +5,7 @@
 
 #include "analysis/certainty/evaluation.h"
 
-/// The quantiles of an endpoint that are given.
+/// The quantiles of an endpoint in the result.
 constexpr double endpointQuantiles[] = {0.05, 0.25, 0.5, 0.75, 0.95};
 constexpr int endpointQuantileCount = 5;
 
@@ -23,11 +23,11 @@ struct AveragedEndpoint
     QVector<QVector<EndpointDistribution>> byModel; ///< [model][dose]
 };
 
-/// The endpoint over the bootstrap samples and models, each with its weight (appliedWeights).
-/// A quantile is the lowest endpoint at which the weighted distribution function reaches it,
-/// over positive weights and finite endpoints. The excluded share of all models is of one for
-/// each sample, so that samples without weights are excluded; that of a model of its own
-/// weight. NaN where nothing is left. Buckland, Burnham & Augustin (1997).
+/// The endpoint over the bootstrap samples and models, each with its weight (appliedWeights). A
+/// quantile is the lowest endpoint at which the weighted distribution function reaches it, over
+/// positive weights and finite endpoints. The excluded share of all models refers to a weight of 1
+/// for each sample, so that it includes samples without weights; that of one model refers to its
+/// own weight. NaN where nothing is left. Buckland, Burnham & Augustin (1997).
 AveragedEndpoint averagedEndpoint(const Study& made, const Evaluation& evaluation);
 
 #endif

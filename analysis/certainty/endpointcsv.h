@@ -7,9 +7,9 @@
 
 class QIODevice;
 
-/// Writes the endpoints that results were judged by as comma-separated lines (RFC 4180) below the
-/// heading data_set,model,sample,dose,endpoint,weight,selected,in_target, in this order of data
-/// set, sample, model and dose. There are lines for what was evaluated alone.
+/// Writes the endpoints behind results as comma-separated lines (RFC 4180) below the heading
+/// data_set,model,sample,dose,endpoint,weight,selected,in_target, in this order of data set,
+/// sample, model and dose. Only evaluated endpoints have lines.
 ///
 /// Data sets and samples count from 0; numbers have 17 digits, NaN is NA, infinities are Inf
 /// and -Inf. weight is the relative weight of the model in the sample (of the first sample with
@@ -18,8 +18,8 @@ class QIODevice;
 /// is, over the samples, the mean sum of weight in_target, or the share of selected lines
 /// with in_target.
 ///
-/// False if it is given up, for which goesOn is asked with the number of results done; what
-/// cannot be written is the device's to tell.
+/// False if aborted, which goesOn decides; it receives the number of results done. The device
+/// reports write errors.
 bool writeEndpoints(QIODevice& device, int resultCount,
                     const std::function<JudgedResult(int result)>& resultAt,
                     const std::function<bool(int done)>& goesOn);
@@ -30,7 +30,7 @@ void writeEndpointHeading(QIODevice& device);
 bool writeEndpoints(QIODevice& device, const JudgedResult& result,
                     const std::function<bool()>& goesOn);
 
-/// A number as these lines have it.
+/// A number as these lines contain it.
 QByteArray csvNumber(double number);
 
 #endif

@@ -7,7 +7,7 @@
 
 #include <optional>
 
-// What is kept of a calculation, so that figures of its certainty need neither another
+// The part of a calculation that is kept, so that figures of its certainty need neither another
 // evaluation nor another random number.
 
 /// Numbers in rows of one length, in one piece: [row][column].
@@ -28,8 +28,8 @@ struct Grid
 };
 
 /// How the fit of a model to a bootstrap sample ended, by the columns that are named
-/// minimization_successful and estimate_near_boundary. A fit is failed unless the first holds
-/// a number other than 0. Where a model lacks a column, nothing is known against its fits.
+/// minimization_successful and estimate_near_boundary. A fit failed unless the first column holds a
+/// number other than 0. Where a model lacks a column, nothing is known against its fits.
 enum class FitState : char { Sound, NearBoundary, Failed };
 
 /// The endpoints of a model in a data set, of those samples for which they were evaluated. They
@@ -39,7 +39,7 @@ class KeptEndpoints
 public:
     KeptEndpoints() = default;
 
-    /// Of [sample][dose]; empty for a sample that was not evaluated. Endpoints that are
+    /// endpoints is [sample][dose]; empty for a sample that was not evaluated. Endpoints that are
     /// missing at the end of a sample become NaN.
     KeptEndpoints(const Table& endpoints, int doseCount);
 
@@ -57,7 +57,7 @@ private:
     Table samples; ///< [sample][dose]
 };
 
-/// The endpoints by which a data set was judged, with the weights and with how the fits ended.
+/// The endpoints by which a data set was judged, with the weights and the states of the fits.
 struct Evaluation
 {
     int sampleCount = 0;
@@ -73,9 +73,9 @@ struct Evaluation
     qint64 bytes() const;
 };
 
-/// Keeps the endpoints of a data set, as far as they were evaluated: [model][sample][dose].
-/// Without any, or where a cache has not as many samples of each model, or more of them than
-/// there are weights, there is no evaluation but a reason.
+/// Keeps the endpoints of a data set, as far as they were evaluated: [model][sample][dose]. Without
+/// endpoints, or where a cache does not have the same number of samples for each model or has more
+/// samples than there are weights, the result is a reason instead of an evaluation.
 Evaluation keepEvaluation(const Study& study, int dataSet, const JudgingWeights& weights,
                           const QVector<Table>& endpoints);
 
@@ -97,12 +97,11 @@ Grid hitWeights(const Study& made, const Evaluation& evaluation, const Grid& wei
 /// 100 sd(z) / sqrt(N) with z the weights that the N samples put inside the interval
 /// (hitWeights) and N the divisor of sd, too; with selection that is 100 sqrt(p (1 - p) / N).
 ///
-/// It tells how far the probability may be from that of endlessly many bootstrap samples. With
-/// ETAs it includes the draws, but not the bias of few individuals; with one OFV per model it
-/// holds given the weights of the first sample. 0 does not mean that the probability is
-/// certain: all samples agree, but for what the rounding of weights leaves. NaN without
-/// samples. Koehler, Brown & Haneuse (2009); Morris,
-/// White & Crowther (2019).
+/// It shows how far the probability may be from that of infinitely many bootstrap samples. With
+/// ETAs it includes the draws, but not the bias of few individuals; with one OFV per model it holds
+/// given the weights of the first sample. 0 does not mean that the probability is certain: all
+/// samples agree, except for the rounding of weights. NaN without samples. Koehler, Brown & Haneuse
+/// (2009); Morris, White & Crowther (2019).
 QVector<double> monteCarloErrors(const Grid& hits, int sampleCount);
 QVector<double> monteCarloErrors(const Study& made, const Evaluation& evaluation);
 

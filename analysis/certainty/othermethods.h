@@ -14,7 +14,7 @@ struct Method
 
 constexpr Method allMethods[] = {{false, true}, {true, true}, {false, false}, {true, false}};
 
-/// What a method makes of a data set.
+/// The result of a method for a data set.
 struct MethodResult
 {
     Study made;                  ///< with the method
@@ -23,17 +23,17 @@ struct MethodResult
     QVector<double> meds;        ///< per level in dose units; NaN for none
 };
 
-/// The result that a method gives from the endpoints that a data set was judged by; that of the
-/// method it was judged by is the same to the last bit. None where a model would judge whose
-/// endpoint was not evaluated: nothing is evaluated or drawn.
+/// The result of a method from the endpoints by which a data set was judged. For the method that
+/// was used it is the same to the last bit. None where the method needs a model whose endpoint was
+/// not evaluated. Evaluates nothing and draws no random number.
 std::optional<MethodResult> resultByMethod(const Study& made, const Evaluation& evaluation,
                                            const Method& method);
 
-/// The MEDs of a data set by methods, [method of allMethods][level]; none where a method gives no
+/// The MEDs of a data set by each method, [method of allMethods][level]; none where a method has no
 /// result.
 using MethodMeds = QVector<std::optional<QVector<double>>>;
 
-/// Those at the study's levels. All none without an evaluation.
+/// The MEDs of all methods at the study's levels. All are none without an evaluation.
 MethodMeds medsOfAllMethods(const Study& made, const Evaluation& evaluation);
 
 #endif

@@ -5,11 +5,11 @@
 
 #include "analysis/certainty/evaluation.h"
 
-/// Which fits a probability is made from.
+/// The fits from which a probability is calculated.
 enum class FitChoice {
     All,
     Successful,        ///< without those that failed
-    AwayFromBoundary,  ///< of these, without those near a boundary
+    AwayFromBoundary,  ///< the successful ones that are not near a boundary
     WithoutOriginalFit ///< all, without the first sample
 };
 
@@ -37,14 +37,14 @@ struct Sensitivity
     ProbabilityOfFits ifHit;        ///< the weight that was removed counts as a hit
 };
 
-/// The result from all fits and from each choice of them that the data tell.
+/// The result from all fits and from each choice of fits for which the data have columns.
 ///
-/// A fit that is not chosen removes its model from that sample, and the weights of the others
-/// are made anew without it; with selection the best of the others judges. A sample with no
-/// model left counts as a miss. With one OFV per model the weights stay those of the first
-/// sample, of which a model that is removed from a sample is left out there. NaN where a model
-/// judges whose endpoint was not evaluated: so with selection, unless a cache has them all.
-/// The two bounds need no other endpoints.
+/// A fit that is left out removes its model from that sample, and the weights of the others are
+/// calculated again without it; with selection the best of the others judges. A sample with no
+/// model left counts as a miss. With one OFV per model the weights stay those of the first sample,
+/// without the models that are removed from a sample. NaN where the result needs a model whose
+/// endpoint was not evaluated; this happens with selection, unless a cache holds all models. The
+/// two bounds need no further endpoints.
 QVector<Sensitivity> sensitivityToFits(const Study& made, const Evaluation& evaluation);
 
 #endif

@@ -8,7 +8,7 @@
 
 class QDataStream;
 
-/// What was counted of a model in data sets that follow one another.
+/// The counts of a model in data sets that follow one another.
 struct CountedModel
 {
     QVector<SampleCounts> dataSets;
@@ -16,21 +16,21 @@ struct CountedModel
     SampleSums sums;
 };
 
-/// What a check-up keeps of the data sets that it has seen, instead of their samples. It can be
-/// written, and joined with that of the data sets that follow.
+/// The counts that a check-up keeps instead of the samples of the data sets. They can be written,
+/// and joined with the counts of the data sets that follow.
 struct CheckUpCounts
 {
     QVector<CountedModel> models; ///< [model]
 
-    /// Adds the counts of the data sets that follow. False, with nothing added, where they are
-    /// not of as many models.
+    /// Adds the counts of the data sets that follow. False, with nothing added, if the number of
+    /// models differs.
     bool append(const CheckUpCounts& later);
 };
 
 QDataStream& operator<<(QDataStream& stream, const CheckUpCounts& counts);
 
-/// Bytes that no counts were written to give none and a status other than Ok, in no more memory
-/// than a multiple of the bytes.
+/// Bytes that do not hold counts give none and a status other than Ok; memory stays below a
+/// multiple of the bytes.
 QDataStream& operator>>(QDataStream& stream, CheckUpCounts& counts);
 
 #endif

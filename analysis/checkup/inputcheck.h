@@ -6,42 +6,42 @@
 #include <QStringList>
 #include <QVector>
 
-// What the user should know about typed inputs, which all are taken as far as they can be
-// read. Each check gives sentences for a tooltip, the gravest first; none if there is
-// nothing to say.
+// Checks of typed inputs, all of which are used as far as they can be read. Each check returns
+// sentences for a tooltip, the most serious first; none if all is well.
 
-/// Of the dose list (see parseNumberList): why it is empty, parts that were left out or
-/// count once, doses that are no numbers, a range whose last dose lies beyond its end.
+/// Remarks on the dose list (see parseNumberList): why it is empty, parts that are left out or
+/// counted once, doses that are not numbers, a range whose last dose lies beyond its end.
 QStringList checkDoses(const QString& text);
 
-/// The same of the target levels in percent, levels that every or no probability exceeds,
-/// and levels that all lie below 1 %, as though typed as shares.
+/// Remarks on the probability levels in percent: the same, levels that every or no probability
+/// exceeds, and levels that all lie below 1 %, as if typed as shares.
 QStringList checkLevels(const QString& text);
 
-/// Of a bound of the target interval: that its text, placed by the program or no number,
-/// stands for the substitute, from when it is taken over; NaN.
+/// Remarks on a bound of the target interval: a text that is placed by the program or is not a
+/// number, and stands for the substitute as soon as it is used; NaN.
 QStringList checkBound(const QString& text, bool placed, double substitute);
 
-/// Of a bound with which results are about to be made: that its text, placed by the program
-/// or no number, stands for the substitute, and which endpoints that leaves out.
+/// Remarks on a bound before a calculation: a text that is placed by the program or is not a
+/// number, and stands for the substitute, and the endpoints that this leaves out.
 QStringList checkLowerBoundUsed(const QString& text, bool placed, double substitute);
 QStringList checkUpperBoundUsed(const QString& text, bool placed, double substitute);
 
-/// Of the target interval, lower < endpoint <= upper: that nothing can lie in it.
+/// Remarks on the target interval, lower < endpoint <= upper: nothing can lie in it.
 QStringList checkInterval(double lower, double upper);
 
-/// Of a cell of omega: a text that is neither number nor column, a column beyond the
+/// Remarks on a cell of omega: a text that is neither a number nor a column, a column beyond the
 /// columnCount columns of a bootstrap row.
 QStringList checkOmegaElement(const QString& text, int columnCount);
 
-/// Of omega, [row][column]: that it is not symmetric, and the ETAs that it does not define
-/// because it is not positive definite. ETAs without variance are no fault.
+/// Remarks on omega, [row][column]: it is not symmetric, or does not define some ETAs because it is
+/// not positive definite. ETAs without variance are no fault.
 QStringList checkCovariance(const QVector<QVector<double>>& omega);
 
-/// Of the number of simulated individuals: those that the processors do not divide.
+/// Remarks on the number of simulated individuals: some are not simulated, as the number of
+/// processors does not divide it.
 QStringList checkIndividuals(int individuals, int processors);
 
-/// Whether a table shows all of its rows and columns.
+/// Remarks on a table that does not show all of its rows and columns.
 QStringList checkShown(int rows, int shownRows, int columns, int shownColumns);
 
 #endif

@@ -11,7 +11,7 @@
 
 // The findings of the import check-up about one model.
 
-/// Kinds of findings, the gravest first.
+/// Kinds of findings, the most serious first.
 enum class Kind {
     Unreadable,
     WrongColumn,
@@ -25,7 +25,7 @@ enum class Kind {
     DataSets
 };
 
-/// Something that deserves attention.
+/// Something that the user should look at.
 struct Finding
 {
     Kind kind;
@@ -34,7 +34,7 @@ struct Finding
     QString brief; ///< for the summary, with the model's name
 };
 
-/// A model while it is looked through.
+/// A model during its check-up.
 struct CheckedModel
 {
     QString name;
@@ -58,8 +58,8 @@ struct CheckContext
     int colNumTHETA1;
 };
 
-/// Gives the model its facts and findings. Its counts and width, and the names and counts of
-/// all models, are there.
+/// Adds the facts and findings of the model. Its counts and width, and the names and counts of all
+/// models, must be known.
 void checkModel(CheckedModel& model, const CheckContext& context);
 
 #endif

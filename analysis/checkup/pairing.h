@@ -47,16 +47,16 @@ struct RowPairing
     void append(const RowPairing& later);
 };
 
-/// Looks at every pair of models in a data set; of more than 20 models, at each with the first.
-/// tables are [model], empty where a model lacks the data set; ofvColumns are 0-based, [model], -1
-/// for none. Adds to pairings, [model], and tells which models are at fault, [model].
+/// Checks every pair of models in a data set; with more than 20 models, each with the first. tables
+/// are [model], empty where a model lacks the data set; ofvColumns are 0-based, [model], -1 for
+/// none. Adds to pairings, [model], and returns which models are at fault, [model].
 ///
 /// A pair does not fit if its rank correlation lies below 0.5, over all rows or over a fifth of
-/// them: where a row is missing in the middle, the rows before still fit. The fault is then in
-/// the fifth that fits least, but in all rows where no fifth fits. Nothing is said of parts with
-/// fewer than 20 rows that have both OFVs. At fault is the model that fits the fewest others,
-/// the last of several, so that one shuffled file leaves the others alone. The worst of its
-/// faults is that with the lowest correlation, over all rows if there is one.
+/// them: where a row is missing in the middle, the rows before still fit. The fault is then in the
+/// fifth that fits least, but in all rows where no fifth fits. Parts with fewer than 20 rows that
+/// have both OFVs are not judged. At fault is the model that fits the fewest others, the last of
+/// several, so that one shuffled file leaves the others alone. The worst of its faults is that with
+/// the lowest correlation, over all rows if there is one.
 QVector<bool> pairRows(int dataSet, const QVector<Table>& tables, const QVector<int>& ofvColumns,
                        QVector<RowPairing>& pairings);
 

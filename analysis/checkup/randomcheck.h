@@ -7,7 +7,7 @@
 
 #include <QStringList>
 
-// Whether a calculation draws so many random numbers that their sequence comes round.
+// Whether a calculation draws so many random numbers that their sequence repeats.
 
 /// Random numbers that the probability of a data set may take, at most: two for each ETA that
 /// varies, by individual, dose, sample and model. All models count, whether or not they have a
@@ -15,14 +15,14 @@
 /// does not exist.
 double mostRandomNumbers(const Study& study, int dataSet);
 
-/// That the probability of a data set may draw more random numbers than there are before they
-/// repeat (randomPeriod), in a sentence for a tooltip; nothing otherwise.
+/// A sentence for a tooltip if the probability of a data set may draw more random numbers than the
+/// sequence has before it repeats (randomPeriod); nothing otherwise.
 QStringList checkRandomNumbers(const Study& study, int dataSet);
 
-/// The same of all data sets together; names the one from which on they may repeat.
+/// The same for all data sets together; names the data set from which on numbers may repeat.
 QStringList checkRandomNumbersOfAll(const Study& study);
 
-/// The same where the numbers that each data set draws are known, [dataSet].
+/// The same with a known number of draws for each data set, [dataSet].
 QStringList checkRandomNumbers(const QVector<double>& ofDataSets);
 
 #endif

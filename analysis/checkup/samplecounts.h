@@ -25,8 +25,8 @@ struct SampleColumns
     }
 };
 
-/// What a data set holds. Without the column that tells, a count is 0; that of withoutOfv is
-/// all samples.
+/// The counts of a data set. Without the column that it needs, a count is 0; withoutOfv is then all
+/// samples.
 struct SampleCounts
 {
     qint64 samples = 0; ///< rows, the original fit included
@@ -42,7 +42,7 @@ struct SampleCounts
     qint64 mispaired = 0;         ///< rows whose number is not that of the partner's row
     bool fitFailed = false;       ///< the original fit, number 0 in the first row, did not converge
     bool unevenlyPaired = false;  ///< with a table of another number of rows; set by callers
-    bool unpaired = false;        ///< its OFV does not go with that of others; set by callers
+    bool unpaired = false;        ///< its OFV does not go with the others; set by callers
     bool repeatsPrevious = false; ///< the data set before has the same samples; set by callers
     QMap<int, qint64> widths;     ///< samples per number of columns
 };
@@ -62,7 +62,7 @@ struct SampleSums
     void add(const SampleSums& sums);
 };
 
-/// The columns by their names, [column], but the OFV by its setting, which is 1-based.
+/// The columns by their names, [column], except the OFV, which goes by its setting (1-based).
 SampleColumns columnsByName(const QStringList& names, int colNumOFV);
 
 /// The numbers in a column, one per row; NaN where a row is short. Empty for column -1.

@@ -7,28 +7,26 @@
 
 #include <QStringList>
 
-// What the user should know about a study before results are made from it: what would make
-// probabilities 0 or lower than they look. Each check gives sentences for a tooltip, the
-// gravest first; none if there is nothing to say. The study may be uneven, and none of the
-// checks changes it or draws a random number.
+// Checks of a study before results are calculated from it: what would make probabilities 0 or lower
+// than they seem. Each returns sentences for a tooltip, the most serious first; none if all is
+// well. The study may be uneven, and none of the checks changes it or draws a random number.
 
-/// That no model has a weight expression that is not blank. Nothing without models.
+/// Reports that no model has a weight expression. Nothing without models.
 QStringList checkAnyWeight(const Study& study);
 
-/// Of the samples of a data set without a usable weight, which count as misses: how many
-/// they are and the probability in percent that they leave possible. With one
-/// OFV per model it is the first sample alone that counts. With model averaging a sample
-/// has no weight where no relative weight is above 0, with model selection where no model
-/// is selected.
+/// Reports the samples of a data set without a usable weight, which count as misses: their number
+/// and the highest probability in percent that remains possible. With one OFV per model only the
+/// first sample counts. With model averaging a sample has no weight where no relative weight is
+/// above 0, with model selection where no model is selected.
 ///
-/// Evaluates the weights of the data set, unless values has them, as of weightValues. Nothing where
-/// there are no samples, where checkAnyWeight or checkShownModel tells why nothing has a weight,
-/// and where a weight expression is malformed, which its diagnosis tells.
+/// Evaluates the weights of the data set, unless values has them (see weightValues). Nothing where
+/// there are no samples, where checkAnyWeight or checkShownModel reports why nothing has a weight,
+/// and where a weight expression is malformed, which its diagnosis reports.
 QStringList checkUsableWeights(const Study& study, int dataSet, const Table& values = {});
 
-/// The same of all data sets in one sentence, which names the worst. Looks at the first data
-/// set and at as many more as take no time that one would notice; if these are not all, a
-/// finding says how many they are.
+/// The same for all data sets in one sentence, which names the worst. Checks the first data set and
+/// as many more as take no noticeable time; if these are not all, the sentence says how many they
+/// are.
 QStringList checkUsableWeightsOfAll(const Study& study);
 
 /// checkUsableWeights and checkUsableWeightsOfAll, evaluated again only when something that
@@ -39,7 +37,7 @@ public:
     QStringList ofDataSet(const Study& study, int dataSet);
     QStringList ofAll(const Study& study);
 
-    /// To be told when the study has other bootstrap results.
+    /// To be called when the study has other bootstrap results.
     void forget() { *this = UsableWeights(); }
 
 private:
@@ -52,24 +50,24 @@ private:
     Answer allAnswer;
 };
 
-/// That the model shown on page "0" lacks data sets that model 0 has, so that model averaging
-/// finds no weights for them. Nothing with model selection, which does not ask.
+/// Reports that the model shown on page "0" lacks data sets that model 0 has, so that model
+/// averaging finds no weights for them. Nothing with model selection, which does not depend on this
+/// model.
 QStringList checkShownModel(const Study& study);
 
-/// Of models that have a weight: that their endpoint expression is blank, so that the
-/// endpoint is 0 at every dose.
+/// Reports models with a weight but a blank endpoint expression: their endpoint is 0 at every dose.
 QStringList checkEndpointsGiven(const Study& study);
 
-/// Of a project that was opened: that the number of individuals is none of its items and
-/// stands as it was in the window. Nothing where no endpoint has ETAs.
+/// Reports, after a project was opened, that it does not keep the number of individuals, which is
+/// still that of the window. Nothing if no endpoint has ETAs.
 QStringList checkIndividualsAfterOpening(const Study& study, bool opened);
 
-/// That files of simulation models, true models or true MEDs of these names could not be read to
-/// their end, and count as empty. Nothing without files.
+/// Reports files of simulation models, true models or true MEDs that could not be read to their end
+/// and count as empty. Nothing without files.
 QStringList checkReadToEnd(const QStringList& files);
 
-/// That simulation models from files of these names are still held although they were
-/// imported before the present results. Nothing without files.
+/// Reports that simulation models from these files are still used although they were imported
+/// before the current results. Nothing without files.
 QStringList checkSimulationModels(const QStringList& files, bool importedBeforeResults);
 
 #endif

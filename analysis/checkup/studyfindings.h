@@ -8,21 +8,21 @@
 
 #include <QStringList>
 
-// Findings as lines of a list, each led by what it is found on.
+// Findings as lines of a list, each beginning with the model and input that it concerns.
 
 /// The names of all models that have results or a definition.
 QStringList checkedNames(const Study& study);
 
-/// How a model's texts came about, which a study does not tell.
+/// The history of a model's texts, which a study does not hold.
 struct TextHistory
 {
-    bool isEndpointTyped;             ///< be it that nothing was typed
+    bool isEndpointTyped;             ///< even if the text is empty
     QString placedWeight;             ///< that the program proposed; empty for none
-    QStringList endpointRemarks = {}; ///< that stand before what is found on the text itself
+    QStringList endpointRemarks = {}; ///< that precede the findings on the text itself
     QStringList weightRemarks = {};   ///< the same
 };
 
-/// Everything that is found on a model: "emax, weight: ...".
+/// All findings on a model: "emax, weight: ...".
 QStringList modelFindings(const Study& study, const ImportCheckUp& checkUp, int model,
                           const TextHistory& history);
 
@@ -35,9 +35,9 @@ struct TypedInputs
     Bound upper;
 };
 
-/// Everything that is found on all models and on the other inputs of a study, as a window lists
-/// it. What looks through the samples of all data sets, as for weights and random numbers, is left
-/// out: of the samples, those of each model's first data set are looked at.
+/// All findings on the models and the other inputs of a study, as a window lists them. Checks that
+/// read the samples of all data sets, as for weights and random numbers, are left out: only each
+/// model's first data set is read.
 QStringList studyFindings(const Study& study, const ImportCheckUp& checkUp,
                           const TypedInputs& typed);
 

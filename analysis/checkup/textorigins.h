@@ -6,24 +6,24 @@
 #include <QMap>
 #include <QStringList>
 
-/// For which model the text in each row of a table was typed.
+/// The model for which the text in each row of a table was typed.
 ///
-/// Texts stay in their rows when other files are imported, so that a model which comes in
-/// front of others moves all of them away from their texts. Only names taken from files tell
-/// models apart: numbers, as folder imports and projects give them, are passed as an empty
-/// name, with which nothing is said. Rows count from 0.
+/// Texts stay in their rows when other files are imported, so that a new model in front of others
+/// separates these from their texts. Only names taken from files identify models. Folder imports
+/// and projects only have numbers; they pass an empty name, for which there is no finding. Rows
+/// count from 0.
 class TextOrigins
 {
 public:
-    /// A text was typed or removed in the row, which stands at a model of this name.
+    /// Records that a text was typed or removed in the row, which belongs to a model of this name.
     void typed(int row, const QString& modelName);
 
-    /// The table has so many rows now; what stood in others is gone.
+    /// Records the number of rows of the table; the texts of other rows are gone.
     void resized(int rowCount);
 
-    /// That the row's text was typed for another model than the one of this name, at which
-    /// it stands now: "Typed for emax, now stands at betamod." Nothing if the names agree,
-    /// or if either is not known.
+    /// Reports that the row's text was typed for another model than the one of this name, where it
+    /// stands now: "Typed for emax, now stands at betamod." Nothing if the names agree, or if
+    /// either is not known.
     QStringList finding(int row, const QString& nameNow) const;
 
 private:
