@@ -140,7 +140,8 @@ private slots:
         const Rows<int, int, QString, QString> row("dataSets", "individuals", "one", "all");
         row("not yet", 122, 100, "", "");
         row("passed", 200, 100, "", "*3.52e9 random*after 2147483646: from data set 122 on, *");
-        row("in a data set", 1, 12'300, "*2.16e9 random*2147483646: the*", "*6: the same numbers *");
+        row("in a data set", 1, 12'300, "*2.16e9 random*2147483646: the*",
+            "*6: the same numbers *");
         row("in the first", 2, 2'000'000'000, "*3.52e14 *", "*7.04e14 *: from data set 0 on, *");
     }
     void boundsRandomNumbers()

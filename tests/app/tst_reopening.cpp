@@ -82,7 +82,7 @@ private slots:
         const Results saved = results();
         save();
         importPairs();
-        QVERIFY(tip(toTruth).contains("imported before the present results"));
+        QVERIFY(tip(toTruth).contains("imported before the current results"));
         QVERIFY(results()["summary"].contains("Results of an earlier import"));
         open();
         QVERIFY(!tip(toTruth).contains("imported before"));
