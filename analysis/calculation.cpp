@@ -8,7 +8,7 @@
 
 namespace {
 
-/// False if it is given up.
+/// False if aborted.
 bool evaluateAll(EndpointRun& run, const GoesOn& goesOn)
 {
     for (int sample = 0; sample < run.sampleCount(); ++sample) {
@@ -19,8 +19,8 @@ bool evaluateAll(EndpointRun& run, const GoesOn& goesOn)
     return true;
 }
 
-/// The endpoints by which a data set is judged with model averaging, [model][sample][dose];
-/// none if it is given up. A cached entry is trusted as it is.
+/// The endpoints by which a data set is judged with model averaging, [model][sample][dose]; none if
+/// aborted. A cached entry is not checked.
 std::optional<QVector<Table>> averagedEndpoints(const Study& study, int dataSet,
                                                 const Table& weights, EndpointCache* cache,
                                                 const GoesOn& goesOn)
@@ -44,7 +44,7 @@ std::optional<QVector<Table>> averagedEndpoints(const Study& study, int dataSet,
     return run.endpoints();
 }
 
-/// The same for model selection: of the model that judges each sample, and with a cache of all
+/// The same for model selection: for the model that judges each sample, and with a cache for all
 /// models, so that it serves other selections too.
 std::optional<QVector<Table>> selectedEndpoints(const Study& study, int dataSet,
                                                 const QVector<int>& selected, EndpointCache* cache,

@@ -9,9 +9,9 @@
 
 /// Endpoints of data sets, kept so that other levels and intervals need no evaluation.
 ///
-/// An entry is used whenever it has one table per model: a changed expression, dose or omega
-/// is not noticed, by intent. What entries were made from is kept beside them, so that the
-/// user can be told that they no longer fit.
+/// An entry is used whenever it has one table per model. This is intended: a changed expression,
+/// dose or omega does not matter. The provenance of each entry is kept with it, so that a finding
+/// can report entries that no longer fit.
 class EndpointCache
 {
 public:
@@ -40,9 +40,9 @@ public:
     /// Takes over the entries of a project, which count as made from what it holds.
     void restore(const Entries& savedEntries, const Provenance& made);
 
-    /// How many of the study's data sets have an entry that would be used although it was
-    /// made from something else. Averaging takes the models that had a weight then; selection
-    /// evaluates anew where it lacks one.
+    /// How many of the study's data sets have an entry that would be used although it was made from
+    /// something else. Averaging takes the models that had a weight then; selection evaluates again
+    /// where it lacks one.
     int misfits(const Study& study) const;
 
     /// The same as a sentence for the user; none without misfits.

@@ -10,10 +10,10 @@
 
 namespace {
 
-/// Samples are evaluated ahead until this many numbers are made for them, or this many
-/// operations take place: enough that a parallel section takes far longer than its
-/// threads need to wake up, which on a busy machine is milliseconds, and a part of the half
-/// second after which the user may want to give up.
+/// Samples are evaluated ahead until this many numbers are made for them, or this many operations
+/// take place: enough that a parallel section takes far longer than its threads need to wake up,
+/// which on a busy machine is milliseconds, and a part of the half second after which the user may
+/// want to abort.
 constexpr qint64 preparedNumbers = 1 << 21;
 constexpr qint64 preparedOperations = 1 << 24;
 /// Samples evaluated ahead at the most, so that the user sees the work go on; more where the
@@ -131,7 +131,7 @@ EndpointRun::EndpointRun(const Study& study, int dataSet, const EndpointPlan& en
     , values(qMax(1, plan.modelCount))
 {
     for (endPoint& definition : endPoints) {
-        // A row that takes long is evaluated by itself, so that it can be given up.
+        // A row that takes long is evaluated by itself, so that it can be aborted.
         const qint64 operations = definition.evaluatesRows() ? definition.operationCount() : 0;
         operationsByRows.append(operations < preparedOperations ? operations : 0);
     }
@@ -183,8 +183,8 @@ qint64 EndpointRun::randomNumberCount()
     return count;
 }
 
-/// Evaluates the next samples: as many as make a parallel section worthwhile, and one where
-/// random numbers drawn ahead could not be given back. False if it is given up.
+/// Evaluates the next samples: as many as make a parallel section worthwhile, and one where random
+/// numbers drawn ahead could not be given back. False if aborted.
 bool EndpointRun::prepare(const GoesOn& goesOn)
 {
     ahead = {};
@@ -261,7 +261,7 @@ void EndpointRun::prepareRows(int count)
     }
 }
 
-/// Evaluates samples one by one. False if it is given up.
+/// Evaluates samples one by one. False if aborted.
 bool EndpointRun::prepareSamples(const GoesOn& goesOn)
 {
     StartedWork started;

@@ -93,7 +93,7 @@ bool sameDefinitions(const Provenance& a, const Provenance& b, Agree agree)
            && agree(first.at(a.model), second.at(a.model));
 }
 
-/// Of the models that both have and simulate.
+/// Whether the models that both have and simulate agree.
 bool sameIndividuals(const Provenance& a, const Provenance& b)
 {
     const int count = qMin(a.inputs.endPoints.size(), b.inputs.endPoints.size());

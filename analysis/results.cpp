@@ -14,8 +14,8 @@ void addStale(QStringList& remarks, const QString& what, const Provenance& made,
     }
 }
 
-/// None where there is no result: then the provenance of now, for which results may have to be
-/// told from others, is not taken.
+/// None where there is no result: then the current provenance is not taken, as it may need a
+/// fingerprint of the results.
 template <typename Take>
 QVector<InputKind> changesOf(const Provenance& made, Take takeNow)
 {

@@ -93,15 +93,15 @@ struct StudyResults
 /// Memory that the evaluations of all results may take together, in bytes.
 constexpr qint64 mostKeptBytes = qint64(256) << 20;
 
-/// An evaluation as it is kept beside others that take so much memory: without anything but a
-/// reason where they would take more than mostKeptBytes together.
+/// An evaluation as it is kept next to others that take otherBytes: only a reason where all would
+/// take more than mostKeptBytes together.
 Evaluation keptBeside(const Evaluation& evaluation, qint64 otherBytes);
 
-/// What the evaluations of a selection take.
+/// The memory of the evaluations of a selection, in bytes.
 qint64 keptBytes(const DoseSelection& selection);
 
-/// Resamples the bootstrap samples of a selection's data sets. False if it is given up, with
-/// the data sets kept that are done.
+/// Resamples the bootstrap samples of a selection's data sets. False if aborted; the data sets that
+/// are done stay.
 bool resample(DoseSelection& selection, const std::function<bool(int done)>& goesOn,
               const GoesOn& isAwaited = {});
 

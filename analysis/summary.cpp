@@ -99,7 +99,7 @@ QString expressionsThen(const QVector<endPoint>& endPoints)
     return text;
 }
 
-/// What a stale result was made with, as far as it has changed and is not in its heading.
+/// The inputs of a stale result that have changed and are not in its heading.
 QString inputsThen(const Provenance& made, const QVector<InputKind>& changed,
                    const QString& madeWith)
 {
@@ -222,7 +222,7 @@ QString doses(const StudyResults& results, const CurrentInputs& now)
     return text + certaintySummary(selection);
 }
 
-/// Of which inputs the comparison was made, where they are not all in its headings.
+/// The inputs of the comparison that are not in its headings.
 QString truthInputs(const TruthComparison& truth)
 {
     const Provenance& made = truth.made;

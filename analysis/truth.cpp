@@ -49,7 +49,7 @@ LevelComparison compareLevel(const Table& doseChoice, const QVector<double>& the
             }
         }
     }
-    // Exact hits are not in the divisor, by intent.
+    // This is intended: exact hits are not in the divisor.
     comparison.meanAbsoluteError /= different;
     return comparison;
 }
@@ -218,7 +218,7 @@ Table summariseComparison(const QVector<LevelComparison>& comparisons,
         if (!(0 < level && level < 100)) {
             continue;
         }
-        // 50 itself is among the levels "above" 50, by intent.
+        // This is intended: 50 itself is among the levels "above" 50.
         for (int column = 0; column < (level >= 50 ? 2 : 1); ++column) {
             addToSummary(summary, column, comparisons.at(i),
                          nominalCount(comparisons.at(i), level));

@@ -28,7 +28,7 @@ void histogram(QVector<double> data, QVector<double> edges, QCustomPlot* plot);
 /// nBins - 1 bins are drawn and the last part of the range stays empty. Logs the numbers.
 void histogram(QTableWidget* table, QCustomPlot* plot, int nBins);
 
-/// The pen that curves and the outlines of histograms are drawn with.
+/// The pen of curves and outlines of histograms.
 QPen thickPen(const QColor& color);
 
 /// nBins edges that divide the plot's visible horizontal range from its left border on:
@@ -36,9 +36,9 @@ QPen thickPen(const QColor& color);
 /// histogram. Empty for nBins below 1.
 QVector<double> visibleBinEdges(const QCustomPlot* plot, int nBins);
 
-/// Sets the range of an axis to what can be shown: a range without width (below 1e-12 of
-/// its magnitude) is widened around its value by 5 % of the magnitude, around 0 by 0.5. One
-/// that is not finite or beyond QCPRange's limits leaves the axis as it is.
+/// Sets the range of an axis to one that can be shown: a range without width (below 1e-12 of its
+/// magnitude) is widened around its value by 5 % of the magnitude, around 0 by 0.5. One that is not
+/// finite or beyond QCPRange's limits leaves the axis as it is.
 void setAxisRange(QCPAxis* axis, double lower, double upper);
 
 /// The same for the smallest and largest value. Values that are not finite or above 1e249

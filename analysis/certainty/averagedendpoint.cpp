@@ -21,7 +21,7 @@ bool ascending(const Weighed& a, const Weighed& b)
     return a.endpoint < b.endpoint;
 }
 
-/// Of ascending endpoints.
+/// The distribution of endpoints, which ascend.
 EndpointDistribution distributionOf(const QVector<Weighed>& values, double wholeWeight)
 {
     EndpointDistribution found;
@@ -33,7 +33,7 @@ EndpointDistribution distributionOf(const QVector<Weighed>& values, double whole
         sum += value.weight * value.endpoint;
     }
     found.mean = values.isEmpty() ? notANumber : sum / weight;
-    // Weights are rounded: a share that is reached but for that counts as reached.
+    // Weights are rounded: a share that is reached except for rounding counts as reached.
     constexpr double rounding = 1 - 1e-12;
     const double excluded = weight < wholeWeight * rounding ? 1 - weight / wholeWeight : 0.0;
     found.excluded = wholeWeight > 0 ? 100.0 * excluded : notANumber;
@@ -65,7 +65,7 @@ QVector<Weighed> weighedEndpoints(const Evaluation& evaluation, const Grid& weig
     return values;
 }
 
-/// Of each model.
+/// The sum of the weights of each model.
 QVector<double> wholeWeights(const Evaluation& evaluation, const Grid& weights)
 {
     QVector<double> sums(evaluation.endpoints.size(), 0.0);

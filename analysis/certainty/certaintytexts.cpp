@@ -59,7 +59,7 @@ QString sharesText(const DoseStability& found, const QVector<double>& doses)
     return parts.join(", ");
 }
 
-/// What decides: "0.6 misses the level by 0.4 errors".
+/// The probability that decides: "0.6 misses the level by 0.4 errors".
 QString nearestText(const JudgedResult& result, const DoseStability& found, double level)
 {
     const QString dose = doseText(result.made.doses, found.nearest);

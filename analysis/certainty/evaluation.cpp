@@ -10,12 +10,12 @@
 namespace {
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-/// What a row of a table takes beside its numbers is about as much as so many of them.
+/// A row of a table takes about as much memory besides its numbers as this many numbers.
 constexpr int numbersPerRow = 6;
 /// Percent points that the rounding of weights leaves where all samples agree.
 constexpr double roundingError = 1e-10;
 
-/// 0-based columns that tell how fits ended, -1 for none.
+/// 0-based columns that show how fits ended, -1 for none.
 struct FitColumns
 {
     int number;
@@ -43,7 +43,7 @@ FitState fitState(const QVector<double>& row, const FitColumns& columns)
                                                                : FitState::Sound;
 }
 
-/// How the fits of a data set ended, as far as its headings tell.
+/// How the fits of a data set ended, as far as its headings name the columns.
 void readFits(const Study& study, int dataSet, Evaluation& evaluation)
 {
     for (int model = 0; model < evaluation.endpoints.size(); ++model) {

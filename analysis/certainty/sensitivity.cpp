@@ -37,7 +37,7 @@ struct Remaining
 Table remainingValues(const Study& made, const Remaining& remaining)
 {
     const Evaluation& evaluation = remaining.evaluation;
-    // What gives a model no weight: NaN would spoil the sum of values that are no logarithms.
+    // This gives a model no weight: NaN would spoil the sum of values that are not logarithms.
     const double none = made.selecting || made.logScale ? notANumber : 0.0;
     Table values = evaluation.weights.values;
     for (int model = 0; model < values.size(); ++model) {

@@ -65,7 +65,7 @@ int quantile(const QVector<int>& chosen, double share)
     return chosen.size() - 1;
 }
 
-/// What does not need the resamples.
+/// The part that does not need the resamples.
 DoseStability unsampled(const QVector<double>& probability, const QVector<double>& errors,
                         double level, int sampleCount)
 {

@@ -32,7 +32,7 @@ bool isSound(const SampleCounts& counts)
            && areCounts(counts.widths.values(), mostInDataSet);
 }
 
-/// Whether a model can be told of: a fault has a partner.
+/// Whether a fault can be reported: it has a partner.
 bool isSound(const CountedModel& model, int modelCount)
 {
     const PairingFault& worst = model.pairing.worst;

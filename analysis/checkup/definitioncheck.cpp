@@ -48,7 +48,8 @@ bool varies(const endPoint& definition, int row)
     return false;
 }
 
-/// What a column holds that is no variance or covariance; empty if its name does not tell.
+/// The content of a column that is not a variance or covariance; empty if its name does not show
+/// it.
 QString noVariance(const QStringList& names, int column)
 {
     static const QRegularExpression deviation("(^|[^A-Z])SD$|(^|[^A-Za-z])sd$");

@@ -36,7 +36,7 @@ int quotedFieldEnd(const QString& line, int open)
     return -1;
 }
 
-/// A quote that was never closed, or closed amid the name, is no part of the name either.
+/// A quote that was never closed, or closed within the name, is not part of the name either.
 QString withoutQuotes(QStringView name)
 {
     name = name.trimmed();
@@ -100,7 +100,7 @@ QChar foreignSeparatorIn(const QString& line)
     return semicolons > commas ? ';' : tabs > commas ? '\t' : QChar();
 }
 
-/// Whether a heading is a row of data; missing values tell neither way.
+/// Whether a heading is a row of data; missing values do not decide.
 bool areNumbers(const QStringList& names)
 {
     int numbers = 0;
@@ -115,8 +115,8 @@ bool areNumbers(const QStringList& names)
     return numbers > words;
 }
 
-/// What a name says that its column holds other than a THETA. isNamed tells whether a column
-/// has a name.
+/// The content of a column that is, by its name, not a THETA. isNamed returns whether a column has
+/// a name.
 template <typename IsNamed>
 QString kindOf(const QString& name, IsNamed isNamed)
 {

@@ -24,7 +24,7 @@ bool isNumber(const QString& text)
     return converts;
 }
 
-/// Of a text of three parts parted by colons. noun is "dose" or "level".
+/// Remarks on a text of three parts separated by colons. noun is "dose" or "level".
 void checkRange(const QStringList& parts, const QString& noun, QStringList& remarks)
 {
     QStringList noNumbers;
@@ -59,7 +59,7 @@ void checkRange(const QStringList& parts, const QString& noun, QStringList& rema
     }
 }
 
-/// Of a text of parts parted by commas.
+/// Remarks on a text of parts separated by commas.
 void checkList(const QStringList& parts, const QString& noun, QStringList& remarks)
 {
     QStringList noNumbers;

@@ -73,8 +73,8 @@ QString shareText(const Occurrence& found, const QString& what)
     return text;
 }
 
-/// Reports the samples that show something, and tells whether there are any. what continues
-/// "317 of 1001 samples".
+/// Reports the samples that show something, and returns whether there are any. what continues "317
+/// of 1001 samples".
 template <typename Count>
 bool addShare(CheckedModel& model, Kind kind, const QString& what, Count count)
 {

@@ -56,8 +56,8 @@ bool comesFromColumns(const endPoint& definition)
                        });
 }
 
-/// What is wrong with omega, looked at for as many bootstrap samples as take no time that
-/// one would notice where it comes from their columns.
+/// The faults of omega, checked for as many bootstrap samples as take no time that one would notice
+/// where it comes from their columns.
 QStringList covarianceFindings(const endPoint& definition, const Table& samples)
 {
     constexpr double products = 2e6;

@@ -117,7 +117,7 @@ Ordered ordered(const double* values, int count)
     return finite;
 }
 
-/// Of values within the rows from first to before end.
+/// The ranks of the values in the rows from first to before end.
 Ranks rankedWithin(const Ordered& values, int first, int end)
 {
     Ranks ranks{QVector<double>(end - first, 0.0), int(values.size()), 0.0};
@@ -192,8 +192,8 @@ bool fitClearly(double correlation, int rowCount)
     return correlation >= qMax(lowestCorrelation, 3.3 / std::sqrt(rowCount));
 }
 
-/// The part that is told where a pair does not fit: all rows, or, where some fifth of them fits,
-/// the fifth that fits least. -1 where the pair fits.
+/// The part that is reported where a pair does not fit: all rows, or, where some fifth of them
+/// fits, the fifth that fits least. -1 where the pair fits.
 int faultyPart(const std::array<double, partCount>& correlations, int rowCount)
 {
     int worst = 0;
@@ -302,7 +302,7 @@ void addCorrelations(const QVector<Pair>& pairs, const QVector<bool>& blamed,
     }
 }
 
-/// Whether a fault, if it is one, is to be told rather than the worst before.
+/// Whether a fault, if it is one, is to be reported rather than the worst before.
 bool isWorse(const PairingFault& fault, const PairingFault& worst)
 {
     if (fault.partner < 0 || worst.partner < 0) {

@@ -26,7 +26,7 @@ int varyingEtas(const endPoint& definition)
     return count;
 }
 
-/// Of one sample, [model].
+/// The random numbers that one sample takes, [model].
 QVector<double> numbersPerSample(const Study& study)
 {
     QVector<double> numbers;

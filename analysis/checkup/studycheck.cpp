@@ -167,7 +167,7 @@ qint64 evaluationsPerSample(const Study& study)
     return evaluations;
 }
 
-/// The data sets that can be looked at in a short time, one at least.
+/// The data sets that can be checked in a short time, at least one.
 QVector<MissingWeights> lookAtDataSets(const Study& study)
 {
     constexpr qint64 mostEvaluations = 200'000;
@@ -185,7 +185,7 @@ QVector<MissingWeights> lookAtDataSets(const Study& study)
     return looked;
 }
 
-/// Of several data sets that lack weights. place is "In 3 of 20 data sets ".
+/// The finding on several data sets that lack weights. place is "In 3 of 20 data sets ".
 QString textOfSeveral(const Study& study, const QString& place, const MissingWeights& worst)
 {
     const QString where = QString("data set %1").arg(worst.dataSet);

@@ -43,7 +43,7 @@ QStringList modelFindings(const Study& study, const ImportCheckUp& checkUp, int 
     };
     add("results", checkUp.models.value(model).findings);
     if (model >= study.endPoints.size()) {
-        return lines; // of an import that was given up
+        return lines; // of an aborted import
     }
     add("endpoint", history.isEndpointTyped
                         ? history.endpointRemarks + endpointFindings(study, model)

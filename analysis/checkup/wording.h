@@ -5,7 +5,7 @@
 
 #include <QStringList>
 
-// How findings put numbers and names into words.
+// Numbers and names in findings.
 
 /// "1 sample", "2 samples".
 QString counted(qint64 count, const QString& noun);
@@ -13,10 +13,10 @@ QString counted(qint64 count, const QString& noun);
 /// "200" or "198 to 201".
 QString rangeText(qint64 lowest, qint64 highest);
 
-/// As many digits as people type; fewer would hide what tells two numbers apart.
+/// As many digits as people type; fewer would make different numbers look equal.
 QString numberText(double number);
 
-/// A name that may be of any length, with dots for what is cut off.
+/// A name of any length, with dots for the part that is cut off.
 QString shortName(const QString& name);
 
 /// The first texts of a list, which may be of any length: "a, b, c, d, e and 2 more".

@@ -25,8 +25,8 @@ struct ChartReading
     QString valueUnit; ///< behind values that are shown, with a blank in front
 };
 
-/// What else is said of the point at a key; empty for nothing. Its text is put behind that of
-/// the point as it is, and so brings its own comma or new line.
+/// An additional text for the point at a key; empty for none. It follows the point's own text
+/// directly, so it begins with a comma or a new line.
 using ChartNote = std::function<QString(double key)>;
 
 /// Whether the chart shows anything.

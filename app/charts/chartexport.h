@@ -12,13 +12,13 @@ struct ChartExportSettings
     ChartReading reading;
     QString fileName;          ///< offered, without suffix
     std::function<void()> fit; ///< shows all data; fitChart where there is none
-    /// What is said below a point under the mouse; may be missing.
+    /// The text below that of a point under the mouse; may be missing.
     std::function<QStringList()> remarks;
     ChartNote note; ///< may be missing
 };
 
-/// The chart's context menu, and what it tells about the point under a resting mouse. Owned
-/// by the chart, whose ranges a right click no longer reaches.
+/// The chart's context menu, and its tooltip for the point under the mouse. Owned by the chart,
+/// whose ranges a right click no longer reaches.
 class ChartExport : public ExportMenu
 {
 public:

@@ -14,7 +14,7 @@ struct HistogramBin
     int count;
 };
 
-/// The graph of a histogram: a stepped line over bins, which it keeps, as points cannot tell
+/// The graph of a histogram: a stepped line over bins, which it keeps, as its points do not show
 /// bins that are narrower than the step. Owned by the plot.
 class HistogramGraph : public QCPGraph
 {

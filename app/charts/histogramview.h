@@ -13,7 +13,7 @@
 
 class QCustomPlot;
 
-/// Which values a histogram shows; what does not tell them apart is 0.
+/// The values that a histogram shows; numbers that do not distinguish them are 0.
 struct HistogramSource
 {
     int model = 0;
@@ -25,30 +25,30 @@ struct HistogramSource
 /// A chart of a histogram that the mouse drags and zooms, and the rule by which it chooses its
 /// visible range. Owned by the chart.
 ///
-/// The bins divide the visible range, so every change of that range has the histogram drawn
-/// anew; a double click shows all values again. The owner of the values draws: it chooses the
-/// range for them with chooseRange() and then calls draw().
+/// The bins divide the visible range, so every change of that range draws the histogram again; a
+/// double click shows all values again. The owner of the values draws: it chooses the range for
+/// them with chooseRange() and then calls draw().
 class HistogramView : public QObject
 {
 public:
-    /// What a histogram looks like.
+    /// The appearance of a histogram.
     struct Look
     {
         QPen outline;
         QBrush area;
     };
 
-    /// redraw draws the current values, as far as there are any.
+    /// redraw draws the current values, if there are any.
     HistogramView(QCustomPlot* chart, const Look& histogramLook,
                   const std::function<void()>& redraw);
 
-    /// Dragging moves the range horizontally only. Draws anew.
+    /// Dragging moves the range horizontally only. Redraws.
     void dragHorizontally();
 
-    /// The wheel zooms both ways. Draws anew.
+    /// The wheel zooms both ways. Redraws.
     void zoomBothWays();
 
-    /// Forgets what was shown, so that the next values fit the range anew.
+    /// Forgets what was shown, so that the range is fitted to the next values.
     void forget();
 
     /// Fits the range to the current values and draws them.

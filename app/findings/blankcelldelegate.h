@@ -7,9 +7,9 @@
 
 class QTableWidget;
 
-/// Tints the cells of a table that nobody has filled yet, and tells why in their tooltips.
-/// Such cells have no item, and get none, as that would run edit handlers. It is the delegate
-/// of the table, which owns it.
+/// Tints the cells of a table that nobody has filled yet, and shows the reason in their tooltips.
+/// Such cells have no item, and get none, as that would run edit handlers. The delegate of the
+/// table, which owns it.
 class BlankCellDelegate : public QStyledItemDelegate
 {
 public:

@@ -203,7 +203,7 @@ QStringList FindingsView::all() const
     return found;
 }
 
-/// What an input's check finds now; of a table, what stands on its current cell.
+/// The current findings on an input; for a table, those on its current cell.
 QStringList FindingsView::findingsOn(const QWidget* input) const
 {
     const auto* table = qobject_cast<const QTableWidget*>(input);

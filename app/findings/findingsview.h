@@ -19,18 +19,17 @@ class QToolBox;
 /// The background of a table's cell with findings, over one of any colour.
 QBrush findingBrush();
 
-/// The same as an opaque colour, for headings, which are painted without regard to
-/// transparency.
+/// The same as an opaque colour, for headings, whose painting ignores transparency.
 QBrush headingBrush();
 
-/// A tooltip that shows the text as it stands, even if a file's name looks like markup.
+/// A tooltip that shows the text literally, even if a file's name looks like markup.
 QString plainToolTip(const QString& text);
 
 /// Shows findings on the inputs of a window: in tooltips, as tints, and one in the status bar.
 ///
-/// An input is registered with its check and renewed when something that the check depends on
-/// has changed. Findings stand above the input's own description (its accessible description)
-/// in its tooltip. Nothing here runs an edit handler.
+/// An input is registered with its check, and renewed when something changes on which the check
+/// depends. Findings stand above the input's own description (its accessible description) in its
+/// tooltip. Nothing here runs an edit handler.
 class FindingsView : public QObject
 {
 public:
@@ -38,18 +37,18 @@ public:
 
     FindingsView(QWidget* watchedWindow, QToolBox* windowPages, QStatusBar* statusBar);
 
-    /// Registers an input, and shows what its check finds. Notes stand in the tooltip, too,
-    /// without a tint.
+    /// Registers an input and shows the findings of its check. The tooltip also shows the notes,
+    /// which give no tint.
     void watch(QWidget* input, const Check& check, const Check& notes = {});
 
-    /// Lets the status bar tell of the current cell of a table whenever it changes.
+    /// Lets the status bar show the findings of the current cell of a table whenever it changes.
     void follow(QTableWidget* table);
 
-    /// The same for a table of formulas, of which it also tells while the page is shown and
-    /// nothing is found on what is current.
+    /// The same for a table of expressions; the status bar also shows its findings while the page
+    /// is shown and the current input has none.
     void followFormulas(QTableWidget* table);
 
-    /// Checks one input anew, several, or all.
+    /// Checks one input, several or all again.
     void renew(QWidget* input) { renew(QVector<QWidget*>{input}); }
     void renew(const QVector<QWidget*>& some);
     void renewAll();
@@ -58,16 +57,15 @@ public:
     /// created.
     void show(QTableWidgetItem* item, const QStringList& findings);
 
-    /// What the status bar says while nothing is found on what is current, and the findings
+    /// Sets the text of the status bar while the current input has no findings, and the findings
     /// that it sums up.
     void setGeneral(const QString& text, const QStringList& summedUp);
 
-    /// Lists what everything gives in the tooltip of the status bar when it opens, in place of
+    /// Lists the findings of everything in the tooltip of the status bar when it opens, in place of
     /// the findings that are summed up.
     void listInStatusBar(const Check& allFindings);
 
-    /// The findings and notes of all registered inputs, each once and led by the name of its
-    /// input.
+    /// The findings and notes of all registered inputs, each once and after the name of its input.
     QStringList all() const;
 
     /// Renews the status bar, after a change of cells.

@@ -59,7 +59,7 @@ private:
     QHeaderView* header;
 };
 
-/// More than styles leave beside texts in cells and headings.
+/// More than styles leave next to texts in cells and headings.
 int amplyBeside(const QTableWidget* table)
 {
     const QStyle* style = table->style();

@@ -5,8 +5,8 @@
 
 class QTableWidget;
 
-/// Opens no editor in the cells of a table of results, whose items and edit triggers stay as
-/// they are: the program writes into them and nobody else.
+/// Makes the cells of a table of results read-only for the user. Items and edit triggers stay as
+/// they are, and the program still writes into the cells.
 void makeReadOnly(QTableWidget* table);
 
 /// The same for all columns but one, whose cells can be typed into even without an item.

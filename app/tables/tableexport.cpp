@@ -100,9 +100,9 @@ QStringList headingsOf(const QTableWidget& table, const QRect& area, bool withRo
     return names;
 }
 
-/// Joins the texts of the cells a part at a time, which take far more memory than the whole,
-/// while a progress dialog tells how far it is. Nothing if the user gives it up, or if it is
-/// too long, which the user is told.
+/// Joins the texts of the cells a part at a time, which take far more memory than the whole, while
+/// a progress dialog shows how far it is. Nothing if the user aborts it, or if it is too long,
+/// which a message reports.
 template <typename Join>
 std::optional<std::invoke_result_t<Join, TextRows>>
 joinedTexts(QTableWidget* table, const Cells& cells, Headings headings, const CellText& text,

@@ -13,12 +13,12 @@ class ExportMenu;
 class QAction;
 class QTableWidget;
 
-/// Gives a table of results its context menu and keys. Copied is the rectangle around the
-/// selected cells, with blanks for the cells in it that are not selected; without a selection
-/// the current cell. Headings are those of columns, and of rows if they have any. Full
-/// precision is 17 digits for each cell that shows, rounded, the number at its place in
-/// numbers, [row][column], which is asked then and may give fewer. fileName is offered for the
-/// file; the shared entries end the menu, which others may follow.
+/// Adds the context menu and keys of a table of results. Copies the rectangle around the selected
+/// cells, with blanks for cells that are not selected; without a selection the current cell.
+/// Headings are those of columns, and of rows if there are any. Full precision is 17 digits for
+/// each cell that shows the rounded number at its place in numbers, [row][column]; the function is
+/// called then and may return fewer. The file dialog proposes fileName. The shared entries come
+/// last; others may follow them.
 ExportMenu* addTableExport(QTableWidget* table, const QString& fileName,
                            const std::function<Table()>& numbers, const QList<QAction*>& shared);
 

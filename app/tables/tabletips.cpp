@@ -25,7 +25,7 @@ bool TableTips::eventFilter(QObject* watched, QEvent* event)
            || QObject::eventFilter(watched, event);
 }
 
-/// False where there is nothing to tell.
+/// False where there is nothing to show.
 bool TableTips::showTip(QWidget* place, const QHelpEvent& help) const
 {
     QString text;

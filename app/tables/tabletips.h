@@ -10,14 +10,14 @@
 class QHelpEvent;
 class QTableWidget;
 
-/// Tells in tooltips what a table does not show. Items would tell it, too, but there may be
-/// millions of them, and tables are copied and saved with the items of their headings. Owned by
-/// the table.
+/// Tooltips for cells and headings of a table. Items could hold them, too, but there may be
+/// millions of them, and tables are copied and saved with the items of their headings. Owned by the
+/// table.
 class TableTips : public QObject
 {
 public:
-    /// Of what is under the mouse; an empty text leaves the tooltip to the table. Functions may
-    /// be missing.
+    /// The texts for the place under the mouse; with an empty text the table shows its own tooltip.
+    /// Functions may be missing.
     struct Texts
     {
         std::function<QString(int row)> rowHeading;

@@ -10,26 +10,26 @@
 
 class QLineEdit;
 
-/// Keeps what a line edit for a bound of the target interval stands for. Owned by the line
-/// edit. A text that it places counts as placed until the user changes it.
+/// The value of a line edit for a bound of the target interval. Owned by the line edit. A text that
+/// it places counts as placed until the user changes it.
 class BoundEdit : public QObject
 {
 public:
     /// Until it is edited the bound has the substitute's value.
     BoundEdit(QLineEdit* lineEdit, const BoundSubstitute& boundSubstitute);
 
-    /// Takes over what was typed; gives the bound's value.
+    /// Takes over the typed text; returns the bound's value.
     double takeTyped();
 
-    /// Shows the text of a project file; gives the bound's value.
+    /// Shows the text of a project file; returns the bound's value.
     double restore(const QString& text);
 
     const Bound& bound() const { return current; }
 
-    /// What the user should know about the text as it stands.
+    /// Findings on the current text.
     QStringList findings() const;
 
-    /// What it means for a result that is made with it.
+    /// Findings on results that are calculated with it.
     QStringList notesOfUse() const;
 
 private:

@@ -44,7 +44,7 @@ DroppedKind fileKind(const QString& path)
     return startsAsTable(start) ? DroppedKind::ResultFiles : DroppedKind::Unknown;
 }
 
-/// Empty if any of the URLs is no file of this computer.
+/// Empty if any of the URLs is not a file of this computer.
 QStringList localPaths(const QList<QUrl>& urls)
 {
     QStringList paths;

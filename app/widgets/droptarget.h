@@ -19,11 +19,11 @@ enum class DroppedKind {
     Project      ///< a single file
 };
 
-/// What the paths name together, judged by how the files start.
+/// The kind of the paths together, judged by the start of the files.
 DroppedKind droppedKind(const QStringList& paths);
 
-/// Lets a widget and the editors on it take dropped files; refuses what is of no known kind,
-/// and everything while a dialog is open. Owned by the widget.
+/// Lets a widget and the editors on it accept dropped files; refuses files of unknown kinds, and
+/// everything while a dialog is open. Owned by the widget.
 class DropTarget : public QObject
 {
 public:

@@ -17,8 +17,8 @@ class QIODevice;
 class QMenu;
 class QWidget;
 
-/// The context menu of a table or chart, by which its content leaves the program. Owned by
-/// that widget. An action is called action<What> with the widget's own name behind.
+/// The context menu of a table or chart that exports its content. Owned by that widget. The name of
+/// an action is action<What> and the widget's own name.
 class ExportMenu : public QObject
 {
 public:
@@ -33,16 +33,16 @@ public:
 
     void addSeparator();
 
-    /// Whether there is something that the entry can work on; asked when the menu opens.
+    /// Sets whether there is something that the entry can work on; called when the menu opens.
     void setCondition(QAction* entry, const std::function<bool()>& isPossible);
 
-    /// The same with why there is nothing, which the entry's tooltip tells; empty if there is
-    /// something.
+    /// The same with the reason why there is nothing, which the entry's tooltip shows; empty if
+    /// there is something.
     void setObstacle(QAction* entry, const std::function<QString()>& obstacle);
 
 protected:
-    /// Opens the menu at a right click, also on a part of the widget, or the menu key. Tells why
-    /// an entry of the menu is disabled.
+    /// Opens the menu at a right click, also on a part of the widget, or the menu key. Shows why an
+    /// entry of the menu is disabled.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -53,18 +53,19 @@ private:
 /// Puts text on the clipboard.
 void copyText(const QString& text);
 
-/// Asks where to save, offering a name whose suffix is also given to a name without one, and
-/// writes what content gives then, if anything. Tells the user if the file cannot be written.
+/// Asks where to save and proposes a name, whose suffix is added to a name without one. Writes what
+/// content then returns, if anything. Shows a message if the file cannot be written.
 void saveAs(QWidget* widget, const QString& title, const QString& offeredName,
             const std::function<std::optional<QByteArray>()>& content);
 
-/// The same for content that is written a part at a time: write gives false where the user gives
-/// it up, which leaves an older file as it was.
+/// The same for content that is written a part at a time: write returns false if the user aborts,
+/// which leaves an older file as it was.
 void saveAs(QWidget* widget, const QString& title, const QString& offeredName,
             const std::function<bool(QIODevice& file)>& write);
 
 /// The same for a file that may have one of several suffixes, the offered name's among them;
-/// content is told in small letters which. Another one the user is told, and nothing is written.
+/// content receives the chosen one in small letters. With any other suffix a message appears and
+/// nothing is written.
 void saveAs(QWidget* widget, const QString& title, const QString& offeredName,
             const QStringList& suffixes,
             const std::function<std::optional<QByteArray>(const QString& suffix)>& content);

@@ -17,7 +17,7 @@
 
 namespace {
 
-/// nullptr for what is no input.
+/// nullptr for anything that is not input.
 std::unique_ptr<QEvent> copyOfInput(const QEvent& event)
 {
     switch (event.type()) {
@@ -44,7 +44,7 @@ bool isModifier(int key)
     return key >= Qt::Key_Shift && key <= Qt::Key_ScrollLock;
 }
 
-/// Whether the user goes on to do something by it.
+/// Whether it is input with which the user goes on.
 bool isAct(const QEvent& event)
 {
     switch (event.type()) {
@@ -72,7 +72,7 @@ bool isMouseButton(QEvent::Type type)
            || type == QEvent::MouseButtonDblClick;
 }
 
-/// What would act on the window, but is not worth being done later.
+/// Input that would act on the window, but need not be repeated later.
 bool isRefused(QEvent::Type type)
 {
     return type == QEvent::ContextMenu || type == QEvent::DragEnter || type == QEvent::DragMove

@@ -14,10 +14,10 @@ class QWidget;
 
 /// Holds what a user does to a window while the handler of an earlier input calculates.
 ///
-/// Such a calculation lets events be processed, so that its progress dialog lives. Keys, wheel
-/// steps and clicks must not reach the window then, where their handlers would run within the
-/// first one. They are delivered in their order once it has returned; keys and wheel steps that
-/// reached the dialog go to the widget that has the keyboard in the window.
+/// Such a calculation processes events, so that its progress dialog works. Keys, wheel steps and
+/// clicks must not reach the window then, where their handlers would run within the first one. They
+/// are delivered in their order once it has returned; keys and wheel steps that reached the dialog
+/// go to the widget that has the keyboard in the window.
 class HeldInput : public QObject
 {
 public:
@@ -28,8 +28,8 @@ public:
     void hold();
     void release();
 
-    /// Whether something is held by which the user goes on: not the release of a key or of a
-    /// button, nor a modifier.
+    /// Whether input is held with which the user goes on. The release of a key or button does not
+    /// count, nor does a modifier key.
     bool isWaiting() const;
 
 protected:

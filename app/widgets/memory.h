@@ -9,15 +9,15 @@
 
 class QWidget;
 
-/// Does what may take much memory. Where there is not enough it ends halfway, by
-/// std::bad_alloc, and the user is told.
+/// Runs something that may take much memory. If memory is not enough, it ends with std::bad_alloc
+/// and a message appears.
 void whileMemoryLasts(QWidget* widget, const std::function<void()>& act);
 
-/// Throws std::bad_alloc unless so many bytes are free, and some more. To be asked before Qt
-/// draws, as that does not survive the lack of a small piece.
+/// Throws std::bad_alloc unless this many bytes and some more are free. To be called before Qt
+/// draws, as Qt does not survive a lack of memory there.
 void demandMemory(qint64 bytes);
 
-/// Throws it unless something was done that only a lack of memory can prevent.
+/// Throws std::bad_alloc unless something was done that only a lack of memory can prevent.
 void demandDone(bool isDone);
 
 #endif

@@ -15,7 +15,7 @@
 namespace {
 
 constexpr int appearsAfterMs = 500;
-/// Where input waits already, a calculation that takes longer is given up.
+/// Where input waits already, a calculation that takes longer is aborted.
 constexpr int notWorthMs = 50;
 /// Between two looks at the abort button, which is not to seem dead.
 constexpr RedrawThrottle::Pause pauseOfLooks{40, 33'000'000, 300'000'000};

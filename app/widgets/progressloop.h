@@ -15,14 +15,14 @@ class HeldInput;
 class QProgressBar;
 class QStatusBar;
 
-/// The progress dialog of a long loop in a slot, modal to its window.
-/// It appears when the loop takes, or is about to take, more than half a second. While it
-/// is hidden no events are processed, so that no other slot can run inside the loop. While
-/// it is shown the window's status bar tells about how long the rest takes.
+/// The progress dialog of a long loop in a slot, modal to its window. It appears when the loop
+/// takes, or is about to take, more than half a second. While it is hidden no events are processed,
+/// so that no other slot can run inside the loop. While it is shown the window's status bar shows
+/// about how long the rest takes.
 class ProgressLoop
 {
 public:
-    /// When the dialog comes into being, which is before it is shown.
+    /// When the dialog is constructed, which is before it is shown.
     enum class Construction {
         AtOnce,
         WhenNeeded ///< after half a second, so that short loops never have one
@@ -31,9 +31,9 @@ public:
     ProgressLoop(QWidget* parentWidget, const QString& labelText, const QString& abortButtonText,
                  int maximumValue, Construction construction = Construction::AtOnce);
 
-    /// Of a calculation that is not worth waiting for: what the user does to the window gives it
-    /// up. The input is held, and delivered after the loop. The dialog is not modal, as the
-    /// window would get no input then, and leaves the keyboard to the window.
+    /// For a calculation that is not worth waiting for: any input to the window aborts it. The
+    /// input is held, and delivered after the loop. The dialog is not modal, as the window would
+    /// get no input then, and leaves the keyboard to the window.
     ProgressLoop(QWidget* parentWidget, const QString& labelText, const QString& abortButtonText,
                  int maximumValue, HeldInput* inputOfWindow);
     ~ProgressLoop();
@@ -45,11 +45,11 @@ public:
     /// False once the user has aborted.
     bool advance(int value);
 
-    /// Looks for a press of the abort button within a step. False if the user has pressed
-    /// it, so that the step is to be given up.
+    /// Looks for a press of the abort button within a step. False if the user has pressed it, so
+    /// that the step is to be aborted.
     bool poll();
 
-    /// Whether poll() has told to give a step up.
+    /// Whether poll() has aborted a step.
     bool isGivenUp() const { return givenUp; }
 
 private:
@@ -66,7 +66,7 @@ private:
     QString label;
     QString abortText;
     int maximum;
-    HeldInput* input = nullptr; ///< that gives the calculation up, if any
+    HeldInput* input = nullptr; ///< that aborts the calculation, if any
     std::optional<QProgressDialog> dialog;
     QProgressBar* bar = nullptr; ///< the dialog's own
     QWidget* window;
@@ -78,7 +78,7 @@ private:
     int stepsDone = 0;
     RemainingTime remainingTime;
     QStatusBar* statusBar = nullptr;     ///< of the window, if it has one
-    std::optional<QString> statusBefore; ///< what the status bar said until the loop spoke
+    std::optional<QString> statusBefore; ///< text of the status bar before the loop's
 };
 
 #endif

@@ -7,19 +7,19 @@
 
 #include <limits>
 
-/// Decides how often something is drawn while a loop computes: as often as the eye notices, and
-/// so rarely that drawing takes a small share of the time however long it takes.
+/// Decides how often something is drawn during a loop: as often as the eye notices, but so rarely
+/// that drawing takes a small share of the time, even if it is slow.
 class RedrawThrottle
 {
 public:
-    /// How long nothing is drawn after a drawing, in nanoseconds.
+    /// The pause after a drawing, in nanoseconds.
     struct Pause
     {
         int timesDrawing; ///< as a multiple of what the drawing took, within these limits
         qint64 shortest;
         qint64 longest = std::numeric_limits<qint64>::max();
 
-        /// The pause after a drawing that took so many nanoseconds.
+        /// The pause after a drawing that took this many nanoseconds.
         qint64 after(qint64 drawing) const
         {
             return qBound(shortest, timesDrawing * drawing, longest);

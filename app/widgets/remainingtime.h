@@ -12,7 +12,7 @@
 class RemainingTime
 {
 public:
-    /// Tells how many steps are done by now.
+    /// Sets how many steps are done by now.
     void update(int stepsDone, qint64 now);
 
     /// The time until all steps are done; time that passes within a step is taken off, down
@@ -24,7 +24,7 @@ private:
     qint64 lastStep = 0; ///< when the last of these steps was seen to be done
 };
 
-/// The time as the user reads it, such as "About 2 min 5 s left".
+/// The time as text for the user, such as "About 2 min 5 s left".
 QString remainingTimeText(qint64 milliseconds);
 
 #endif

@@ -3,8 +3,8 @@
 #ifndef VELMORA_APP_WINDOW_CHANGES_H
 #define VELMORA_APP_WINDOW_CHANGES_H
 
-/// What can happen to the state of the main window. A page tells what happened and nothing
-/// else; mainwindow_changes.cpp knows what it touches.
+/// What can happen to the state of the main window. A page only reports what happened;
+/// mainwindow_changes.cpp decides what it touches.
 enum class Change {
     ResultsCleared, ///< to make room for others
     ImportAborted,
@@ -42,7 +42,7 @@ enum class Change {
 /// What a change can touch. All from Omega on waits while the items of a project are applied;
 /// all from CheckUp on is about findings.
 enum class View {
-    HistogramRanges, ///< are chosen anew with the next values
+    HistogramRanges, ///< are chosen again with the next values
     Models,          ///< selectors, rows and names
     ModelNames,
     WeightTables, ///< rows and columns for all models
@@ -64,7 +64,7 @@ enum class View {
     WeightFindings,
     FormulaFindings,
     OmegaFindings,
-    Marks, ///< of stale results, and all else that is found on buttons and results
+    Marks, ///< of stale results, and all other findings on buttons and results
     AllInputs,
     CacheMark
 };

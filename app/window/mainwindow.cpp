@@ -15,13 +15,13 @@ namespace {
 
 constexpr int weightPage = 3;
 
-/// Of the table of page "5".
+/// The column of true models in the table of page "5".
 constexpr int trueModelColumn = 0;
 
 /// Point size in the crowded parts of the pages, where the desktop's font is larger.
 constexpr double compactPointSize = 9.0;
 
-/// Pixels for the names of models beside narrow tables.
+/// Pixels for the names of models next to narrow tables.
 constexpr int widestModelName = 100;
 
 QFont compactFont(QFont font)
@@ -51,7 +51,7 @@ void fitText(QLabel* label)
     label->setFont(font);
 }
 
-/// Lets the user write true models only, and tells which row is which data set.
+/// Lets the user write true models only, and shows which row is which data set.
 void setUpResultTables(const Ui_MainWindow& ui)
 {
     for (QTableWidget* table : {ui._0_tw_RawResults, ui._2_tw_relativeWeight, ui._4_tw_doseChoice,
@@ -137,7 +137,7 @@ void MainWindow::fitFonts()
         setAxisFonts(plot->xAxis, font);
         setAxisFonts(plot->yAxis, font);
     }
-    // A long model name must leave room for the expression beside it.
+    // A long model name must leave room for the expression next to it.
     ui->_1_tw_endPoints->verticalHeader()->setMaximumWidth(widestModelName);
     ui->_2_tw_weightDefinition->verticalHeader()->setMaximumWidth(2 * widestModelName);
     ui->__lb_directory->setMaximumHeight(2 * ui->__lb_directory->fontMetrics().lineSpacing());

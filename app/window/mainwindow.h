@@ -36,11 +36,11 @@ struct ProjectItems;
 struct ReportInputs;
 struct StudySource;
 
-/// The main window: owns the whole analysis state and serves the pages.
+/// The main window: owns the whole state of the analysis and handles the pages.
 ///
-/// Everything runs on the GUI thread; only the evaluation of simulated individuals is
-/// spread over the thread pool, and returns before the slot goes on. Long loops show a
-/// modal progress dialog and stop when it is aborted, with what was done kept.
+/// Everything runs on the GUI thread; only the evaluation of simulated individuals is spread over
+/// the thread pool, and returns before the slot goes on. Long loops show a modal progress dialog
+/// and stop when it is aborted; what is done so far stays.
 ///
 /// The state may be uneven: an aborted import leaves models without data sets or without
 /// definition, and rows differ in length. Every reader checks before it indexes.
@@ -139,8 +139,8 @@ private:
     SourceFile truthFile;    ///< that file
     TextSources texts;
     TypedOmega typedOmega; ///< while a number of ETAs is typed
-    /// What the pages show beside the members above, with what it was made from; without the
-    /// chosen doses and their levels, which results() adds.
+    /// The other results that the pages show, each with its provenance; without the chosen doses
+    /// and their levels, which results() adds.
     StudyResults shown;
     EndpointCache cache{doseChoiceCash};
     QVector<Heading> headings;       ///< [model], what rawResultsHeaders say
@@ -205,7 +205,7 @@ private:
 
     // Page "3": probability of achieving the target, in percent per dose
     void refresh_3_cp_PoS();
-    /// With a progress dialog the user may give it up, which leaves the curve empty.
+    /// With a progress dialog the user may abort it, which leaves the curve empty.
     QVector<double> calculate_PoS(int dataSet, ProgressLoop* progress = nullptr,
                                   Evaluation* evaluation = nullptr);
     QVector<double> calculate_PoS_aux_modelSelect(QVector<QVector<QVector<double>>> endpoints);
@@ -218,7 +218,7 @@ private:
     QVector<double> find_dose(QVector<double> pos);
     void refresh_4_tw_doseChoice();
 
-    // How firm results are
+    // Certainty of results
     void resampleDoses();
     void describeTables();
     void addCertaintyEntries(ExportMenu* menu, bool ofCurve);
@@ -248,7 +248,7 @@ private:
     void loadDoseChoice(const DecodedProject& project);
     void keepOrigins(const DecodedProject& project);
 
-    // Findings: what the user should know about data and inputs
+    // Findings on data and inputs
     void connectFindings();
     void watchInputs();
     void watchResults();
@@ -263,7 +263,7 @@ private:
     void nameColumns();
     QStringList allFindings() const;
 
-    // What leaves the window
+    // Export
     void addExports();
     void addTableExports(const QList<QAction*>& shared);
     void addChartExports(const QList<QAction*>& shared);
@@ -275,7 +275,7 @@ private:
     std::optional<QByteArray> writeReport(const QString& suffix);
     void saveReport();
 
-    // Looks
+    // Appearance
     void openKeyboardWays();
     void fitFonts();
     void unifyNumbers();

@@ -14,7 +14,7 @@
 
 namespace {
 
-/// Bootstrap samples per histogram bin; the division drops its rest by intent.
+/// Bootstrap samples per histogram bin. This is intended: the division drops its rest.
 constexpr int samplesPerBin = 5;
 
 } // namespace

@@ -145,7 +145,7 @@ void MainWindow::on__1_tw_etaDefinition_cellChanged(int row, int column)
         definition->omegaColumns[column][row] = *reference;
     }
     changed(Change::Omega);
-    // Of a text that the cell did not take over, until something else changes.
+    // Findings on a text that the cell did not take over, until something else changes.
     const QStringList found = checkOmegaElement(typed, std::numeric_limits<int>::max());
     if (!found.isEmpty()) {
         findings->show(ui->_1_tw_etaDefinition->item(row, column), found);

@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Of the growing curve: drawn about 30 times a second at most.
+/// The growing curve is drawn about 30 times a second at most.
 constexpr RedrawThrottle::Pause curvePause{20, 33'000'000};
 
 void setUpAxes(QCustomPlot* plot, const QVector<double>& doses, const QString& doseLabel)
@@ -23,8 +23,8 @@ void setUpAxes(QCustomPlot* plot, const QVector<double>& doses, const QString& d
     plot->yAxis->setLabel("Probability");
 }
 
-/// Adds the Monte Carlo errors, and the evaluation itself where memory allows it beside the
-/// bytes that are kept elsewhere.
+/// Adds the Monte Carlo errors, and the evaluation itself where memory allows it next to the bytes
+/// that are kept elsewhere.
 void addCertainty(ProbabilityCurve& curve, const Study& study, const Evaluation& evaluation,
                   qint64 bytesElsewhere)
 {

@@ -108,7 +108,8 @@ void MainWindow::on__5_pb_simTrueModel_clicked()
         }
     }
     changed(Change::Simulations);
-    // Shown after every import, whatever the headings are, by intent: the user is to look.
+    // This is intended: shown after every import, whatever the headings are, so that the user
+    // looks.
     showMessage(this, headersText);
 }
 

@@ -27,7 +27,7 @@ QJsonArray pathsOf(const QVector<SourceFile>& files)
     return paths;
 }
 
-/// Names the data. Gives what the command cannot say.
+/// Names the data. Returns what the command cannot express.
 QStringList addSource(BatchSettings& settings, const ResultsSource& source)
 {
     if (source.read.isEmpty()) {
@@ -94,7 +94,7 @@ QStringList MainWindow::addTruth(BatchSettings& settings) const
                              "file.");
 }
 
-/// The line for a shell that gives again what the pages show, below remarks on what may differ.
+/// The shell command that repeats what the pages show, below remarks on what may differ.
 QString MainWindow::batchCommand() const
 {
     const DoseSelection& selection = shown.selection;

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-// How firm results are: resampled doses, tooltips and tables to copy.
+// Certainty of results: resampled doses, tooltips and tables to copy.
 
 #include "analysis/certainty/certaintytables.h"
 #include "analysis/certainty/endpointcsv.h"
@@ -46,7 +46,7 @@ QString tableText(CertaintyTable table, const JudgedResult& result)
 
 } // namespace
 
-/// Finds how firm the doses are, which the table shows already, as far as that is not known.
+/// Resamples the doses, which the table shows already, where their certainty is not known.
 void MainWindow::resampleDoses()
 {
     ProgressLoop progress(this, resamplingText, abortText, doseChoice.size(),
@@ -57,7 +57,7 @@ void MainWindow::resampleDoses()
     changed(Change::Calculated);
 }
 
-/// Lets the tables of data sets and doses tell what their cells do not show.
+/// Adds tooltips to the tables of data sets and doses.
 void MainWindow::describeTables()
 {
     const auto dataSetText = [](int row) { return QString("data set %1").arg(row); };
@@ -142,13 +142,13 @@ void MainWindow::copyCurveCertainty(CertaintyTable table)
     copyText(parts.join('\n'));
 }
 
-/// Of all data sets whose endpoints are kept.
+/// Copies the table for all data sets whose endpoints are kept.
 void MainWindow::copyDoseCertainty(CertaintyTable table)
 {
     if (table == CertaintyTable::Doses) {
         resampleDoses();
         if (shown.selection.stability.size() < shown.selection.evaluations.size()) {
-            return; // given up
+            return; // aborted
         }
     }
     const DoseSelection& selection = shown.selection;

@@ -30,7 +30,7 @@ void nameHeading(QTableWidgetItem* item, const QString& name, SetItem setItem)
     }
 }
 
-/// What each change touches. Results are never calculated anew by it: they are marked.
+/// What each change touches. It never calculates results again: it marks them.
 const QVector<View>& viewsTouchedBy(Change change)
 {
     using V = View;
@@ -103,7 +103,7 @@ Study MainWindow::study() const
     return now;
 }
 
-/// The same for a result that is kept: it can be told from other results later.
+/// The same for a result that is kept: its fingerprint identifies the bootstrap results later.
 Study MainWindow::studyToKeep() const
 {
     if (fingerprint == 0) {
@@ -116,7 +116,7 @@ Study MainWindow::studyToKeep() const
 CurrentInputs MainWindow::currentInputs() const
 {
     CurrentInputs now;
-    // Where no result is shown, none needs to be told from others.
+    // Where no result is shown, no fingerprint is needed.
     now.study = shown.isEmpty() ? study() : studyToKeep();
     now.weightsDataSet = qMax(0, ui->_2_sb_dataNumber->value());
     now.curveDataSet = qMax(0, ui->_3_cb_dataNumber->value());
@@ -143,7 +143,7 @@ QStringList MainWindow::boundNotes() const
     return lowerBoundEdit->notesOfUse() + upperBoundEdit->notesOfUse();
 }
 
-/// The name of a model that tells it from others in other imports; empty for a number.
+/// The name that identifies a model across imports; empty for a number.
 QString MainWindow::fileName(int model) const
 {
     return source.namesModels && model < endPoints.size() ? endPoints.at(model).name : QString();
@@ -171,7 +171,7 @@ void MainWindow::changed(Change change, int row)
     }
 }
 
-/// Tells that there are no results, and turns to the import page.
+/// Shows the message that there are no results, and turns to the import page.
 void MainWindow::resultsNotFound()
 {
     showMessage(this, notFoundText);
@@ -277,8 +277,8 @@ void MainWindow::showModelNames()
     showCheckUp();
 }
 
-/// Renews the curve after a change on another page, where no random numbers may be drawn:
-/// with ETAs it goes, rather than to show what is no longer so.
+/// Renews the curve after a change on another page, where no random numbers may be drawn: with ETAs
+/// the chart is cleared, as the curve is no longer right.
 void MainWindow::renewTypicalDRPlot()
 {
     const endPoint* definition = selectedEndPoint();

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What leaves the window: tables, charts and the summary of the analysis.
+// Export of tables, charts and the summary of the analysis.
 
 #include "analysis/certainty/certaintytables.h"
 #include "analysis/summary.h"

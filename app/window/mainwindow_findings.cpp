@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: Velmora contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the user should know about data, inputs and results: which check serves which widget.
-// Nothing here changes the analysis, draws a random number or redraws a chart.
+// Findings on data, inputs and results: which check serves which widget. Nothing here changes the
+// analysis, draws a random number or redraws a chart.
 
 #include "analysis/certainty/certaintytables.h"
 #include "analysis/checkup/definitioncheck.h"
@@ -27,7 +27,7 @@ namespace {
 /// A table looks through all of its items to set the tooltip of one.
 constexpr int mostDescribed = 20'000;
 
-/// That a table of numbers shows only a part of them.
+/// Remarks on a table that shows only a part of its numbers.
 QStringList shownPart(const QTableWidget* table)
 {
     const QSize full = csvFullSize(table);
@@ -186,7 +186,7 @@ void MainWindow::renewFindings(View view, int row)
     }
 }
 
-/// Renews what is found on buttons and results, and on inputs that others decide about.
+/// Renews the findings on buttons and results, and on inputs whose findings depend on others.
 void MainWindow::renewMarks()
 {
     findings->renew(QVector<QWidget*>{
@@ -198,7 +198,7 @@ void MainWindow::renewMarks()
         ui->_5_tw_Summary, ui->_5_tw_aveUnderEstOverEst});
 }
 
-/// Checks the imported results, and tells what was found where models are named.
+/// Checks the imported results, and shows the findings where models are named.
 void MainWindow::renewCheckUp()
 {
     const QStringList names = checkedNames(study());
@@ -239,7 +239,7 @@ QVector<int> MainWindow::allModels() const
     return models;
 }
 
-/// What is found on a model's expression in one of the two tables.
+/// The findings on a model's expression in one of the two tables.
 QStringList MainWindow::formulaFindings(const Study& now, const QTableWidget* table,
                                         int model) const
 {
@@ -306,7 +306,7 @@ void MainWindow::nameColumns()
               [this](int column) { return ui->_1_tw_rawResLabels->item(0, column); });
 }
 
-/// Everything that is found now, a line each, led by what it is found on.
+/// All current findings, a line each, beginning with the input that it concerns.
 QStringList MainWindow::allFindings() const
 {
     QStringList lines;

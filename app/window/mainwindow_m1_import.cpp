@@ -175,7 +175,7 @@ void MainWindow::readFirstModel(const QString& directory, ProgressLoop& progress
         if (!QFile::exists(path)) {
             return;
         }
-        // Compared under the default name by intent, whatever the template says.
+        // This is intended: compared under the default name, whatever the template says.
         const QString defaultPath =
             directory + "/raw_results_estimation_model0_data" + QString::number(dataSet) + ".csv";
         const bool isRead = dataSet == 0 && path == defaultPath;

@@ -54,7 +54,7 @@ ReportInputs MainWindow::reportInputs() const
              allFindings(), QDateTime::currentDateTime()}};
 }
 
-/// The report as a file with the ending; none if it is given up.
+/// The report as a file with the ending; none if aborted.
 std::optional<QByteArray> MainWindow::writeReport(const QString& suffix)
 {
     ReportInputs inputs = reportInputs();

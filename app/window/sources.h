@@ -9,10 +9,10 @@
 #include <QStringList>
 #include <QVector>
 
-/// Where the bootstrap results came from.
+/// The source of the bootstrap results.
 struct ResultsSource
 {
-    QString place; ///< the directory or the project
+    QString place; ///< the folder or the project
     /// Names of the files, without folders and with * for the number of the data set,
     /// [model]; empty after Open.
     QStringList files;
@@ -22,11 +22,12 @@ struct ResultsSource
     /// Names of the files that could not be read to their end, [model]; may be short.
     QVector<QStringList> unread;
     bool namesModels = false; ///< whether models are named after their files
-    /// Whether the number of individuals was there before a project was opened, which has none.
+    /// Whether the number of individuals is from before a project was opened, which does not keep
+    /// it.
     bool individualsAreOlder = false;
 };
 
-/// Where the simulation models' results came from.
+/// The source of the simulation models' results.
 struct SimulationSource
 {
     QStringList files;        ///< names without folders
@@ -35,7 +36,7 @@ struct SimulationSource
     quint64 fingerprint = 0;  ///< of the bootstrap results then; 0 if there were none
 };
 
-/// For which models texts were typed or placed.
+/// The models for which texts were typed or placed.
 struct TextSources
 {
     TextOrigins endpoints;
