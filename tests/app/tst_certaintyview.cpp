@@ -6,7 +6,7 @@
 
 const char doseTable[] = "_4_tw_doseChoice";
 
-/// How firm results are, as the window tells it.
+/// Certainty of results, as the window shows it.
 class TestCertaintyView : public WindowTest
 {
     Q_OBJECT
