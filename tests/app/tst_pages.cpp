@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: Velmora contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/support/windowtest.h"
+
+/// What the pages look like, and how the keyboard goes through them.
+class TestPages : public WindowTest
+{
+    Q_OBJECT
+
+private slots:
+    void init() { openWindow(); }
+
+    void saysWhatToType_data()
+    {
+        const Rows<QByteArray, QString> row("edit", "example");
+        row("levels", "_4_le_probabilities", "50:10:90");
+        row("lower bound", "_3_le_lowerBound", "-10");
+        row("upper bound", "_3_le_upperBound", "10");
+    }
+    void saysWhatToType()
+    {
+        QFETCH(QByteArray, edit);
+        QFETCH(QString, example);
+        const auto* field = reach<QLineEdit>(edit);
+        QVERIFY(field->placeholderText().endsWith(example));
+        const int margins = 12;
+        QVERIFY(field->fontMetrics().horizontalAdvance(field->placeholderText()) + margins
+                < field->width());
+    }
+};
+
+QTEST_MAIN(TestPages)
+#include "tst_pages.moc"
