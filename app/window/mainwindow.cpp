@@ -59,6 +59,11 @@ void setUpResultTables(const Ui_MainWindow& ui)
         makeReadOnly(table);
     }
     letEditOnly(ui._5_tw_trueModelTMED, trueModelColumn);
+    // The two columns share the table's width; those that a file may add keep their own.
+    QHeaderView* header = ui._5_tw_trueModelTMED->horizontalHeader();
+    for (int column = 0; column < header->count(); ++column) {
+        header->setSectionResizeMode(column, QHeaderView::Stretch);
+    }
 }
 
 } // namespace

@@ -27,6 +27,16 @@ private slots:
         QVERIFY(field->fontMetrics().horizontalAdvance(field->placeholderText()) + margins
                 < field->width());
     }
+
+    void usesTheWidthOfTheTruth()
+    {
+        for (const QSize size : {QSize(912, 725), QSize(1600, 1000)}) {
+            window->resize(size);
+            const auto* table = reach<QTableWidget>("_5_tw_trueModelTMED");
+            const int used = table->columnWidth(0) + table->columnWidth(1);
+            QCOMPARE(used, table->viewport()->width());
+        }
+    }
 };
 
 QTEST_MAIN(TestPages)
