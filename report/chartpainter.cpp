@@ -3,6 +3,7 @@
 #include "report/chartpainter.h"
 
 #include "analysis/checkup/wording.h"
+#include "report/curvegraph.h"
 
 #include <QBuffer>
 #include <QMap>
@@ -215,7 +216,7 @@ private:
 
     void add(const ChartCurve& curve)
     {
-        QCPGraph* graph = plot.addGraph();
+        auto* graph = new CurveGraph(&plot); // owned by the plot
         graph->setData(curve.keys, curve.values, true);
         graph->setName(shortName(curve.name));
         style(graph, curve.role);

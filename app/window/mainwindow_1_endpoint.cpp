@@ -11,6 +11,7 @@
 #include "app/window/mainwindow.h"
 #include "io/csv.h"
 #include "model/binding.h"
+#include "report/curvegraph.h"
 #include "ui_mainwindow.h"
 
 #include <QSignalBlocker>
@@ -213,7 +214,7 @@ void MainWindow::refresh_1_cp_typicalDRPlot()
         return;
     }
     plot->clearGraphs();
-    QCPGraph* graph = plot->addGraph();
+    auto* graph = new CurveGraph(plot); // owned by the plot
     graph->setPen(thickPen(plotColor));
     graph->setData(possibleDoses, *values, true);
     setAxisRange(plot->xAxis, possibleDoses);

@@ -8,6 +8,7 @@
 #include "app/widgets/progressloop.h"
 #include "app/widgets/redrawthrottle.h"
 #include "app/window/mainwindow.h"
+#include "report/curvegraph.h"
 #include "ui_mainwindow.h"
 
 namespace {
@@ -58,7 +59,7 @@ void MainWindow::refresh_3_cp_PoS()
     ProgressLoop progress(this, "Calculating probability of success.", "Abort Calculation",
                           sampleCount);
     plot->clearGraphs();
-    QCPGraph* graph = plot->addGraph();
+    auto* graph = new CurveGraph(plot); // owned by the plot
     graph->setPen(thickPen(plotColor));
     ProbabilityCurve& curve = shown.curve;
     curve = {possibleDoses,

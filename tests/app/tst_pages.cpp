@@ -28,6 +28,28 @@ private slots:
                 < field->width());
     }
 
+    void showsCurvesOnAxes_data()
+    {
+        const Rows<QByteArray, double> row("chart", "value");
+        row("typical curve", "_1_cp_typicalDRPlot", 1);
+        row("probability", "_3_cp_PoS", 0);
+    }
+    void showsCurvesOnAxes()
+    {
+        QFETCH(QByteArray, chart);
+        QFETCH(double, value);
+        importPairs();
+        define("1+DOSE*(DOSE-1)", "0", "0,1,2", "9");
+        user::clickCell(reach<QTableWidget>(endpoints), 0, 0);
+        press(toCurve);
+        auto* plot = reach<QCustomPlot>(chart);
+        QCOMPARE(curve(chart).first(), value);
+        const QImage picture = plot->grab().toImage();
+        const int x = int(plot->xAxis->coordToPixel(0.3));
+        const int y = int(plot->yAxis->coordToPixel(value));
+        QCOMPARE(picture.pixelColor(x, y), plot->graph(0)->pen().color());
+    }
+
     void usesTheWidthOfTheTruth()
     {
         for (const QSize size : {QSize(912, 725), QSize(1600, 1000)}) {
