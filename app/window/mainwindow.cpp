@@ -11,6 +11,8 @@
 #include "app/widgets/heldinput.h"
 #include "ui_mainwindow.h"
 
+#include <QScrollArea>
+
 namespace {
 
 constexpr int weightPage = 3;
@@ -49,6 +51,29 @@ void fitText(QLabel* label)
         }
     }
     label->setFont(font);
+}
+
+QList<QAbstractButton*> pageTitles(const QToolBox* pages)
+{
+    return pages->findChildren<QAbstractButton*>("qt_toolbox_toolboxbutton",
+                                                 Qt::FindDirectChildrenOnly);
+}
+
+/// Puts the titles behind the last input in the order of the tab key. They begin with the next
+/// page's and end with that of the current page, from where the key reaches its first input.
+/// The keyboard, if it is on a title, moves to that of the current page.
+void orderTitles(const QToolBox* pages, QWidget* lastInput)
+{
+    const QList<QAbstractButton*> titles = pageTitles(pages);
+    QWidget* before = lastInput;
+    for (int step = 1; step <= titles.size(); ++step) {
+        QAbstractButton* title = titles.at((pages->currentIndex() + step) % titles.size());
+        QWidget::setTabOrder(before, title);
+        before = title;
+    }
+    if (titles.contains(qobject_cast<QAbstractButton*>(QApplication::focusWidget()))) {
+        before->setFocus(Qt::OtherFocusReason);
+    }
 }
 
 /// Lets the user write true models only, and shows which row is which data set.
@@ -111,13 +136,18 @@ MainWindow::~MainWindow()
     delete ui;
 }
 
-/// Lets the tab key reach the titles of the pages, too.
+/// Lets the tab key reach the titles of the pages behind the inputs of the current page, but
+/// no frame around them, which a click reaches.
 void MainWindow::openKeyboardWays()
 {
-    for (QAbstractButton* title :
-         ui->__mainToolBox->findChildren<QAbstractButton*>("qt_toolbox_toolboxbutton")) {
+    for (QAbstractButton* title : pageTitles(ui->__mainToolBox)) {
         title->setFocusPolicy(Qt::TabFocus);
     }
+    for (auto* frame :
+         ui->__mainToolBox->findChildren<QScrollArea*>(QString(), Qt::FindDirectChildrenOnly)) {
+        frame->setFocusPolicy(Qt::ClickFocus);
+    }
+    orderTitles(ui->__mainToolBox, ui->_4_pb_compTruth);
 }
 
 /// Makes texts readable where the layout's limits leave little room for them.
@@ -211,6 +241,7 @@ void MainWindow::on___mainToolBox_currentChanged(int index)
     if (index == weightPage) {
         refresh_2_tw_weightDefinition();
     }
+    orderTitles(ui->__mainToolBox, ui->_4_pb_compTruth);
 }
 
 // The choices of page "3" take effect with the next "reCalculate".

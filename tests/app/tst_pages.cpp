@@ -7,6 +7,16 @@ class TestPages : public WindowTest
 {
     Q_OBJECT
 
+    /// The name of the widget with the keyboard, the number of the page on a title.
+    QString keyboard() const
+    {
+        const auto* widget = QApplication::focusWidget();
+        const auto* title = qobject_cast<const QAbstractButton*>(widget);
+        return title != nullptr && title->parent() == the<QToolBox>("__mainToolBox")
+                   ? title->text().section(':', 0, 0)
+                   : widget->objectName();
+    }
+
 private slots:
     void init() { openWindow(); }
 
@@ -26,6 +36,39 @@ private slots:
         const int margins = 12;
         QVERIFY(field->fontMetrics().horizontalAdvance(field->placeholderText()) + margins
                 < field->width());
+    }
+
+    void reachesInputsBeforeTitles_data()
+    {
+        const Rows<int, QString> row("page", "order");
+        row("import", 0,
+            "qt_tabwidget_tabbar __pb_importFbF _m1_le_colNumOFV _m1_le_colNumTHETA1 0 1 2 3 4 5 "
+            "-1");
+        row("endpoint", 2,
+            "_1_le_possibleDoses _1_tw_endPoints _1_cp_typicalDRPlot _1_tw_rawResLabels 2 3 4 5 "
+            "-1 0 1");
+        row("truth", 6,
+            "_5_tw_trueModelTMED _5_cp_truthVisualization _5_tw_Summary "
+            "_5_tw_aveUnderEstOverEst _4_pb_compTruth -1 0 1 2 3 4 5");
+    }
+    void reachesInputsBeforeTitles()
+    {
+        QFETCH(int, page);
+        QFETCH(QString, order);
+        // From an input that is hidden when the page is turned.
+        type(page == 0 ? "_3_le_upperBound" : "_m1_le_colNumOFV", "1");
+        user::showPage(*window, page);
+        const QString ofPage = order.section(' ', -1);
+        QCOMPARE(keyboard(), ofPage);
+        QStringList reached;
+        do {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            reached.append(keyboard());
+        } while (reached.last() != ofPage && reached.size() < 20);
+        QCOMPARE(reached.join(' '), order);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
+        QCOMPARE(keyboard(), ofPage);
     }
 
     void showsCurvesOnAxes_data()
