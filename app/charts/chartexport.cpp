@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/charts/chartexport.h"
 
+#include "app/charts/bandgraph.h"
 #include "app/widgets/memory.h"
 
 #include <QAction>
@@ -104,15 +105,26 @@ ChartExport::ChartExport(QCustomPlot* chart, const ChartExportSettings& how,
     }
 }
 
+/// The chart as its pictures show it, by a copy where the window relies on colours.
+std::shared_ptr<QCustomPlot> ChartExport::toExport() const
+{
+    if (settings.reading.kind == ChartKind::Bands) {
+        return printableBands(*plot);
+    }
+    return {plot, [](QCustomPlot*) { /* stays */ }};
+}
+
 void ChartExport::addPictureEntries()
 {
     addEntry("CopyPicture", "Copy picture",
-             [this] { QApplication::clipboard()->setPixmap(pictureOf(plot, 1)); });
+             [this] { QApplication::clipboard()->setPixmap(pictureOf(toExport().get(), 1)); });
     addEntry("SavePdf", "Save as PDF...", [this] {
-        saveAs(plot, "Save as PDF...", settings.fileName + ".pdf", [this] { return pdfOf(plot); });
+        saveAs(plot, "Save as PDF...", settings.fileName + ".pdf",
+               [this] { return pdfOf(toExport().get()); });
     });
     addEntry("SavePng", "Save as PNG...", [this] {
-        saveAs(plot, "Save as PNG...", settings.fileName + ".png", [this] { return pngOf(plot); });
+        saveAs(plot, "Save as PNG...", settings.fileName + ".png",
+               [this] { return pngOf(toExport().get()); });
     });
 }
 

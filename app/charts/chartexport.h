@@ -6,6 +6,8 @@
 #include "app/charts/chartdata.h"
 #include "app/widgets/exportmenu.h"
 
+#include <memory>
+
 /// How a chart is exported.
 struct ChartExportSettings
 {
@@ -29,6 +31,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    std::shared_ptr<QCustomPlot> toExport() const;
     void addPictureEntries();
     void addDataEntries();
 

@@ -5,11 +5,13 @@
 
 #include "analysis/truth.h"
 #include "app/aplot.h"
+#include "app/charts/bandgraph.h"
 #include "app/widgets/messagebox.h"
 #include "app/widgets/progressloop.h"
 #include "app/window/mainwindow.h"
 #include "compat/qtversions.h"
 #include "io/csv.h"
+#include "report/curvegraph.h"
 #include "ui_mainwindow.h"
 
 #include <QFileDialog>
@@ -267,10 +269,10 @@ void MainWindow::drawComparison()
     }
     QCustomPlot* plot = ui->_5_cp_truthVisualization;
     plot->clearGraphs();
-    plot->addGraph();
+    new CurveGraph(plot); // owned by the plot
     const auto addBand = [plot, &levels](const QVector<double>& counts, Qt::GlobalColor color,
                                          QCPGraph* below) {
-        QCPGraph* band = plot->addGraph();
+        auto* band = new BandGraph(plot); // owned by the plot
         band->setData(levels, counts, true);
         band->setPen(QPen(Qt::white));
         band->setBrush(bandColor(color));
@@ -283,6 +285,7 @@ void MainWindow::drawComparison()
     QPen pen(Qt::black);
     pen.setWidth(2);
     plot->graph(0)->setPen(pen);
+    showBandLegend(plot);
     plot->graph(0)->setData(levels, nominal, true);
     setAxisRange(plot->yAxis, 0, qMax(1.0, all.first()));
     setAxisRange(plot->xAxis, shown.truth.levels);

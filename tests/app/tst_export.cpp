@@ -155,6 +155,33 @@ private slots:
         QCOMPARE(QApplication::clipboard()->image().size(), plot->size());
     }
 
+    void exportsBandsToReadWithoutColours()
+    {
+        calculateDoses(1);
+        compareWithTruth();
+        auto* plot = reach<QCustomPlot>("_5_cp_truthVisualization");
+        const QImage shown = plot->grab().toImage();
+        user::chooseEntry(plot, "Copy picture");
+        const QImage picture = QApplication::clipboard()->image();
+        QCOMPARE(picture.size(), plot->size());
+        const auto hatching = [&](double level, double count) {
+            const QPointF place(plot->xAxis->coordToPixel(level), plot->yAxis->coordToPixel(count));
+            int dark = 0;
+            for (int pixel = 0; pixel < 144; ++pixel) {
+                dark +=
+                    qGray(picture.pixel(place.toPoint() + QPoint(pixel % 12, pixel / 12 - 6))) < 60;
+            }
+            return dark;
+        };
+        const int above = hatching(50, 0.4);
+        QVERIFY(above > 0);
+        QCOMPARE(hatching(43, 1.35), 0); // equal
+        QVERIFY(hatching(55, 1.7) > above);
+        QVERIFY(plot->legend->visible());
+        QCOMPARE(plot->legend->itemCount(), 4);
+        QCOMPARE(plot->grab().toImage(), shown);
+    }
+
     void summarisesTheAnalysis()
     {
         calculateDoses(1);
