@@ -157,7 +157,7 @@ void MainWindow::fitFonts()
     const QFont font = compactFont(ui->_1_tw_endPoints->font());
     for (QWidget* widget : QVector<QWidget*>{
              ui->_1_tw_endPoints, ui->_1_lb_etaText, ui->_1_cb_numEtas, ui->_1_tw_etaDefinition,
-             ui->_1_cb_iivEndPoint, ui->_1_sb_numSimulations, ui->_1_tw_rawResLabels,
+             ui->_1_cb_iivEndPoint, ui->_1_sb_numSimulations, ui->label_5, ui->_1_tw_rawResLabels,
              ui->_2_tw_weightDefinition, ui->_5_tw_trueModelTMED, ui->_5_tw_Summary,
              ui->_5_tw_aveUnderEstOverEst, ui->statusBar}) {
         widget->setFont(font);
