@@ -30,6 +30,7 @@ take biomarker/1-endpoint-with-eta endpoint-with-eta
 take biomarker/2-weights weights
 take biomarker/3-probability-average-without-eta probability
 take biomarker/4-dose-choice-average-without-eta dose-choice
+take biomarker/4-certainty certainty
 take simulation/0-import simulation-import
 take simulation/4-dose-choice simulation-dose-choice
 take simulation/5-comparison-by-true-models simulation-comparison

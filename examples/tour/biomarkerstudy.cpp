@@ -179,6 +179,8 @@ void judgeCertainty(Tour& tour)
     tour.saveEndpoints("3-endpoints", "_3_cp_PoS");
     tour.showPage(DosePage);
     user::click(tour.widget<QPushButton>("_4_pb_startCalculation"));
+    constexpr int eightyPercent = 3;
+    tour.savePictureOfTip("4-certainty", doseTable, eightyPercent);
     user::clickCell(tour.widget<QTableWidget>(doseTable), 0, 0);
     tour.saveCopied("4-certainty-of-doses", doseTable, "Copy certainty of doses");
     tour.saveCopied("4-contributions", doseTable, "Copy contributions");

@@ -44,6 +44,27 @@ void Tour::savePicture(const QString& name)
     require(m_window.grab().save(path), "cannot write " + path);
 }
 
+void Tour::savePictureOfTip(const QString& name, const char* table, int column)
+{
+    const auto* cells = widget<QTableWidget>(table);
+    const QPoint mouse = cells->visualRect(cells->model()->index(0, column)).center();
+    user::rest(cells->viewport(), mouse);
+    pause();
+    QWidget* tip = nullptr;
+    for (QWidget* shown : QApplication::topLevelWidgets()) {
+        tip = shown->inherits("QTipLabel") && shown->isVisible() ? shown : tip;
+    }
+    require(tip, QString("%1 shows no tooltip").arg(table));
+    QPixmap picture = m_window.grab();
+    // Another window: below the mouse, where a screen wider than this window has it, but not
+    // beyond this one's edge.
+    QPoint place = cells->viewport()->mapTo(&m_window, mouse + QPoint(2, 16));
+    place.setX(qMin(place.x(), m_window.width() - tip->width()));
+    tip->render(&picture, place);
+    const QString path = m_output.filePath(name + ".png");
+    require(picture.save(path), "cannot write " + path);
+}
+
 void Tour::saveTable(const QString& name, const char* table) const
 {
     writeFile(name + ".csv", tableText(table));

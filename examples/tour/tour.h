@@ -54,6 +54,10 @@ public:
     /// Pauses, then saves a picture of the window as <name>.png.
     void savePicture(const QString& name);
 
+    /// Saves a picture of the window while the mouse rests on a column of a table's first row,
+    /// with the tooltip.
+    void savePictureOfTip(const QString& name, const char* table, int column);
+
     /// Saves a table as shown, with its headings, as <name>.csv. Headings must have no comma.
     void saveTable(const QString& name, const char* table) const;
 
