@@ -191,9 +191,22 @@ QString missingEvaluation(const DoseSelection& selection)
 QString missingCertainty(const DoseSelection& selection, int dataSet)
 {
     const QString missing = missingEvaluation(selection, dataSet);
-    return missing.isEmpty() && dataSet >= selection.stability.size()
+    if (!missing.isEmpty()) {
+        return missing;
+    }
+    const QString uncounted = uncountedResamples(selection.made.inputs);
+    return uncounted.isEmpty() && dataSet >= selection.stability.size()
                ? "the bootstrap samples were not resampled; \"Copy certainty of doses\" does this"
-               : missing;
+               : uncounted;
+}
+
+QString uncountedResamples(const Study& study)
+{
+    return canCountResamples(study.levels.size(), study.doses.size())
+               ? QString()
+               : QString("%1 levels and %2 doses are too many to count resamples")
+                     .arg(study.levels.size())
+                     .arg(study.doses.size());
 }
 
 QStringList curveRemarks(const StudyResults& results, const CurrentInputs& now)

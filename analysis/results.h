@@ -114,6 +114,9 @@ QString missingEvaluation(const DoseSelection& selection);
 /// The same of the stability of the doses of a data set.
 QString missingCertainty(const DoseSelection& selection, int dataSet);
 
+/// Why the bootstrap samples are never resampled for a study; empty if they are.
+QString uncountedResamples(const Study& study);
+
 /// The inputs that a calculation would use now, for comparison.
 struct CurrentInputs
 {

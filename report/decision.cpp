@@ -78,10 +78,16 @@ QString answer(const ReportedResult& result)
     return text + ". " + firmness(result, highest);
 }
 
-/// A dose and the share of resamples in which it holds: "0.7 (62.8 %)".
-QString withShare(double dose, const DoseStability& found)
+/// The dose of a level and the share of resamples in which it holds, if that is known: "0.7 (62.8
+/// %)".
+QString withShare(const OtherMethod& method, int level)
 {
-    return QString("%1 (%2 %)").arg(doseText(dose), calculated(found.share(found.med)));
+    const QString dose = doseText(method.result->meds.at(level));
+    if (level >= method.stability.size()) {
+        return dose;
+    }
+    const DoseStability& found = method.stability.at(level);
+    return QString("%1 (%2 %)").arg(dose, calculated(found.share(found.med)));
 }
 
 /// The dose of each level, by the chosen method and by the others.
@@ -109,8 +115,7 @@ void addMeds(ReportDocument& document, const ReportedResult& result,
             table.headings.append("By " + methodText(method.made));
             table.alignment.append('r');
             for (int level = 0; level < table.rows.size(); ++level) {
-                table.rows[level].append(
-                    withShare(method.result->meds.at(level), method.stability.at(level)));
+                table.rows[level].append(withShare(method, level));
             }
         }
     }

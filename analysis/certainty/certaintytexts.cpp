@@ -233,7 +233,7 @@ QString certaintySummary(const DoseSelection& selection)
     if (!selection.made.exists() || selection.made.inputs.levels.isEmpty()) {
         return {};
     }
-    if (selection.stability.isEmpty()) {
+    if (selection.stability.isEmpty() || !uncountedResamples(selection.made.inputs).isEmpty()) {
         return "The certainty of the doses is not known: " + missingCertainty(selection, 0) + ".\n";
     }
     QString text = QString("\nCertainty of doses, %1 resamples of the bootstrap samples, separate "

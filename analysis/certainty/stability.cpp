@@ -159,7 +159,8 @@ std::optional<QVector<DoseStability>> doseStability(const Grid& hits, int sample
 {
     QVector<DoseStability> found;
     const int doseCount = probability.size();
-    if (sampleCount == 0 || levels.isEmpty() || doseCount != hits.columns) {
+    if (sampleCount == 0 || levels.isEmpty() || doseCount != hits.columns
+        || !canCountResamples(levels.size(), doseCount)) {
         return found;
     }
     const QVector<double> errors = monteCarloErrors(hits, sampleCount);

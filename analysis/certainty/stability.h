@@ -13,6 +13,8 @@ class QDataStream;
 /// the same samples are drawn whatever was calculated before.
 constexpr int resampleCount = 2000;
 constexpr quint32 resamplingSeed = 20170923;
+/// The most doses, those of all levels taken together, whose resamples are counted: 16 MB.
+constexpr qint64 mostCountedDoses = 1 << 22;
 
 /// How certain the minimum effective dose of one probability level is. Doses are given by their
 /// index; the number of doses means none, which ranks above the highest dose.
@@ -39,12 +41,19 @@ struct DoseStability
 QDataStream& operator<<(QDataStream& stream, const DoseStability& stability);
 QDataStream& operator>>(QDataStream& stream, DoseStability& stability);
 
+/// Whether so many levels and doses are few enough to count the resamples that choose each dose.
+constexpr bool canCountResamples(int levelCount, int doseCount)
+{
+    return qint64(levelCount) * (doseCount + 1) <= mostCountedDoses;
+}
+
 /// Resamples the bootstrap samples with replacement, the same ones for all doses and models, and
 /// repeats the rule of the minimum effective dose for each level (percent): [level]. probability is
 /// the result, per dose in percent; hits (hitWeights) are the values of which it is the mean. A
 /// probability within 1e-9 of the level equals it and is not above it, so that counts decide with
 /// selection. With one OFV per model the weights of the first sample stay. None if aborted; empty
-/// without samples or levels. Efron & Tibshirani (1993).
+/// without samples or levels, or with more of them than canCountResamples. Efron & Tibshirani
+/// (1993).
 std::optional<QVector<DoseStability>> doseStability(const Grid& hits, int sampleCount,
                                                     const QVector<double>& probability,
                                                     const QVector<double>& levels,

@@ -44,6 +44,15 @@ QString tableText(CertaintyTable table, const JudgedResult& result)
     return tabSeparated(certaintyRows(table, result, copiedDigits));
 }
 
+/// Begins a table of certain doses with the reason why it has no row.
+void noteUncounted(QStringList& parts, CertaintyTable table, const Study& study)
+{
+    const QString reason = uncountedResamples(study);
+    if (table == CertaintyTable::Doses && !reason.isEmpty()) {
+        parts.prepend("No row, as " + reason + '.');
+    }
+}
+
 } // namespace
 
 /// Resamples the doses, which the table shows already, where their certainty is not known.
@@ -138,6 +147,7 @@ void MainWindow::copyCurveCertainty(CertaintyTable table)
         result.stability = *stability;
     }
     QStringList parts = startOfTable(table, result.made.endPoints, curveRemarks(results(), now));
+    noteUncounted(parts, table, result.made);
     parts.append(tableText(table, result));
     copyText(parts.join('\n'));
 }
@@ -159,6 +169,7 @@ void MainWindow::copyDoseCertainty(CertaintyTable table)
     if (const QString missing = missingEvaluation(selection); !missing.isEmpty()) {
         parts.prepend("Some data sets are left out, as " + missing + '.');
     }
+    noteUncounted(parts, table, selection.made.inputs);
     for (int dataSet = 0; dataSet < selection.evaluations.size(); ++dataSet) {
         if (selection.evaluations.at(dataSet).exists()) {
             parts.append(tableText(table, judgedResult(selection, dataSet)));

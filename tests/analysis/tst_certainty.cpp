@@ -131,6 +131,9 @@ private slots:
         QVERIFY(almostEqual(stability.samplesNeeded, needed));
         readsWhatWasWritten(stability);
         QVERIFY(!doseStability(Grid(10000, 2), 10000, {0, 0}, {1}, [] { return false; }));
+        // Counts that would take gigabytes are left out.
+        const Numbers many(100000, 0.0);
+        QVERIFY(doseStability(Grid(1, 100000), 1, many, many).value().isEmpty());
     }
 
     void leavesFitsOut_data()
