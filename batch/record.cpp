@@ -4,7 +4,9 @@
 
 #include "batch/error.h"
 #include "batch/outputfolder.h"
+#include "model/deviates.h"
 
+#include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
@@ -33,12 +35,32 @@ ReportedFile fileOf(const QJsonObject& object)
     return file;
 }
 
+/// Begins the SHA-256 of a thousand deviates of numbers that spread over their range.
+QString hashOfDeviates()
+{
+    constexpr int count = 1000;
+    QVector<int> numbers(2 * count);
+    quint32 number = 1;
+    for (int& value : numbers) {
+        number = number * 1664525 + 1013904223; // Press et al., Numerical Recipes
+        value = int(number >> 1);
+    }
+    QVector<double> deviates(count);
+    fillNormalDeviates(numbers.constData(), count, deviates.data());
+    const QByteArray bytes(reinterpret_cast<const char*>(deviates.constData()),
+                           count * int(sizeof(double)));
+    return QString::fromLatin1(
+        QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex().left(16));
+}
+
 } // namespace
 
 Machine thisMachine()
 {
-    Machine machine{
-        QSysInfo::currentCpuArchitecture(), {}, QString("glibc ") + gnu_get_libc_version()};
+    Machine machine{QSysInfo::currentCpuArchitecture(),
+                    {},
+                    QString("glibc ") + gnu_get_libc_version(),
+                    hashOfDeviates()};
 #ifdef __x86_64__
     const auto add = [&machine](bool has, const char* name) {
         if (has) {
@@ -57,10 +79,10 @@ Machine thisMachine()
 
 QString machineText(const Machine& machine)
 {
-    return QString("%1%2, %3")
+    return QString("%1%2, %3, normal deviates %4")
         .arg(machine.architecture,
              machine.features.isEmpty() ? QString() : " with " + machine.features.join(' '),
-             machine.cLibrary);
+             machine.cLibrary, machine.deviates);
 }
 
 QString programName()
@@ -85,6 +107,7 @@ QJsonObject recordObject(const RunRecord& record)
             {"architecture", record.machine.architecture},
             {"processor_features", QJsonArray::fromStringList(record.machine.features)},
             {"c_library", record.machine.cLibrary},
+            {"normal_deviates", record.machine.deviates},
             {"seconds", record.seconds}};
 }
 
@@ -134,6 +157,7 @@ RunRecord readRecordFile(const QString& path)
         record.machine.features.append(feature.toString());
     }
     record.machine.cLibrary = object.value("c_library").toString();
+    record.machine.deviates = object.value("normal_deviates").toString();
     record.seconds = object.value("seconds").toDouble();
     return record;
 }

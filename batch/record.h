@@ -12,11 +12,12 @@ struct Machine
     QString architecture;
     QStringList features; ///< processor features that mathematical functions may use
     QString cLibrary;     ///< name and version
+    QString deviates; ///< hash of normal deviates of fixed numbers: versions of SLEEF may differ
 
     bool operator==(const Machine& other) const
     {
         return architecture == other.architecture && features == other.features
-               && cLibrary == other.cLibrary;
+               && cLibrary == other.cLibrary && deviates == other.deviates;
     }
 };
 

@@ -220,7 +220,7 @@ QStringList machineFindings(const QVector<Shard>& shards)
     return machines.size() < 2
                ? QStringList()
                : QStringList("The shards were calculated on different processors or with "
-                             "different C libraries, whose last digits may differ: "
+                             "different libraries, whose last digits may differ: "
                              + machines.join("; ") + '.');
 }
 
