@@ -20,11 +20,12 @@ void evaluatePopulation(parser& expression, SimulatedPopulation& population)
     block.varying.resize(population.etaSlots.size() * count);
     auto evaluator = expression.blockEvaluator(block.common.size(), block.varyingSlots);
     QVector<double> individuals(count);
+    population.endpoints.clear(); // an evaluation may be repeated
     population.endpoints.reserve(population.doses.size());
+    RandomNumbers numbers = population.numbers;
     for (const double dose : qAsConst(population.doses)) {
         block.common[DoseSlot] = dose;
-        population.sampler.fillColumns(population.numbers, count, population.etaRows,
-                                       block.varying.data());
+        population.sampler.fillColumns(numbers, count, population.etaRows, block.varying.data());
         if (evaluator) {
             evaluator->evaluate(block, individuals.data());
         } else {
