@@ -166,9 +166,9 @@ Action chooseManyDoses(Trial& trial)
     importOf(trial, rawResultsText(bootstrapTable(numbers, 10)))();
     trial.window.showPage(EndpointPage);
     trial.enter("_1_tw_endPoints", 0, "THETA2*DOSE");
-    Trial::enter(trial.window.widget<QLineEdit>("_1_le_possibleDoses"), "1:1:10000");
+    Trial::enter(trial.window.widget<QLineEdit>("_1_le_possibleDoses"), "1:1:100000");
     trial.window.showPage(DosePage);
-    Trial::enter(trial.window.widget<QLineEdit>("_4_le_probabilities"), "0.01:0.01:99.9");
+    Trial::enter(trial.window.widget<QLineEdit>("_4_le_probabilities"), "0.001:0.001:99.9");
     return [&trial] { trial.window.press("_4_pb_startCalculation"); };
 }
 
@@ -214,7 +214,7 @@ QVector<Extreme> extremes()
          endpoint(QString(1000, '(') + "THETA1" + QString(1000, ')'))},
         {"an endpoint expression with 999 ETAs, and their matrix", endpoint("THETA1+ETA999")},
         {"a variance in that matrix", editVariance},
-        {"selection among 10,000 doses at 9,990 levels", chooseManyDoses},
+        {"selection among 100,000 doses at 99,900 levels", chooseManyDoses},
         {"copy of 15 million cells with full precision", copyManyCells},
     };
 }
