@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: Velmora contributors
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Plants faults in the sources, one at a time, and tells which of them the tests catch.
+"""Plants faults in the sources, one at a time, and reports which of them the tests catch.
 
 Started by tests/mutants.sh, where its usage stands. A fault is named after its folder and its
 number among those drawn there, as in "analysis:7": the same seed and sources give the same.

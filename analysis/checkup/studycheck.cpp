@@ -195,15 +195,15 @@ QString textOfSeveral(const Study& study, const QString& place, const MissingWei
                  "every probability will be 0 there. The first is "
                + where + '.';
     }
-    QString told = place + "samples have no weight and count as misses. The worst is " + where
-                   + QString(", with %1 of %2").arg(worst.missing).arg(worst.samples);
+    QString remark = place + "samples have no weight and count as misses. The worst is " + where
+                     + QString(", with %1 of %2").arg(worst.missing).arg(worst.samples);
     if (worst.missing == worst.samples) {
-        return told + ": every probability will be 0 there.";
+        return remark + ": every probability will be 0 there.";
     }
     if (worst.sharesUpTo1) {
-        told += QString(": no probability can exceed %1 % there").arg(highestProbability(worst));
+        remark += QString(": no probability can exceed %1 % there").arg(highestProbability(worst));
     }
-    return told + '.';
+    return remark + '.';
 }
 
 /// All that the weights of a study's results depend on, as texts.
@@ -261,16 +261,16 @@ QStringList checkUsableWeightsOfAll(const Study& study)
         return {};
     }
     const bool isAll = looked.size() == study.dataSetCount();
-    QString told = text(study, worst);
+    QString remark = text(study, worst);
     if (count > 1) {
         const QString place =
             QString(isAll ? "In %1 of %2 data sets " : "In %1 of the first %2 data sets ");
-        told = textOfSeveral(study, place.arg(count).arg(looked.size()), worst);
+        remark = textOfSeveral(study, place.arg(count).arg(looked.size()), worst);
     }
     if (looked.size() < weighableDataSets(study)) {
-        told += QString(" Data sets from %1 on were not checked.").arg(looked.size());
+        remark += QString(" Data sets from %1 on were not checked.").arg(looked.size());
     }
-    return {told};
+    return {remark};
 }
 
 QStringList checkShownModel(const Study& study)

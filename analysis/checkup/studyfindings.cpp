@@ -61,11 +61,11 @@ QStringList studyFindings(const Study& study, const ImportCheckUp& checkUp,
         const QString endpoint = study.endPoints.value(model).endPointParser.expression;
         lines += modelFindings(study, checkUp, model, {!endpoint.trimmed().isEmpty(), {}});
     }
-    QStringList told;
+    QStringList reported;
     const auto add = [&](const QString& input, const QStringList& found) {
         for (const QString& finding : found) {
-            if (!told.contains(finding)) {
-                told.append(finding);
+            if (!reported.contains(finding)) {
+                reported.append(finding);
                 lines.append(input + ": " + finding);
             }
         }

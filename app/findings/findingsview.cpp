@@ -46,7 +46,7 @@ QPalette::ColorRole groundOf(const QWidget* input)
                                                                   : QPalette::Base;
 }
 
-QStringList told(const FindingsView::Check& check)
+QStringList reported(const FindingsView::Check& check)
 {
     return check ? check() : QStringList();
 }
@@ -137,8 +137,8 @@ void FindingsView::renewAll()
 void FindingsView::showOnWidget(const Watched& watched)
 {
     QWidget* input = watched.input;
-    const QStringList findings = told(watched.check);
-    QStringList texts = findings + told(watched.notes);
+    const QStringList findings = reported(watched.check);
+    QStringList texts = findings + reported(watched.notes);
     if (!input->accessibleDescription().isEmpty()) {
         texts.append(input->accessibleDescription());
     }
@@ -183,7 +183,7 @@ void FindingsView::listInStatusBar(const Check& allFindings)
 bool FindingsView::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::ToolTip) {
-        bar->setToolTip(plainToolTip(listed(told(everything))));
+        bar->setToolTip(plainToolTip(listed(reported(everything))));
     }
     return QObject::eventFilter(watched, event);
 }
@@ -193,7 +193,7 @@ QStringList FindingsView::all() const
     QStringList texts;
     QStringList found;
     for (const Watched& watched : inputs) {
-        for (const QString& text : told(watched.check) + told(watched.notes)) {
+        for (const QString& text : reported(watched.check) + reported(watched.notes)) {
             if (!texts.contains(text)) {
                 texts.append(text);
                 found.append(watched.input->accessibleName() + ": " + text);
@@ -219,7 +219,7 @@ QStringList FindingsView::findingsOn(const QWidget* input) const
     }
     for (const Watched& watched : inputs) {
         if (watched.input == input) {
-            return told(watched.check) + told(watched.notes);
+            return reported(watched.check) + reported(watched.notes);
         }
     }
     return {};
@@ -231,7 +231,7 @@ void FindingsView::makeCurrent(QWidget* input)
     showStatus();
 }
 
-/// Tells in the status bar the first finding on what was made current last, else on the
+/// Shows in the status bar the first finding on what was made current last, else on the
 /// formula that is current on the page, else what is said in general.
 void FindingsView::showStatus()
 {

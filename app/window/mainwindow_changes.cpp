@@ -149,7 +149,7 @@ QString MainWindow::fileName(int model) const
     return source.namesModels && model < endPoints.size() ? endPoints.at(model).name : QString();
 }
 
-/// Tells what happened. row is the model concerned, if it is one.
+/// Reports what happened. row is the model concerned, if it is one.
 void MainWindow::changed(Change change, int row)
 {
     if (change == Change::ResultsCleared || change == Change::ImportAborted

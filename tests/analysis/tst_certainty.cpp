@@ -16,7 +16,7 @@ using Numbers = QVector<double>;
 static const double none = qQNaN();
 static const double inf = qInf();
 
-/// Two models, four samples and two doses, of which columns tell how the fits ended: the
+/// Two models, four samples and two doses, whose columns show how the fits ended: the
 /// first two fits of model 0 that are not left out failed, the last of model 1 is near a
 /// boundary.
 static Study smallStudy(bool selecting, bool individualOfv)

@@ -121,7 +121,7 @@ private slots:
         QCOMPARE(told(found, lines), lines);
     }
 
-    /// The parenthesis is found last, and told in its place.
+    /// The parenthesis is found last, but reported in its place.
     void ordersDiagnoses()
     {
         Study study;

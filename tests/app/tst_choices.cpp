@@ -7,7 +7,7 @@ const char simulated[] = "curve doses true truth";
 const char chosen[] = "curve doses truth";
 const char weighed[] = "curve doses truth weights";
 
-/// Name, input, two values of it, the kind of change that marks tell, what changes.
+/// Name, input, two values of it, the kind of change that marks show, what changes.
 static const char* const choices[][6] = {
     {"OFV column", "_m1_le_colNumOFV", "20", "22", "weights", weighed},
     {"THETA1 column", "_m1_le_colNumTHETA1", "21", "22", "endpoints", all},
@@ -36,7 +36,7 @@ class TestChoices : public StudyWithEtas
 {
     Q_OBJECT
 
-    /// Of which results the tooltip tells a change of this kind.
+    /// The results whose tooltip shows a change of this kind.
     QString marked(const QString& kind) const
     {
         QStringList names;

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/support/windowtest.h"
 
-/// What charts tell, and what leaves the window.
+/// What charts show, and what leaves the window.
 class TestExport : public WindowTest
 {
     Q_OBJECT

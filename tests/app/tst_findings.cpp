@@ -4,7 +4,7 @@
 #include "tests/support/projectbytes.h"
 #include "tests/support/windowtest.h"
 
-/// What the window tells of findings, beside the checks themselves.
+/// How the window shows findings; the checks have tests of their own.
 class TestFindings : public WindowTest
 {
     Q_OBJECT
@@ -19,7 +19,7 @@ class TestFindings : public WindowTest
     {
         return the<QTableWidget>(table)->item(row, 0)->data(Qt::BackgroundRole).isValid();
     }
-    /// What is told on an input, or on the first cell of a table; empty unless it is tinted, too.
+    /// The finding on an input, or on the first cell of a table; empty unless it is tinted, too.
     QString found(const char* place) const
     {
         const auto* widget = the<QWidget>(place);
