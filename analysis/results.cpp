@@ -190,7 +190,7 @@ QString missingEvaluation(const DoseSelection& selection)
 
 QString missingCertainty(const DoseSelection& selection, int dataSet)
 {
-    const QString missing = missingEvaluation(selection, dataSet);
+    QString missing = missingEvaluation(selection, dataSet);
     if (!missing.isEmpty()) {
         return missing;
     }

@@ -82,7 +82,7 @@ QString answer(const ReportedResult& result)
 /// %)".
 QString withShare(const OtherMethod& method, int level)
 {
-    const QString dose = doseText(method.result->meds.at(level));
+    QString dose = doseText(method.result->meds.at(level));
     if (level >= method.stability.size()) {
         return dose;
     }
