@@ -63,16 +63,18 @@ QString answer(const ReportedResult& result)
         return "There is no probability level to select a dose for.";
     }
     if (highest < 0) {
-        return QString("No candidate dose reaches %1.")
-            .arg(levels.size() == 1 ? "the level of " + levelText(levels.first())
-                                    : QString("any of the levels"));
+        return QString(
+                   "There is no candidate dose at and above which the probability of %1 exceeds "
+                   "%2.")
+            .arg(intervalText(result.made),
+                 levels.size() == 1 ? levelText(levels.first()) : QString("any of the levels"));
     }
     QString text = QString("Dose %1 is the lowest at and above which the probability of %2 exceeds "
                            "%3")
                        .arg(doseText(result.meds.at(highest)), intervalText(result.made),
                             levelText(levels.at(highest)));
     if (levels.size() > 1) {
-        text += highest + 1 < levels.size() ? "; no dose reaches the higher levels"
+        text += highest + 1 < levels.size() ? "; there is no such dose for the higher levels"
                                             : ", the highest of the levels";
     }
     return text + ". " + firmness(result, highest);
