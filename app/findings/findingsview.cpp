@@ -196,7 +196,10 @@ QStringList FindingsView::all() const
         for (const QString& text : reported(watched.check) + reported(watched.notes)) {
             if (!texts.contains(text)) {
                 texts.append(text);
-                found.append(watched.input->accessibleName() + ": " + text);
+                const auto* button = qobject_cast<const QAbstractButton*>(watched.input);
+                const QString name =
+                    button != nullptr ? button->text() : watched.input->accessibleName();
+                found.append(name + ": " + text);
             }
         }
     }
