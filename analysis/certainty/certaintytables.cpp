@@ -180,7 +180,7 @@ QStringList certaintyHeadings(CertaintyTable table, const QVector<endPoint>& mod
                 "Monte Carlo error",
                 "Chosen in (% of resamples)"};
     case CertaintyTable::Contributions:
-        return QStringList{"Data set", "Figure", "Dose"} + modelNames(models)
+        return QStringList{"Data set", "Quantity", "Dose"} + modelNames(models)
                + QStringList("All models");
     case CertaintyTable::Endpoint:
         return {"Data set", "Dose", "Model", "Mean", "5 %",
@@ -191,7 +191,7 @@ QStringList certaintyHeadings(CertaintyTable table, const QVector<endPoint>& mod
                 "Samples",
                 "Removed fits",
                 "Samples without a model",
-                "Figure",
+                "Quantity",
                 "Dose or level (%)",
                 "Renormalised",
                 "If removed weight misses",
