@@ -41,7 +41,7 @@ QStringList modelFindings(const Study& study, const ImportCheckUp& checkUp, int 
             lines.append(name + ", " + input + ": " + finding);
         }
     };
-    add("results", checkUp.models.value(model).findings);
+    add("bootstrap results", checkUp.models.value(model).findings);
     if (model >= study.endPoints.size()) {
         return lines; // of an aborted import
     }

@@ -111,8 +111,8 @@ private slots:
         imported.models.fill({"", {"no samples"}, {}}, 2);
         const TypedInputs typed{"1,x", "120", {"-inf", true, -10}, {"", false, 10}};
         const QString lines =
-            "emax, results: no samples/emax, endpoint: There is no*/emax, weight: *"
-            "/model 1, results: no samples/Candidate doses: *x*/Probability levels: *120*"
+            "emax, bootstrap results: no samples/emax, endpoint: There is no*/emax, weight: *"
+            "/model 1, bootstrap results: no samples/Candidate doses: *x*/Probability levels: *120*"
             "/Lower bound of the target interval: \"-inf\" stands for -10*"
             "/Lower bound of the target interval: No endpoint*/Upper bound of the*for 10*"
             "/Number of sim*: No ind*/Model shown: *model 2, which*/Endpoint of each model: "

@@ -100,7 +100,7 @@ private slots:
         pressAndAnswer("__pb_import", {files.path()}, {}, 2);
         const QString summary = copied("_3_cp_PoS", "Copy analysis summary");
         QVERIFY(summary.contains("\nRelative weights\nThe weights were calculated earlier"));
-        QVERIFY(summary.contains("\nmodel 2, results: no data set was read\n"));
+        QVERIFY(summary.contains("\nmodel 2, bootstrap results: no data set was read\n"));
         pressAndAnswer("__pb_import", {files.path()});
         reach<QWidget>(weights);
         QCOMPARE(rows("_2_tw_relativeWeight").mid(1), QStringList({"0.5 0.5 0", "1 0 0"}));
