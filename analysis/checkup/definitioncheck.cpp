@@ -153,7 +153,8 @@ QStringList checkDefaultWeight(const QString& placed, const QString& weightExpre
     if (!isPlaced || proposed == placed || endPointParser.expression.trimmed().isEmpty()) {
         return {};
     }
-    return {QString("Proposed with K = %1 for an earlier endpoint, but K is now %2: write %3.")
+    return {QString("Proposed with K = %1 for an earlier endpoint. With K = %2, for the present "
+                    "endpoint, the proposal is %3.")
                 .arg(kOf(placed), kOf(proposed), proposed)};
 }
 

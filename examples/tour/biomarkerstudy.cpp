@@ -156,7 +156,7 @@ void addBetweenSubjectVariability(Tour& tour)
     user::editCell(tour.widget<QTableWidget>("_1_tw_etaDefinition"), 0, 0, "COL24");
     tour.savePicture("1-endpoint-with-eta");
     const auto* weights = tour.widget<QTableWidget>("_2_tw_weightDefinition");
-    tour.require(weights->item(emax, 0)->toolTip().contains("K is now 3"),
+    tour.require(weights->item(emax, 0)->toolTip().contains("With K = 3"),
                  "the weight does not show that an ETA counts in K");
 }
 
