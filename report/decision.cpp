@@ -123,7 +123,7 @@ void addMeds(ReportDocument& document, const ReportedResult& result,
     }
     constexpr int ownColumns = 3;
     if (table.headings.size() > ownColumns) {
-        table.caption += ", by the chosen method and by others, these with the share of resamples "
+        table.caption += ". The columns of other methods give in brackets the share of resamples "
                          "in which the dose holds";
     }
     document.add(table);
@@ -157,6 +157,14 @@ void addResampledDoses(ReportDocument& document, const ReportedResult& result)
     document.add(table);
 }
 
+/// Whether a finding is about a bound that stands for another number, as the text before says.
+bool isOfUsedBound(const QString& finding, const QStringList& said)
+{
+    const QString bound = finding.section(" bound of the target interval: ", 0, 0).toLower();
+    return finding.contains(" stands for ")
+           && !said.filter("The " + bound + " bound stands for ").isEmpty();
+}
+
 /// The findings that do not repeat what was said before.
 QStringList unsaid(const QStringList& findings, const QStringList& said)
 {
@@ -167,7 +175,8 @@ QStringList unsaid(const QStringList& findings, const QStringList& said)
         };
         // The text before shows how certain each dose is.
         const bool isOfFirmness = finding.contains("Doses that hold in less than ");
-        if (!isOfFirmness && std::none_of(said.begin(), said.end(), repeats)) {
+        if (!isOfFirmness && !isOfUsedBound(finding, said)
+            && std::none_of(said.begin(), said.end(), repeats)) {
             others.append(finding);
         }
     }
