@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/results.h"
 
+#include "analysis/checkup/wording.h"
 #include "model/randomng.h"
 
 namespace {
@@ -112,6 +113,17 @@ QStringList unfinishedRemarks(const TruthComparison& truth)
                    .arg(truth.dataSets)
                    .arg(truth.dataSetCount))
                                                : QStringList();
+}
+
+QStringList missingMedNotes(const TruthComparison& truth)
+{
+    return truth.withoutMed == 0
+               ? QStringList()
+               : QStringList(QString("%1 of %2 have no theoretical MED and count as under at every "
+                                     "level. A level at which one of them has a dose has no mean "
+                                     "absolute error.")
+                                 .arg(truth.withoutMed)
+                                 .arg(counted(truth.dataSets, "data set")));
 }
 
 Evaluation keptBeside(const Evaluation& evaluation, qint64 otherBytes)

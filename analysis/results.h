@@ -64,10 +64,11 @@ struct TruthComparison
 {
     QVector<LevelComparison> comparison; ///< [level]
     QVector<double> levels;              ///< in percent
-    int dataSets = 0;                    ///< with a theoretical MED
+    int dataSets = 0;                    ///< whose theoretical MED was looked for
     int dataSetCount = 0;                ///< of the study; more than dataSets if aborted
     bool isFailed = false;               ///< there are no theoretical MEDs
     bool hadMeds = false;                ///< the table showed earlier theoretical MEDs
+    int withoutMed = 0;                  ///< data sets whose theoretical MED is NaN
     Provenance made;                     ///< of the theoretical MEDs; the doses compared are in it
     Provenance chosen;                   ///< of the doses compared
     Circumstances before = {};           ///< of the theoretical MEDs
@@ -143,6 +144,9 @@ QStringList selectionRemarks(const StudyResults& results, const CurrentInputs& n
 /// The same for the comparison; it is also stale if the chosen doses are no longer those compared
 /// or are stale themselves.
 QStringList truthRemarks(const StudyResults& results, const CurrentInputs& now);
+
+/// How many data sets have no theoretical MED, and what that does to the comparison.
+QStringList missingMedNotes(const TruthComparison& truth);
 
 /// The note behind the nominal count of a level: the range that chance explains, " (12 to 19 in 95
 /// % of studies by chance)", and in a separate line whether the counts are compatible with the

@@ -268,7 +268,7 @@ QString comparison(const StudyResults& results, const CurrentInputs& now)
                    + inputsThen(truth.made, truthChanges(results, now), "It was made with")
                    + inputsThen(truth.chosen, comparedDosesChanges(results, now),
                                 "The doses were selected with")
-                   + remarkLines(unfinishedRemarks(truth));
+                   + remarkLines(unfinishedRemarks(truth) + missingMedNotes(truth));
     if (truth.isFailed) {
         return text;
     }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/truth.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <numeric>
@@ -170,6 +171,12 @@ qint64 randomNumberCountOfMed(const Study& study, const QVector<double>& trueRow
     return hasTruth(study, trueRow, trueModel)
                ? endPoint(study.endPoints.at(trueModel)).randomNumberCount(trueRow)
                : 0;
+}
+
+int countMissing(const QVector<double>& theoreticalMeds)
+{
+    return int(std::count_if(theoreticalMeds.begin(), theoreticalMeds.end(),
+                             [](double med) { return std::isnan(med); }));
 }
 
 QVector<LevelComparison> compareWithTruth(const Table& doseChoice,

@@ -65,6 +65,9 @@ struct LevelComparison
     int all() const { return over + equal + under; }
 };
 
+/// The number of data sets whose theoretical MED is NaN.
+int countMissing(const QVector<double>& theoreticalMeds);
+
 /// Compares level by level. doseChoice is [dataSet][level]; its first row has the number of levels.
 /// Data sets without a theoretical MED entry are left out.
 QVector<LevelComparison> compareWithTruth(const Table& doseChoice,

@@ -67,6 +67,7 @@ TruthComparison truthOf(const RunInputs& inputs, const RangeResults& results, co
     truth.levels = inputs.study.levels;
     truth.dataSets = results.theoreticalMeds.size();
     truth.dataSetCount = truth.dataSets;
+    truth.withoutMed = countMissing(results.theoreticalMeds);
     truth.made = truthProvenance(inputs.study, inputs.truth.rows, inputs.truth.modelTexts(), meds);
     truth.chosen = doseProvenance(inputs.study);
     return truth;
@@ -127,7 +128,7 @@ QStringList writeStudyFiles(const RunInputs& inputs, const RangeResults& results
         + studyFindings(inputs.study, checked,
                         {inputs.doses, inputs.levels, inputs.lower, inputs.upper})
         + results.findings() + unstableDoses(report.results.selection)
-        + checkRandomNumbers(drawsOf(results));
+        + checkRandomNumbers(drawsOf(results)) + missingMedNotes(report.results.truth);
     output.addFile(ResultFile::findings)
         .addLines(findings.isEmpty() ? QByteArray() : findings.join('\n').toUtf8() + '\n');
     if (!inputs.reports.isEmpty()) {

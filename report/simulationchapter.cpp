@@ -102,7 +102,9 @@ void addComparison(ReportDocument& document, const TruthComparison& truth)
     document.add(table);
     document.say(
         "The mean absolute error is the mean distance between estimated and theoretical MED, in "
-        "dose units, over the data sets in which both exist and differ. With an unbiased method, "
+        "dose units, over the data sets with a dose that differs from the theoretical one. A data "
+        "set without a dose "
+        "counts as under. With an unbiased method, "
         "counts lie within the range of chance in 95 % of studies (binomial distribution). A level "
         "is not compatible if the count over lies above the range, or the count over or equal lies "
         "below it.");
@@ -115,7 +117,7 @@ void addTruth(ReportDocument& document, const TruthComparison& truth)
         document.say("The doses were not compared with theoretical ones.");
         return;
     }
-    document.add(ReportList{unfinishedRemarks(truth), Emphasis::Warning});
+    document.add(ReportList{unfinishedRemarks(truth) + missingMedNotes(truth), Emphasis::Warning});
     if (truth.isFailed || truth.comparison.isEmpty()) {
         document.say("There is no comparison.");
         return;

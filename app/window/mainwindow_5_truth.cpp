@@ -130,6 +130,7 @@ void MainWindow::on__4_pb_compTruth_clicked()
     truth.isFailed = !isComparable;
     truth.hadMeds = !isComparable && hadMeds;
     truth.dataSets = trueMEDs.size();
+    truth.withoutMed = countMissing(trueMEDs);
     truth.made = truthProvenance(studyToKeep(), trueRows(), trueModelTexts(), doseChoice);
     if (isComparable || !byModels) {
         truth.comparison = compareWithTruth(doseChoice, trueMEDs);

@@ -132,11 +132,13 @@ void MainWindow::watchResults()
     findings->watch(ui->_4_cp_doseChoiceDistribution, {}, ofSelection);
     findings->watch(
         ui->_4_tw_doseChoice, [this] { return shownPart(ui->_4_tw_doseChoice); }, ofSelection);
-    findings->watch(ui->_5_cp_truthVisualization, {}, ofTruth);
+    const auto ofComparison = [=] { return ofTruth() + missingMedNotes(shown.truth); };
+    findings->watch(ui->_5_cp_truthVisualization, {}, ofComparison);
     findings->watch(
-        ui->_5_tw_trueModelTMED, [this] { return shownPart(ui->_5_tw_trueModelTMED); }, ofTruth);
-    findings->watch(ui->_5_tw_Summary, {}, ofTruth);
-    findings->watch(ui->_5_tw_aveUnderEstOverEst, {}, ofTruth);
+        ui->_5_tw_trueModelTMED, [this] { return shownPart(ui->_5_tw_trueModelTMED); },
+        ofComparison);
+    findings->watch(ui->_5_tw_Summary, {}, ofComparison);
+    findings->watch(ui->_5_tw_aveUnderEstOverEst, {}, ofComparison);
     findings->watch(ui->_1_cp_typicalDRPlot, {},
                     [this] { return typicalCurveRemarks(results(), currentInputs()); });
     findings->watch(
