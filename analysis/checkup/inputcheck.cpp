@@ -159,7 +159,8 @@ QStringList checkLevels(const QString& text)
 QStringList checkBound(const QString& text, bool placed, double substitute)
 {
     if (placed || !isNumber(text)) {
-        const QString meaning = text.trimmed().isEmpty() ? "An empty bound" : quoted(text);
+        const QString meaning =
+            text.trimmed().isEmpty() ? "A bound that is not given" : quoted(text);
         return {meaning + " stands for " + numberText(substitute)
                 + "; endpoints beyond it are outside the interval."};
     }

@@ -67,8 +67,9 @@ QString shareText(const Occurrence& found, const QString& what)
                             QString::number(100.0 * double(found.count) / double(samples), 'g', 3),
                             what, placeText(found));
     if (found.dataSets > 1) {
-        text +=
-            QString(", most of them in data set %1 (%2)").arg(found.worst).arg(found.worstCount);
+        text += QString(", the largest number in data set %1 (%2)")
+                    .arg(found.worst)
+                    .arg(found.worstCount);
     }
     return text;
 }
@@ -194,10 +195,9 @@ void checkHeading(CheckedModel& model)
         model.facts.append("the heading has " + names + " for " + columns);
     }
     if (model.heading.firstCut < model.names.size()) {
-        model.facts.append(
-            QString(
-                "names with commas are cut, so the headings shown are shifted from column %1 on")
-                .arg(model.heading.firstCut + 1));
+        model.facts.append(QString("names with commas are cut; the headings shown are cut or "
+                                   "shifted from column %1 on")
+                               .arg(model.heading.firstCut + 1));
     }
 }
 

@@ -255,7 +255,7 @@ private slots:
             "no samples in data set 400/a different number of samples than linear in 2 of 500 data "
             "sets/"
             "2 of 10 samples (20 %) did not converge in data set 7/"
-            "3 of 4991 samples (*) ended near * in 2 of 500 data sets, most * set 100 (2)/"
+            "3 of 4991 samples (*) ended near * in 2 of 500 data sets, the largest * set 100 (2)/"
             "repeated sample numbers: 1 in data set 300/"
             "the same samples as in the data set before in data set 200";
         QCOMPARE(told(result.models.last().findings, findings), findings);
@@ -343,7 +343,7 @@ private slots:
         row("share as level", checkLevels("0.5,0.29"), "*1 %: if 0.5 is meant*, write 50.");
         row("one percent", checkLevels("0.5,1"), "");
         row("bound placed", checkBound("-inf", true, -10), "\"-inf\" stands for -10; *");
-        row("no bound", checkBound("", false, 10), "An empty bound stands for 10; *");
+        row("no bound", checkBound("", false, 10), "A bound that is not given stands for 10; *");
         row("lower bound", checkLowerBoundUsed("-inf", true, -10), "*of -10 and below*");
         row("upper bound", checkUpperBoundUsed("", false, 10), "*above 10 count as*");
         row("interval of nothing", checkInterval(1, 1), "No endpoint can be above 1 and*");
