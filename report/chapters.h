@@ -60,7 +60,8 @@ QByteArray textThenNumbers(int numbers);
 /// "data set 3".
 QString dataSetText(int dataSet);
 
-/// "Data: 5 models, 1 data set, 1001 samples each."; empty without data.
+/// "Data: 5 models, 1 data set, 1001 samples each.", and where their endpoints are; empty without
+/// data.
 QString extent(const ReportContext& context);
 
 /// The name of a model, with its number if other names look the same; the number alone if it has

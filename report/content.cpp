@@ -99,7 +99,9 @@ QString dataSetText(int dataSet)
 QString extent(const ReportContext& context)
 {
     const QString& summary = context.inputs.source.checkUp.summary;
-    return summary.isEmpty() ? summary : "Data: " + summary.section(';', 0, 0) + '.';
+    return summary.isEmpty() ? summary
+                             : "Data: " + summary.section(';', 0, 0)
+                                   + ". The chapter \"Models\" shows the endpoint of each model.";
 }
 
 QString modelName(const QVector<endPoint>& models, int model)

@@ -115,9 +115,9 @@ QStringList otherDoses(const ReportedResult& result, const QVector<OtherMethod>&
     if (result.evaluation.exists()) {
         for (const Sensitivity& found : sensitivityToFits(result.made, result.evaluation)) {
             if (found.fits != FitChoice::All && found.unknown.isEmpty()) {
-                texts.append(differences("With " + fitChoiceName(found.fits) + " alone", result,
+                texts.append(differences("From the " + fitChoiceName(found.fits) + " alone", result,
                                          found.renormalised.meds)
-                                 .replace("With without the original fit alone",
+                                 .replace("From the without the original fit alone",
                                           "Without the original fit"));
             }
         }
@@ -145,7 +145,7 @@ QString chosenDoses(const ReportedResult& result, const DoseStability& stability
         if (stability.share(dose) >= 1) {
             texts.append(QString("%1 in %2")
                              .arg(resampledDose(result, dose),
-                                  levelText(std::round(10 * stability.share(dose)) / 10)));
+                                  levelText(std::round(100 * stability.share(dose)) / 100)));
         }
     }
     constexpr int most = 4;

@@ -133,7 +133,7 @@ QStringList misfits(const TruthComparison& truth)
         const auto range = nominalRange(counts, truth.levels.at(level));
         const QString fault = range ? misfit(counts, *range) : QString();
         if (!fault.isEmpty()) {
-            levels.append(levelText(truth.levels.at(level)) + ' ' + fault);
+            levels.append(QString("%1 (%2)").arg(levelText(truth.levels.at(level)), fault));
         }
     }
     return levels.isEmpty() ? levels
@@ -233,7 +233,8 @@ void addManyMeds(ReportDocument& document, const ReportContext& context)
                            std::isnan(held) ? "not known" : QString::number(unstable)});
     }
     document.add(table);
-    document.say("For the median, data sets without a dose count as above the highest dose.");
+    document.say("For the median, data sets without a dose count as above the highest dose; of two "
+                 "middle doses, the lower one is the median.");
 }
 
 bool addManyMethods(ReportDocument& document, const ReportContext& context)
@@ -294,7 +295,8 @@ QStringList manyObjections(const ReportContext& context)
                 QString("%1 at %2").arg(unstable).arg(levelText(selection.levels.at(level))));
         }
     }
-    const QStringList texts = misfits(context.inputs.results.truth);
+    const TruthComparison& truth = context.inputs.results.truth;
+    const QStringList texts = misfits(truth) + missingMedNotes(truth);
     return levels.isEmpty()
                ? texts
                : QStringList(QString("Of %1, some have a dose that holds in less than %2 % of "

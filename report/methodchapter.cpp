@@ -9,26 +9,38 @@
 
 namespace {
 
-const char* const literature[] = {
-    "Akaike H (1974). A new look at the statistical model identification. IEEE Transactions on "
-    "Automatic Control 19:716-723.",
-    "Box GEP, Muller ME (1958). A note on the generation of random normal deviates. Annals of "
-    "Mathematical Statistics 29:610-611.",
-    "Buckland ST, Burnham KP, Augustin NH (1997). Model selection: an integral part of inference. "
-    "Biometrics 53:603-618.",
-    "Burnham KP, Anderson DR (2002). Model Selection and Multimodel Inference, 2nd edition. "
-    "Springer.",
-    "Efron B, Tibshirani RJ (1993). An Introduction to the Bootstrap. Chapman & Hall.",
-    "Golub GH, Van Loan CF. Matrix Computations. Johns Hopkins University Press.",
-    "Hill MO (1973). Diversity and evenness: a unifying notation and its consequences. Ecology "
-    "54:427-432.",
-    "Koehler E, Brown E, Haneuse SJPA (2009). On the assessment of Monte Carlo error in "
-    "simulation-based statistical analyses. The American Statistician 63:155-162.",
-    "Matsumoto M, Nishimura T (1998). Mersenne twister: a 623-dimensionally equidistributed "
-    "uniform pseudo-random number generator. ACM Transactions on Modeling and Computer Simulation "
-    "8:3-30.",
-    "Morris TP, White IR, Crowther MJ (2019). Using simulation studies to evaluate statistical "
-    "methods. Statistics in Medicine 38:2074-2102.",
+/// The studies whose method a work describes.
+enum class Describes { All, Etas, Selection };
+
+struct Work
+{
+    const char* text;
+    Describes studies = Describes::All;
+};
+
+const Work literature[] = {
+    {"Akaike H (1974). A new look at the statistical model identification. IEEE Transactions on "
+     "Automatic Control 19:716-723."},
+    {"Box GEP, Muller ME (1958). A note on the generation of random normal deviates. Annals of "
+     "Mathematical Statistics 29:610-611.",
+     Describes::Etas},
+    {"Buckland ST, Burnham KP, Augustin NH (1997). Model selection: an integral part of inference. "
+     "Biometrics 53:603-618."},
+    {"Burnham KP, Anderson DR (2002). Model Selection and Multimodel Inference, 2nd edition. "
+     "Springer.",
+     Describes::Selection},
+    {"Efron B, Tibshirani RJ (1993). An Introduction to the Bootstrap. Chapman & Hall."},
+    {"Golub GH, Van Loan CF. Matrix Computations. Johns Hopkins University Press.",
+     Describes::Etas},
+    {"Hill MO (1973). Diversity and evenness: a unifying notation and its consequences. Ecology "
+     "54:427-432."},
+    {"Koehler E, Brown E, Haneuse SJ-PA (2009). On the assessment of Monte Carlo error in "
+     "simulation-based statistical analyses. The American Statistician 63:155-162."},
+    {"Matsumoto M, Nishimura T (1998). Mersenne Twister: a 623-dimensionally equidistributed "
+     "uniform pseudo-random number generator. ACM Transactions on Modeling and Computer Simulation "
+     "8:3-30."},
+    {"Morris TP, White IR, Crowther MJ (2019). Using simulation studies to evaluate statistical "
+     "methods. Statistics in Medicine 38:2074-2102."},
 };
 
 bool hasEtas(const Study& study)
@@ -56,6 +68,11 @@ void addSentences(ReportDocument& document, const Study& study)
                       "mean of these sums over the samples, with the weights of %1 (Buckland, "
                       "Burnham & Augustin 1997).")
                   .arg(study.individualOfv ? "each sample" : "the first sample"));
+    document.say(
+        "The other methods of the first chapter: \"Model Average\" weighs all models; "
+        "\"Model Selection\" takes in each sample only the model with the highest weight. "
+        "\"Using one ofv per model\" gives all samples the weights of the first row, which "
+        "is the original fit.");
     document.say("The minimum effective dose (MED) of a level is the lowest candidate dose at "
                  "which, and at all higher ones, the probability exceeds the level. A probability "
                  "equal to the level is not enough.");
@@ -67,7 +84,8 @@ void addSentences(ReportDocument& document, const Study& study)
     document.say(
         QString(
             "The Monte Carlo error of a probability is 100 sd(z) / sqrt(N), where z is the weight "
-            "that each of the N samples puts inside the interval. It shows what more bootstrap "
+            "that each of the N samples puts inside the interval, and sd has the divisor N. It "
+            "shows what more bootstrap "
             "samples would change, not what another trial would (Koehler, Brown & Haneuse 2009; "
             "Morris, White & Crowther 2019). To see how certain a MED is, Velmora draws the "
             "samples anew with replacement %1 times, in the same way for all models and doses, and "
@@ -152,8 +170,13 @@ void addMethods(ReportDocument& document, const ReportContext& context)
             .arg(processorCount() == 1 ? "" : "s"));
     document.add(ReportHeading{"Literature", 2});
     ReportList list;
-    for (const char* const entry : literature) {
-        list.texts.append(entry);
+    for (const Work& work : literature) {
+        const bool isCited = work.studies == Describes::Etas        ? hasEtas(study)
+                             : work.studies == Describes::Selection ? study.selecting
+                                                                    : true;
+        if (isCited) {
+            list.texts.append(work.text);
+        }
     }
     document.add(list);
 }

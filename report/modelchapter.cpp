@@ -107,7 +107,8 @@ void addTargetGuides(ReportChart& chart, const Study& made)
 void addTypicalTable(ReportDocument& document, const ReportChart& chart,
                      const QVector<double>& doses)
 {
-    ReportTable table{"Typical curves: the endpoint for the first row of each model's results",
+    ReportTable table{"Typical curves: the endpoint for the first row of each model's results. The "
+                      "model with the highest mean weight comes first",
                       {"Dose"},
                       "r",
                       {}};
