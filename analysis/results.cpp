@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/results.h"
 
-#include "analysis/checkup/wording.h"
 #include "model/randomng.h"
 
 namespace {
@@ -119,11 +118,11 @@ QStringList missingMedNotes(const TruthComparison& truth)
 {
     return truth.withoutMed == 0
                ? QStringList()
-               : QStringList(QString("%1 of %2 have no theoretical MED and count as under at every "
-                                     "level. A level at which one of them has a dose has no mean "
-                                     "absolute error.")
+               : QStringList(QString("Data sets without a theoretical MED: %1 of %2. They count as "
+                                     "under at every level, and a level at which one of them has a "
+                                     "dose has no mean absolute error.")
                                  .arg(truth.withoutMed)
-                                 .arg(counted(truth.dataSets, "data set")));
+                                 .arg(truth.dataSets));
 }
 
 Evaluation keptBeside(const Evaluation& evaluation, qint64 otherBytes)

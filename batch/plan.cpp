@@ -8,6 +8,7 @@
 #include "io/csvexport.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -66,6 +67,10 @@ void writePlan(RunInputs& inputs, const QString& path, bool isQuiet)
 
 Plan readPlan(const QString& path, const RunRecord& record)
 {
+    if (!QFileInfo::exists(path)) {
+        fail(QString("--plan: %1 does not exist. Without --output, this command would write it.")
+                 .arg(path));
+    }
     RunRecord planned = readRecordFile(path);
     RunRecord wanted = record;
     for (const char* const name : {"report", "endpoints"}) { // these draw nothing

@@ -107,6 +107,11 @@ private slots:
                                           "40,0.40000000000000002,0,1,0,NA\r\n"
                                           "60,0.59999999999999998,1,0,0,1\r\n"
                                           "100,1,0,0,1,NA\r\n");
+
+        files.write("meds.csv", "0,9\n");
+        run("--settings new/run.json --true-meds meds.csv -o high");
+        QVERIFY(contentOf(files.path("high/comparison.csv")).contains("0,0,1,NA\r\n60,"));
+        QVERIFY(contentOf(files.path("high/findings.txt")).contains("theoretical MED: 1 of 1. "));
     }
 
     void sharesTheWork_data()
@@ -321,7 +326,7 @@ void TestBatch::refusesWhatDoesNotFit_data()
         "--plan: bad/plan.json is damaged.");
     row("other run", "sed -i s/COL24/COL25/ run.json", "--data-sets 10:20 --resume -o bad",
         "this run and bad differ in \"omega\".");
-    row("no plan", "", part, "bad/plan.json cannot be read: *.");
+    row("no plan", "", part, "--plan: bad/plan.json does not exist. *");
 }
 
 QTEST_GUILESS_MAIN(TestBatch)
