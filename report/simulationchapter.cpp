@@ -103,11 +103,9 @@ void addComparison(ReportDocument& document, const TruthComparison& truth)
     document.say(
         "The mean absolute error is the mean distance between estimated and theoretical MED, in "
         "dose units, over the data sets with a dose that differs from the theoretical one. A data "
-        "set without a dose "
-        "counts as under. With an unbiased method, "
-        "counts lie within the range of chance in 95 % of studies (binomial distribution). A level "
-        "is not compatible if the count over lies above the range, or the count over or equal lies "
-        "below it.");
+        "set without a dose counts as under. With an unbiased method, counts lie within the range "
+        "of chance in 95 % of studies (binomial distribution). A level is not compatible if the "
+        "count over lies above the range, or the count over or equal lies below it.");
 }
 
 void addTruth(ReportDocument& document, const TruthComparison& truth)
