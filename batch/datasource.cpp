@@ -111,6 +111,7 @@ void DataSource::findFolder(const QString& folder)
     while (QFile::exists(filePath(folder, 0, count))) {
         ++count;
     }
+    fileGap = gapAt(count, folder, fileName(0, {}).section('.', 0, 0), ".csv");
     for (int model = 0; QFile::exists(filePath(folder, model, 0)); ++model) {
         QStringList ofModel;
         for (int dataSet = 0; dataSet < count; ++dataSet) {

@@ -5,6 +5,7 @@
 
 #include "analysis/study.h"
 #include "batch/settings.h"
+#include "io/numberedfiles.h"
 #include "io/projectfile.h"
 #include "io/sourcefile.h"
 
@@ -27,6 +28,9 @@ public:
 
     /// The names of the models' files, with * for the number of the data set, for reports.
     const QStringList& fileNames() const { return templates; }
+
+    /// The gap in the numbers of a folder's data sets.
+    const FileGap& gap() const { return fileGap; }
 
     /// The items of the project; none for other sources.
     const DecodedProject& project() const { return decoded; }
@@ -55,6 +59,7 @@ private:
     QVector<QStringList> paths; ///< [model][dataSet]; empty for a project
     QStringList templates;
     QString placeName;
+    FileGap fileGap;
     DecodedProject decoded;
     SourceFile projectFile;
     int projectDataSets = 0;

@@ -122,7 +122,8 @@ QStringList writeStudyFiles(const RunInputs& inputs, const RangeResults& results
     if (inputs.truth.exists()) {
         writeComparison(report.results.truth, output);
     }
-    const ImportCheckUp checked = results.checkUp.result();
+    ImportCheckUp checked = results.checkUp.result();
+    addGap(checked, inputs.source.gap());
     QStringList findings =
         runFindings
         + studyFindings(inputs.study, checked,

@@ -129,6 +129,19 @@ ImportCheckUp checkUp(const RawResults& rawResults, const QVector<Heading>& head
     return run.result();
 }
 
+void addGap(ImportCheckUp& found, const FileGap& gap)
+{
+    if (gap.filesBehind == 0 || found.models.isEmpty()) {
+        return;
+    }
+    const QString finding = counted(gap.filesBehind, "file") + " of later data sets not read, as "
+                            + gap.missing + " is missing";
+    ModelCheckUp& first = found.models.first();
+    first.findings.prepend(finding);
+    first.text += '\n' + finding;
+    found.summary += "; " + finding;
+}
+
 DataSetTables tablesOf(const RawResults& rawResults, int dataSet)
 {
     DataSetTables tables;

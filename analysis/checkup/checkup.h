@@ -6,6 +6,7 @@
 #include "analysis/checkup/checkupcounts.h"
 #include "analysis/checkup/heading.h"
 #include "analysis/checkup/modelcheckup.h"
+#include "io/numberedfiles.h"
 
 #include <QStringList>
 
@@ -45,6 +46,10 @@ ImportCheckUp checkUp(const RawResults& rawResults, const QVector<QStringList>& 
 ImportCheckUp checkUp(const RawResults& rawResults, const QVector<Heading>& headings,
                       const QStringList& modelNames, int colNumOFV, int colNumTHETA1,
                       const QVector<QStringList>& unread = {});
+
+/// Adds that files behind a gap in the numbers of the data sets were not read, to the summary and
+/// to the findings of model 0. Nothing if there are none.
+void addGap(ImportCheckUp& found, const FileGap& gap);
 
 /// A data set of each model, [model]; none where the model lacks it. A model has the first data
 /// sets of those that any model has.

@@ -205,6 +205,7 @@ void MainWindow::renewCheckUp()
 {
     const QStringList names = checkedNames(study());
     importCheckUp = checkUp(rawResults, headings, names, colNumOFV, colNumTHETA1, source.unread);
+    addGap(importCheckUp, source.gap);
     QStringList summedUp;
     for (int model = 0; model < importCheckUp.models.size(); ++model) {
         for (const QString& finding : importCheckUp.models.at(model).findings) {

@@ -173,6 +173,9 @@ void MainWindow::readFirstModel(const QString& directory, ProgressLoop& progress
     for (int dataSet = 0;; ++dataSet) {
         const QString path = rawResultsFileName(directory, 0, dataSet);
         if (!QFile::exists(path)) {
+            const QString names = fileNameTemplate(0, "*");
+            const int star = names.lastIndexOf("*" + ui->_m1_le_dataNumberSuffix->text());
+            source.gap = gapAt(dataSet, directory, names.left(star), names.mid(star + 1));
             return;
         }
         // This is intended: compared under the default name, whatever the template says.

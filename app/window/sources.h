@@ -4,6 +4,7 @@
 #define VELMORA_APP_WINDOW_SOURCES_H
 
 #include "analysis/checkup/textorigins.h"
+#include "io/numberedfiles.h"
 #include "io/sourcefile.h"
 
 #include <QStringList>
@@ -21,6 +22,7 @@ struct ResultsSource
     QVector<QVector<SourceFile>> read;
     /// Names of the files that could not be read to their end, [model]; may be short.
     QVector<QStringList> unread;
+    FileGap gap;              ///< in the numbers of the data sets of a folder
     bool namesModels = false; ///< whether models are named after their files
     /// Whether the number of individuals is from before a project was opened, which does not keep
     /// it.

@@ -65,6 +65,7 @@ private slots:
         row("the last data set stands for more", "00 01 02 10 11", usual, "", 1, 2, "11");
         row("a model without data set 0", "00 01 11 20", usual, "", 0, 1, "");
         row("other columns end the data sets", "00 01w 10 11", usual, mismatch, 1, 0, "10");
+        row("a gap ends them, too", "00 02 03 10", usual, "", 1, 0, "10");
         row("another prefix", "00 10", "run", mismatch, 1, -1, "");
         row("no model 0", "10", usual, notFound, 99, 99, "");
     }
@@ -85,6 +86,7 @@ private slots:
         pressAndAnswer("__pb_import", {folder.path()}, message);
         QTEST(the<QSpinBox>("_0_sb_model")->maximum(), "highestModel");
         QTEST(the<QSpinBox>("_0_sb_data")->maximum(), "highestDataSet");
+        QCOMPARE(status().contains("2 files of later data sets not read"), names.contains("03"));
         type("_0_sb_model", "1");
         type("_0_sb_data", "2");
         QVERIFY(ofv.isEmpty() || cell("_0_tw_RawResults", 0, 19) == ofv);

@@ -114,6 +114,19 @@ private slots:
         QVERIFY(contentOf(files.path("high/findings.txt")).contains("theoretical MED: 1 of 1. "));
     }
 
+    void reportsMissingFiles()
+    {
+        QVERIFY(QDir(files.path()).mkdir("new") && QDir(files.path()).mkdir("bad"));
+        for (const char* const dataSet : {"0", "2"}) {
+            files.writeRawResults(
+                QString("new/raw_results_estimation_model0_data%1.csv").arg(dataSet), {{0, 1}});
+        }
+        run("--folder new --doses 1 --levels 50 --quiet --data-sets 0:1 -o bad/0");
+        run("merge --quiet bad/0 -o bad/all");
+        QVERIFY(contentOf(files.path("bad/all/findings.txt"))
+                    .contains("1 file of later data sets not read, as raw_results_estimation_"));
+    }
+
     void sharesTheWork_data()
     {
         const Rows<int, QString> row("count", "plan");
