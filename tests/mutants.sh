@@ -11,10 +11,10 @@ Usage: tests/mutants.sh [--seed N] [--count N] [--folder FOLDER]... [--jobs N] [
 
 Installs missing packages (Debian, as root or with sudo), plants faults in a copy
 of the sources, one at a time, and reports which of them the tests catch. It needs
-no display. The faults are drawn at random over all folders of the product, in
-proportion to the lines that can be changed: a comparison, an operator, a number,
-a condition, a name or two arguments exchanged, a returned value replaced, a
-statement left out.
+no display. The faults are drawn at random over the folders of the product except
+report/ and compat/, in proportion to the lines that can be changed: a comparison,
+an operator, a number, a condition, a name or two arguments exchanged, a returned
+value replaced, a statement left out.
 
 Tests near the fault run first. The first test that fails or takes far too long
 catches it. A fault that does not compile, or that compiles to the same program,
