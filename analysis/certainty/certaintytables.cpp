@@ -189,7 +189,7 @@ QStringList certaintyHeadings(CertaintyTable table, const QVector<endPoint>& mod
         return {"Data set",
                 "Fits",
                 "Samples",
-                "Removed fits",
+                "Removed fits with a weight",
                 "Samples without a model",
                 "Quantity",
                 "Dose or level (%)",

@@ -138,7 +138,8 @@ void addGap(ImportCheckUp& found, const FileGap& gap)
                             + gap.missing + " is missing";
     ModelCheckUp& first = found.models.first();
     first.findings.prepend(finding);
-    first.text += '\n' + finding;
+    first.text.replace("\nno findings", "\nfindings:");
+    first.text += "\n- " + finding;
     found.summary += "; " + finding;
 }
 

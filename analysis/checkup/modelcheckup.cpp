@@ -266,7 +266,7 @@ void checkNumbering(CheckedModel& model, bool zeroSeen)
                 [lowestWithoutFit](const SampleCounts& counts) {
                     return counts.firstNumber >= lowestWithoutFit;
                 });
-    addNumber(model, Kind::Numbering, "missing sample numbers", &SampleCounts::missingNumbers);
+    addNumber(model, Kind::Numbering, "number of missing samples", &SampleCounts::missingNumbers);
     addNumber(model, Kind::Numbering, "repeated sample numbers", &SampleCounts::repeatedNumbers);
     addNumber(model, Kind::Numbering, "samples without a number", &SampleCounts::unnumbered);
 }

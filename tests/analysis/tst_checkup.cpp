@@ -157,11 +157,11 @@ private slots:
             "2 of 10 samples (20 %) had another number of columns than 6 (7 to 9)");
         row("number left out", samples(0, 3) + samples(5, 9),
             "5 of 9 samples (55.6 %) stood in a row with another sample number than in linear/"
-            "a different number of samples than linear (9, not 10)/missing sample numbers: 1");
+            "a different number of samples than linear (9, not 10)/number of missing samples: 1");
         row("no original fit", with(samples(1, 10), 0, 1, 0),
             "10*/1 of */the original fit is missing");
         row("strange numbers", with(with(good, 9, 0, none), 0, 0, -1e300),
-            "1 of 10*/missing sample numbers: 1000000000/samples without a number: 1");
+            "1 of 10*/number of missing samples: 1000000000/samples without a number: 1");
     }
     void findsFaultsOfSamples()
     {
